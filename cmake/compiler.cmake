@@ -1,0 +1,23 @@
+# Warnings and sanitizers for every target of the project.
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion
+                    -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Constructors name their parameters like the members that they fill.
+  add_compile_options(-Wshadow=local)
+else()
+  add_compile_options(-Wshadow)
+endif()
+if(TELUMA_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+if(TELUMA_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The tests preload libraries into the program; a shared runtime would insist on being first.
+    add_link_options(-static-libasan)
+  endif()
+endif()

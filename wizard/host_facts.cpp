@@ -1,0 +1,50 @@
+#include "wizard/host_facts.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "wizard/install_profile.h"
+
+interf_addr* interface_table = nullptr;
+int interface_count = 0;
+relay_network* relay_network_list = nullptr;
+int relay_network_count = 0;
+char readme_path[256];
+char* others_doc_path = nullptr;
+
+namespace {
+
+interf_addr* all_interfaces_only() {
+    auto* table = static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
+    std::snprintf(table[0].name, sizeof(table[0].name), "all");
+    std::snprintf(table[0].address, sizeof(table[0].address), "0.0.0.0");
+    return table;
+}
+
+}  // namespace
+
+void discover_networks() {
+    interface_table = interfaces(&interface_count);
+    if (interface_table == nullptr) {
+        interface_table = all_interfaces_only();
+        interface_count = 1;
+    }
+    relay_network_list = relay_networks(&relay_network_count);
+}
+
+void form_document_paths() {
+    others_doc_path = profile_doc_dir();
+    std::strcpy(readme_path, others_doc_path);
+    std::strcat(others_doc_path, "REMOVE-OTHERS.txt");
+    std::strcat(readme_path, "README");
+}
+
+void release_networks() {
+    std::free(interface_table);
+    interface_table = nullptr;
+    interface_count = 0;
+    free_relay_networks(relay_network_list);
+    relay_network_list = nullptr;
+    relay_network_count = 0;
+}

@@ -1,0 +1,125 @@
+#include "wizard/signal_gate.h"
+
+#include <sys/select.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <ctime>
+
+namespace {
+
+struct SignalMasks {
+    sigset_t original;  // as the wizard was started with
+    sigset_t waiting;   // the same without the signals that the wizard handles
+    sigset_t held;      // those signals
+    sigset_t changed;   // whose action is not the default any more
+
+    SignalMasks() {
+        sigemptyset(&held);
+        sigemptyset(&changed);
+        sigprocmask(SIG_BLOCK, nullptr, &original);
+        waiting = original;
+    }
+};
+
+SignalMasks& masks() {
+    static SignalMasks signal_masks;
+    return signal_masks;
+}
+
+int wait_for_descriptor(int descriptor, bool for_reading) {
+    if (descriptor < 0 || descriptor >= FD_SETSIZE)
+        return EBADF;
+    for (;;) {
+        fd_set descriptors;
+        FD_ZERO(&descriptors);
+        FD_SET(descriptor, &descriptors);
+        fd_set* readable = for_reading ? &descriptors : nullptr;
+        fd_set* writable = for_reading ? nullptr : &descriptors;
+        if (pselect(descriptor + 1, readable, writable, nullptr, nullptr, &masks().waiting) > 0)
+            return 0;
+        if (errno != EINTR)
+            return errno;
+    }
+}
+
+timespec now() {
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time;
+}
+
+// What is left of the time until `end`; nothing once it has passed.
+timespec time_until(const timespec& end) {
+    constexpr long second = 1000000000L;
+    const timespec time = now();
+    timespec left{end.tv_sec - time.tv_sec, end.tv_nsec - time.tv_nsec};
+    if (left.tv_nsec < 0) {
+        left.tv_nsec += second;
+        --left.tv_sec;
+    }
+    return left.tv_sec < 0 ? timespec{} : left;
+}
+
+}  // namespace
+
+void hold_signal(int signal_number, void (*handler)(int)) {
+    SignalMasks& signals = masks();
+    sigaddset(&signals.held, signal_number);
+    sigaddset(&signals.changed, signal_number);
+    sigdelset(&signals.waiting, signal_number);
+    sigprocmask(SIG_BLOCK, &signals.held, nullptr);
+
+    struct sigaction action {};
+    action.sa_handler = handler;
+    // One handler must not interrupt another: both draw.
+    sigfillset(&action.sa_mask);
+    sigaction(signal_number, &action, nullptr);
+}
+
+void ignore_signal(int signal_number) {
+    sigaddset(&masks().changed, signal_number);
+    signal(signal_number, SIG_IGN);
+}
+
+void let_signals_in() {
+    sigprocmask(SIG_SETMASK, &masks().waiting, nullptr);
+    sigprocmask(SIG_BLOCK, &masks().held, nullptr);
+}
+
+int wait_readable(int descriptor) {
+    return wait_for_descriptor(descriptor, true);
+}
+
+int wait_writable(int descriptor) {
+    return wait_for_descriptor(descriptor, false);
+}
+
+void sleep_seconds(int seconds) {
+    timespec end = now();
+    end.tv_sec += seconds;
+    timespec left = time_until(end);
+    while (pselect(0, nullptr, nullptr, nullptr, &left, &masks().waiting) == -1 && errno == EINTR)
+        left = time_until(end);
+}
+
+int wait_for_child(pid_t child) {
+    int status = 0;
+    pid_t ended = 0;
+    // The handlers do all of a signal's work themselves, so one that runs just before waitpid()
+    // begins to wait leaves nothing to be noticed here.
+    sigprocmask(SIG_SETMASK, &masks().waiting, nullptr);
+    do {
+        ended = waitpid(child, &status, 0);
+    } while (ended == -1 && errno == EINTR);
+    sigprocmask(SIG_BLOCK, &masks().held, nullptr);
+    return ended == child ? status : -1;
+}
+
+void restore_signals_in_child() {
+    for (int number = 1; number < NSIG; ++number) {
+        if (sigismember(&masks().changed, number) == 1)
+            signal(number, SIG_DFL);
+    }
+    sigprocmask(SIG_SETMASK, &masks().original, nullptr);
+}

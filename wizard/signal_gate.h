@@ -1,0 +1,42 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <csignal>
+
+/// When signals may interrupt the wizard.
+///
+/// The handlers draw with curses and release the widgets, so they must never run in the middle of a
+/// curses call or of the allocator. All signals that the wizard handles are therefore kept blocked
+/// from the start, and let in only where the program waits: for a key, for the network, for a child
+/// process, in a sleep. There a handler is like a function call at a known place, and the wait goes
+/// on when it returns. The kernel swaps the signal mask and begins to wait in one step
+/// (pselect(2), sigsuspend(2)), so that no signal is missed in between.
+
+/// Installs `handler` for `signal_number` and keeps the signal blocked outside the waits.
+void hold_signal(int signal_number, void (*handler)(int));
+
+/// Ignores `signal_number`; child processes don't.
+void ignore_signal(int signal_number);
+
+/// Lets in the signals that have come, without waiting: for loops that may never have to wait.
+void let_signals_in();
+
+/// Waits until `descriptor` can be read (or has reached its end), letting signals in. Returns 0, or
+/// the errno of a descriptor that can't be waited for.
+int wait_readable(int descriptor);
+
+/// Waits until `descriptor` can be written or its connection attempt is decided, letting signals
+/// in. Returns 0 or an errno as wait_readable().
+int wait_writable(int descriptor);
+
+/// Sleeps the whole time, however many signals come, letting them in.
+void sleep_seconds(int seconds);
+
+/// Waits for the child process `child` to end, letting signals in. Returns its wait status as
+/// waitpid(2) gives it, or -1 when there is no such child.
+int wait_for_child(pid_t child);
+
+/// In a child process between fork and exec: gives it the signal mask and the default handlers that
+/// the wizard was started with.
+void restore_signals_in_child();

@@ -1,0 +1,244 @@
+#include "wizard/tel_help.h"
+
+#include <arpa/inet.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+#if defined(__sun)
+#include <sys/sockio.h>
+#include <sys/systeminfo.h>
+#endif
+
+#include <algorithm>
+#include <cassert>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "wizard/heap_text.h"
+#include "wizard/install_profile.h"
+
+int os_kind_named(const char* system_name) {
+    static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
+                                                     "SunOS"};
+    for (int kind = 0; kind < os_kind_count; ++kind) {
+        if (std::strcmp(system_name, names[kind]) == 0)
+            return kind;
+    }
+    return -1;
+}
+
+int detect_os() {
+    struct utsname host {};
+    if (uname(&host) == -1)
+        return 1;
+    const int kind = os_kind_named(host.sysname);
+    if (kind != -1)
+        os_kind = kind;
+    return 0;
+}
+
+void host_domain_name(char* name, std::size_t size) {
+    name[0] = '\0';
+#if defined(__sun)
+    sysinfo(SI_SRPC_DOMAIN, name,
+            static_cast<long>(size));  // sysinfo(2); there is no getdomainname
+#else
+    // The BSDs and Linux differ in the type of the second parameter: getdomainname(2), (3).
+    if (getdomainname(name, size) != 0)
+        name[0] = '\0';
+#endif
+    name[size - 1] = '\0';
+}
+
+namespace {
+
+constexpr std::size_t interface_query_size = 8192;
+
+// Bytes that one record of a SIOCGIFCONF answer takes. Where socket addresses carry their length
+// (the BSDs, netintro(4)), an address longer than a plain sockaddr makes its record longer.
+std::size_t record_length(const ifreq& record) {
+#if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
+    return std::max(sizeof(ifreq), sizeof(record.ifr_name) + record.ifr_addr.sa_len);
+#else
+    (void)record;
+    return sizeof(ifreq);
+#endif
+}
+
+void copy_address(char (&text)[256], const sockaddr& address) {
+    sockaddr_in inet{};
+    std::memcpy(&inet, &address, sizeof(inet));
+    std::snprintf(text, sizeof(text), "%s", inet_ntoa(inet.sin_addr));
+}
+
+// Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
+// is up. The requests overwrite the record that they are given, so each gets a copy.
+bool describe_interface(int query_socket, const ifreq& record, interf_addr& entry) {
+    if (record.ifr_addr.sa_family != AF_INET)
+        return false;
+    ifreq answer = record;
+    if (ioctl(query_socket, SIOCGIFADDR, &answer) < 0)
+        return false;
+    std::snprintf(entry.name, sizeof(entry.name), "%.*s", static_cast<int>(sizeof(record.ifr_name)),
+                  record.ifr_name);
+    copy_address(entry.address, answer.ifr_addr);
+
+    answer = record;
+    if (ioctl(query_socket, SIOCGIFFLAGS, &answer) < 0 || (answer.ifr_flags & IFF_UP) == 0)
+        return false;
+    answer = record;
+    if (ioctl(query_socket, SIOCGIFNETMASK, &answer) < 0)
+        return false;
+    copy_address(entry.netmask, answer.ifr_addr);
+    return true;
+}
+
+// Appends the interfaces of the kernel's answer behind entry 0; returns how many were appended.
+int collect_interfaces(int query_socket, const char* records, std::size_t length,
+                       interf_addr* table) {
+    int total = 0;
+    std::size_t at = 0;
+    while (at + sizeof(ifreq) <= length && total + 1 < interface_table_size) {
+        ifreq record;
+        std::memcpy(&record, records + at, sizeof(record));
+        at += record_length(record);
+        if (describe_interface(query_socket, record, table[total + 1]))
+            ++total;
+    }
+    // An interface that was not counted may have left its name here, where a reader takes the end
+    // of the table from an empty one.
+    if (total + 1 < interface_table_size)
+        table[total + 1] = interf_addr{};
+    return total;
+}
+
+}  // namespace
+
+interf_addr* interfaces(int* count) {
+    auto* table = static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
+    if (table == nullptr)
+        return nullptr;
+    int total = 0;
+    std::snprintf(table[0].name, sizeof(table[0].name), "all");
+    std::snprintf(table[0].address, sizeof(table[0].address), "0.0.0.0");
+    assert(!total);
+
+    const int query_socket = socket(AF_INET, SOCK_DGRAM, 0);
+    if (query_socket < 0) {
+        std::free(table);
+        return nullptr;
+    }
+    char records[interface_query_size];
+    ifconf query{};
+    query.ifc_len = sizeof(records);
+    query.ifc_buf = records;
+    if (ioctl(query_socket, SIOCGIFCONF, &query) < 0) {
+        close(query_socket);
+        std::free(table);
+        return nullptr;
+    }
+    total =
+        collect_interfaces(query_socket, records, static_cast<std::size_t>(query.ifc_len), table);
+    close(query_socket);
+    *count = total + 1;
+    return table;
+}
+
+char* octet_at(const char* dotted, int position) {
+    constexpr std::size_t octet_size = 5;
+    auto* octet = static_cast<char*>(std::calloc(octet_size, 1));
+    const std::size_t length = std::strlen(dotted);
+    auto from = static_cast<std::size_t>(position);
+    for (std::size_t i = 0; i + 1 < octet_size && from < length && dotted[from] != '.'; ++i)
+        octet[i] = dotted[from++];
+    return octet;
+}
+
+namespace {
+
+constexpr std::size_t network_text_size = 50;
+
+char* network_text(const char* text) {
+    auto* copy = static_cast<char*>(std::malloc(network_text_size));
+    std::snprintf(copy, network_text_size, "%s", text);
+    return copy;
+}
+
+relay_network copy_network(const char* network, const char* netmask) {
+    return {network_text(network), network_text(netmask), 0};
+}
+
+relay_network network_of(const interf_addr& entry) {
+    in_addr network{};
+    network.s_addr = inet_addr(entry.netmask) & inet_addr(entry.address);
+    return copy_network(inet_ntoa(network), entry.netmask);
+}
+
+// True when `wider` has an octet "0" at the first place where the two texts differ and they agree
+// on the first octet: 192.168.0.0 holds 192.168.1.0.
+bool network_holds(const char* wider, const char* narrower) {
+    const int last = static_cast<int>(std::strlen(wider)) - 1;
+    int position = 0;
+    while (position < last) {
+        const HeapText wider_octet(octet_at(wider, position));
+        const HeapText octet(octet_at(narrower, position));
+        if (std::strcmp(wider_octet.get(), octet.get()) != 0)
+            return position > 0 && std::strcmp(wider_octet.get(), "0") == 0;
+        position += static_cast<int>(std::strlen(octet.get())) + 1;
+    }
+    return false;
+}
+
+// Marks what `latest` makes superfluous among the records before it, or itself where an earlier
+// record is the same network. Only a later network can drop an earlier one.
+void mark_covered(relay_network* earlier, int count, relay_network& latest) {
+    for (int i = 0; i < count; ++i) {
+        relay_network& record = earlier[i];
+        if (std::strcmp(record.network, latest.network) == 0)
+            latest.covered = 1;
+        else if (std::strcmp(record.netmask, latest.netmask) != 0 &&
+                 network_holds(latest.network, record.network))
+            record.covered = 1;
+    }
+}
+
+relay_network* new_relay_list() {
+    return static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
+}
+
+}  // namespace
+
+relay_network* relay_networks(int* count) {
+    relay_network* found = new_relay_list();
+    relay_network* distinct = new_relay_list();
+    int found_count = 0;
+    int entries = 0;
+    const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&entries));
+    for (int i = 1; i < entries && found_count + 1 < relay_list_size; ++i) {
+        found[found_count] = network_of(table.get()[i]);
+        mark_covered(found, found_count, found[found_count]);
+        ++found_count;
+    }
+    *count = 0;
+    for (int i = 0; i < found_count; ++i) {
+        if (!found[i].covered)
+            distinct[(*count)++] = copy_network(found[i].network, found[i].netmask);
+    }
+    free_relay_networks(found);
+    return distinct;
+}
+
+void free_relay_networks(relay_network* list) {
+    if (list == nullptr)
+        return;
+    for (relay_network* record = list; record->network != nullptr; ++record) {
+        std::free(record->network);
+        std::free(record->netmask);
+    }
+    std::free(list);
+}

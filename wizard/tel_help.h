@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+
+/// What the wizard asks the host for: its operating system, its domain name, its network
+/// interfaces. Whatever differs between Linux, the BSDs and SunOS stands in this module.
+
+/// One IPv4 network interface, every field a NUL-terminated text.
+struct interf_addr {
+    char name[256];     ///< as the kernel reports it, for example eth0
+    char address[256];  ///< dotted decimal
+    char netmask[256];  ///< dotted decimal; empty in entry 0
+};
+
+/// Entries of an interface table: "all" and at most 29 interfaces.
+constexpr int interface_table_size = 30;
+
+/// One network whose hosts may be allowed to relay mail.
+struct relay_network {
+    char* network;  ///< dotted decimal, malloc'ed; null ends a list
+    char* netmask;  ///< dotted decimal, malloc'ed
+    int covered;    ///< 1 while a list is built: inside or equal to another network, to be dropped
+};
+
+/// Records of a relay network list: at most 39 networks and the null record.
+constexpr int relay_list_size = 40;
+
+/// The row of the installation profiles for a system name as uname(3) gives it, compared exactly;
+/// -1 for a system that has no row.
+int os_kind_named(const char* system_name);
+
+/// Sets `os_kind` from uname(3); a system without a row leaves it alone. Returns 0, or 1 when
+/// uname failed.
+int detect_os();
+
+/// Copies the host's NIS domain name, cut to size - 1 characters, into `name`: empty, or "(none)"
+/// on some systems, where none is set.
+void host_domain_name(char* name, std::size_t size);
+
+/// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
+/// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in
+/// *count. An entry with an empty name follows the last one unless the table is full. Returns a
+/// malloc'ed table of `interface_table_size` entries that the caller frees, or null, with *count
+/// untouched, when memory, the socket or the interface query fails.
+interf_addr* interfaces(int* count);
+
+/// The host's distinct IPv4 networks in the order of its interfaces. A network is left out when a
+/// later interface's network is the same one or, judged by whole zero octets, contains it. Stores
+/// their number in *count. Returns a list that ends in a null record, to be released with
+/// free_relay_networks().
+relay_network* relay_networks(int* count);
+
+/// Releases a list of relay_networks() and its texts; null is allowed.
+void free_relay_networks(relay_network* list);
+
+/// The characters of `dotted` from `position` up to the next "." or the end, at most four of them,
+/// in a new 5-byte zero-filled buffer that the caller frees; empty when position lies behind the
+/// end.
+char* octet_at(const char* dotted, int position);

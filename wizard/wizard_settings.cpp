@@ -1,0 +1,3 @@
+#include "wizard/wizard_settings.h"
+
+WizardSettings wizard_settings{};
