@@ -1,0 +1,22 @@
+#pragma once
+
+#include <curses.h>
+
+/// The keys that every key loop knows.
+constexpr int key_tab = 9;
+constexpr int key_enter = 10;
+constexpr int key_space = 32;
+
+/// True for the keys that press a button and end a dialog: Enter and space.
+bool is_press(int key);
+
+/// Waits for a key, reading from `window` with keypad on, and returns it as wgetch(3X) does. A key
+/// that curses already holds comes first; signals are let in only while none is there. Should
+/// `window` be null, the key is read from the standard screen. While it waits it uses no processor
+/// time, also where the window is in no-delay mode, which it keeps.
+int read_key(WINDOW* window);
+
+/// Reads and forgets one key of `window` without waiting, and without showing anything of a window
+/// that has changed since it was last shown. Switches the window's keypad on and leaves it in
+/// no-delay mode if `stay_in_no_delay`, else out of it.
+void drain_key(WINDOW* window, bool stay_in_no_delay);

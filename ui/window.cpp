@@ -1,0 +1,170 @@
+#include "ui/window.h"
+
+#include <cstring>
+
+Window::Window(Window* parent, int row, int col, int height, int width)
+    : parent(parent), row(row), col(col), height(height), width(width) {}
+
+Window::Window(WINDOW* window, Window* parent)
+    : cursesWindow(window),
+      parent(parent),
+      row(getbegy(window)),
+      col(getbegx(window)),
+      height(getmaxy(window)),
+      width(getmaxx(window)) {}
+
+Window::~Window() {
+    // A window that create() did not make has no panel and stays its owner's: curses still uses
+    // the standard screen after the root frame is gone.
+    if (panel != nullptr)
+        releaseCursesWindow();
+}
+
+void Window::create() {
+    cursesWindow = newwin(height, width, screenRow(), screenCol());
+    panel = new_panel(cursesWindow);
+}
+
+int Window::getHeight() const {
+    return getmaxy(cursesWindow);
+}
+
+int Window::getWidth() const {
+    return getmaxx(cursesWindow);
+}
+
+void Window::setTitle(const char* text, int pair) {
+    hasTitle = 1;
+    title.reset(strdup(text));
+    titlePair = pair;
+}
+
+void Window::setColors(int back, int fore, int boldText) {
+    backPair = back;
+    forePair = fore;
+    bold = boldText;
+}
+
+void Window::setSize(int newHeight, int newWidth) {
+    height = newHeight;
+    width = newWidth;
+}
+
+void Window::setPosition(int newRow, int newCol) {
+    row = newRow;
+    col = newCol;
+}
+
+void Window::move(int newRow, int newCol) {
+    setPosition(newRow, newCol);
+    restoreSize();
+    if (move_panel(panel, screenRow(), screenCol()) == ERR)
+        replaceCursesWindow();
+}
+
+void Window::show() {
+    show_panel(panel);
+}
+
+void Window::hide() {
+    hide_panel(panel);
+}
+
+void Window::refresh() {
+    wrefresh(cursesWindow);
+}
+
+void Window::releaseCursesWindow() {
+    if (panel != nullptr)
+        del_panel(panel);
+    panel = nullptr;
+    delwin(cursesWindow);
+    cursesWindow = nullptr;
+}
+
+int Window::clientWidth() const {
+    return boxed || hasTitle ? width - 2 : width;
+}
+
+int Window::clientHeight() const {
+    if (boxed)
+        return height - 2;
+    return hasTitle ? height - 4 : height;
+}
+
+void Window::draw() {
+    wbkgd(cursesWindow, COLOR_PAIR(backPair) | (bold == 1 ? A_BOLD : 0));
+    wattron(cursesWindow, COLOR_PAIR(forePair));
+    if (hasTitle)
+        drawTitleFrame();
+    if (boxed)
+        box(cursesWindow, 0, 0);
+}
+
+void Window::touch() {
+    wtouchln(cursesWindow, 0, height, 1);
+    if (parent != nullptr)
+        parent->touch();
+}
+
+void Window::drawTitleFrame() {
+    const attr_t attributes = COLOR_PAIR(titlePair) | A_BOLD;
+    const int columns = getWidth();
+    wborder(cursesWindow, ACS_VLINE | attributes, ACS_VLINE | attributes, ACS_HLINE | attributes,
+            ACS_HLINE | attributes, ACS_ULCORNER | attributes, ACS_URCORNER | attributes,
+            ACS_LLCORNER | attributes, ACS_LRCORNER | attributes);
+    if (wmove(cursesWindow, 2, 0) != ERR)
+        waddch(cursesWindow, ACS_LTEE);
+    if (wmove(cursesWindow, 2, 1) != ERR)
+        whline(cursesWindow, ACS_HLINE, columns - 2);
+    if (wmove(cursesWindow, 2, columns - 1) != ERR)
+        waddch(cursesWindow, ACS_RTEE);
+    printCentered(1, 0, columns, title.get(), attributes);
+}
+
+void Window::printCentered(int line, int firstCol, int columns, const char* text,
+                           attr_t attributes) {
+    constexpr int default_columns = 80;
+    if (columns == 0)
+        columns = default_columns;
+    if (line == 0)
+        line = getcury(cursesWindow);
+    const int length = static_cast<int>(std::strlen(text));
+    wattron(cursesWindow, attributes);
+    mvwprintw(cursesWindow, line, firstCol + 1, "%*s", columns - 2, "");
+    // A text that is longer than the place for it is left out, not cut.
+    if (length <= columns)
+        mvwprintw(cursesWindow, line, firstCol + (columns - length) / 2, "%s", text);
+    wattroff(cursesWindow, attributes);
+}
+
+int Window::screenRow() const {
+    return (parent != nullptr ? getbegy(parent->cursesWindow) : -1) + row;
+}
+
+int Window::screenCol() const {
+    return (parent != nullptr ? getbegx(parent->cursesWindow) : -1) + col;
+}
+
+void Window::restoreSize() {
+    if (height == 0 || width == 0 || (getHeight() == height && getWidth() == width))
+        return;
+    wresize(cursesWindow, height, width);
+    werase(cursesWindow);
+}
+
+void Window::replaceCursesWindow() {
+    WINDOW* replacement =
+        panel != nullptr ? newwin(height, width, screenRow(), screenCol()) : nullptr;
+    if (replacement == nullptr)
+        return;
+    attr_t attributes = 0;
+    short pair = 0;
+    wattr_get(cursesWindow, &attributes, &pair, nullptr);
+    wattr_set(replacement, attributes, pair, nullptr);
+    keypad(replacement, is_keypad(cursesWindow));
+    nodelay(replacement, is_nodelay(cursesWindow));
+    replace_panel(panel, replacement);
+    delwin(cursesWindow);
+    cursesWindow = replacement;
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <curses.h>
+#include <panel.h>
+
+#include "wizard/heap_text.h"
+
+/// The base of the toolkit: one curses window and one panel. Every widget is a Window, and a screen
+/// or a dialog is a plain Window used as a frame. Screens are composed by the panel stack, newest
+/// on top. A Window reads no keys; the key loop of its screen or dialog does.
+///
+/// Use: construct, set title, box and colours, create() (widgets do so in their constructor),
+/// draw(), then update_panels() and doupdate(). Results of curses are ignored: what does not fit is
+/// not drawn.
+class Window {
+  public:
+    /// A window at (row, col) of `parent`'s curses window, nothing of which exists before create().
+    /// `parent` is not owned and must outlive the window; null for the root.
+    Window(Window* parent, int row, int col, int height, int width);
+
+    /// Wraps a curses window that somebody else owns, such as the standard screen. Place and size
+    /// are the curses window's, all -1 for a null handle. No panel is made.
+    Window(WINDOW* window, Window* parent);
+
+    virtual void draw();
+
+    /// Marks the whole window as changed, and its ancestors likewise.
+    virtual void touch();
+
+    virtual ~Window();
+
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    /// Makes the curses window and, on top of the stack, its panel. A height or width of 0 reaches
+    /// to the edge of the terminal, as newwin(3X) has it.
+    void create();
+
+    WINDOW* getCursesWindow() const { return cursesWindow; }
+    int getRow() const { return row; }
+    int getCol() const { return col; }
+
+    /// The size of the curses window, -1 while there is none.
+    int getHeight() const;
+    int getWidth() const;
+
+    /// Gives the window a frame with `text` in it, in colour pair `pair`. Keeps a copy of the text.
+    void setTitle(const char* text, int pair);
+    void setBoxed() { boxed = 1; }
+
+    /// `back` and `fore` are colour pairs, of the background and of text; `boldText` is 0 or 1.
+    void setColors(int back, int fore, int boldText);
+
+    /// For use before create(): only stores.
+    void setSize(int newHeight, int newWidth);
+    void setPosition(int newRow, int newCol);
+
+    /// Moves the window to (row, col) of its parent; the panel keeps its place in the stack. Takes
+    /// back what curses did to the window's size when the terminal was resized. A place that
+    /// reaches over the edge of the terminal is allowed and shows what fits. What was in the window
+    /// may be lost: draw() it again.
+    void move(int newRow, int newCol);
+
+    /// Puts the panel on top of the stack.
+    void show();
+
+    /// Takes the panel off the stack.
+    void hide();
+
+    void refresh();
+
+    /// Deletes the panel and the curses window; getHeight() and getWidth() return -1 from then on.
+    void releaseCursesWindow();
+
+    /// What is left inside the frame or box.
+    int clientWidth() const;
+    int clientHeight() const;
+
+  protected:
+    /// For widgets that find out their geometry themselves.
+    Window() = default;
+
+    void printCentered(int line, int firstCol, int columns, const char* text, attr_t attributes);
+
+    WINDOW* cursesWindow = nullptr;
+    Window* parent = nullptr;
+    PANEL* panel = nullptr;
+    int row = 0;
+    int col = 0;
+    int height = 0;
+    int width = 0;
+    int hasTitle = 0;
+    HeapText title;
+    int titlePair = 0;
+    int boxed = 0;
+    int backPair = 0;
+    int forePair = 0;
+    int bold = 0;
+
+  private:
+    int screenRow() const;
+    int screenCol() const;
+    void drawTitleFrame();
+    void restoreSize();
+    void replaceCursesWindow();
+};
