@@ -1,0 +1,101 @@
+#include "apply/cli_session.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+
+#include "apply/cli_wire.h"
+#include "apply/server_config.h"
+#include "apply/server_process.h"
+#include "wizard/heap_text.h"
+#include "wizard/install_profile.h"
+#include "wizard/signal_gate.h"
+#include "wizard/tcp_client.h"
+
+int cli_socket = -1;
+
+namespace {
+
+// The server writes its pid file when it is ready, which may be a moment after it was started.
+// Returns 0, or 1 when no process id is known in time.
+int wait_for_server_pid() {
+    constexpr int most_sleeps = 4;
+    for (int sleeps = 0; server_pid == 0; ++sleeps) {
+        if (sleeps == most_sleeps)
+            return 1;
+        sleep_seconds(1);
+        server_read_pid();
+    }
+    return 0;
+}
+
+int close_session(int failure) {
+    close(cli_socket);
+    cli_socket = -1;
+    return failure;
+}
+
+}  // namespace
+
+int cli_connect() {
+    cli_socket = open_tcp_socket();
+    if (cli_socket == -1)
+        return errno;
+    sockaddr_in address{};
+    if (!resolve_host(cli_host, cli_port, address))
+        return close_session(errno);
+    sleep_seconds(2);
+    const int failure = connect_socket(cli_socket, address);
+    return failure != 0 ? close_session(failure) : 0;
+}
+
+int cli_wait_prompt() {
+    for (;;) {
+        const HeapText line(cli_read_line(cli_socket));
+        if (line == nullptr)
+            return 1;
+        if (std::strstr(line.get(), "> ") != nullptr)
+            return 0;
+    }
+}
+
+int cli_command(const char* text) {
+    if (cli_send_line(cli_socket, text) != 0)
+        return 1;
+    bool succeeded = false;
+    for (;;) {
+        const HeapText line(cli_read_line(cli_socket));
+        if (line == nullptr)
+            return 1;
+        if (std::strstr(line.get(), "+OK:") != nullptr)
+            succeeded = true;
+        if (std::strstr(line.get(), "> ") != nullptr)
+            return succeeded ? 0 : 1;
+    }
+}
+
+int cli_command_format(const char* format, ...) {
+    char command[cli_command_limit + 1];
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vsnprintf(command, sizeof(command), format, arguments);
+    va_end(arguments);
+    if (length < 0 || length > cli_command_limit)
+        return 1;
+    return cli_command(command);
+}
+
+int cli_login() {
+    if (wait_for_server_pid() != 0)
+        return 1;
+    // A failed connection shows up as a password that is not accepted.
+    cli_connect();
+    cli_wait_prompt();
+    cli_command("user admin");
+    char password[256];
+    std::snprintf(password, sizeof(password), "%s", install_profiles[os_kind].admin_password);
+    return cli_command(password);
+}

@@ -1,0 +1,89 @@
+#include "apply/sendmail_install.h"
+
+#include <sys/stat.h>
+#include <syslog.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "apply/server_account.h"
+
+namespace {
+
+constexpr char sendmail[] = "/usr/sbin/sendmail";
+constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
+constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
+
+// Backup names have a number below this one behind them.
+constexpr int backup_count = 100;
+
+int fail(int result, const std::string& message) {
+    syslog(LOG_ERR, "%s", message.c_str());
+    closelog();
+    return result;
+}
+
+// The target of a symbolic link; empty for anything else.
+std::string link_target(const std::string& path) {
+    char target[4096];  // PATH_MAX, which not every system defines
+    const ssize_t length = readlink(path.c_str(), target, sizeof(target));
+    return length > 0 ? std::string(target, static_cast<size_t>(length)) : "";
+}
+
+bool exists(const std::string& path) {
+    struct stat status {};
+    return !link_target(path).empty() || stat(path.c_str(), &status) == 0;
+}
+
+std::string backup_name(int number) {
+    return number == 0 ? backup_base : backup_base + std::to_string(number);
+}
+
+// Renames the system's sendmail to the first free backup name, or to the last one where none is
+// free.
+int move_to_backup() {
+    int number = 0;
+    while (number < backup_count - 1 && exists(backup_name(number)))
+        ++number;
+    return std::rename(sendmail, backup_name(number).c_str()) == 0 ? 0 : -1;
+}
+
+// True when a link to `target` stands among the backups, before the first free name.
+bool link_is_saved(const std::string& target) {
+    for (int number = 0; number < backup_count && exists(backup_name(number)); ++number) {
+        if (link_target(backup_name(number)) == target)
+            return true;
+    }
+    return false;
+}
+
+// Moves whatever stands in the place of the link out of its way.
+int save_system_sendmail(const std::string& target) {
+    if (!target.empty() && link_is_saved(target)) {
+        if (unlink(sendmail) == 0)
+            return 0;
+        return fail(-1, std::string("Unable to unlink file '") + sendmail + "'");
+    }
+    return exists(sendmail) ? move_to_backup() : 0;
+}
+
+}  // namespace
+
+int sendmail_install(int yes) {
+    if (yes == 0)
+        return 0;
+    openlog("WIZARD", LOG_NDELAY, LOG_USER);
+    if (give_to_server(wrapper) != 0)
+        return fail(-1, std::string("Unable to chown ") + wrapper);
+    if (chmod(wrapper, 06755) == -1)
+        return fail(1, std::string("Unable to chmod ") + wrapper);
+    const std::string target = link_target(sendmail);
+    if (target == wrapper)
+        return 0;
+    if (save_system_sendmail(target) != 0)
+        return -1;
+    if (symlink(wrapper, sendmail) == -1)
+        return fail(-1, std::string("Unable to symlink ") + wrapper + " to " + sendmail);
+    return 0;
+}

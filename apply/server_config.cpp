@@ -1,0 +1,148 @@
+#include "apply/server_config.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "apply/working_copy.h"
+#include "wizard/heap_text.h"
+
+char cli_host[256];
+std::uint16_t cli_port = 0;
+unsigned config_key_indent = 0;
+
+namespace {
+
+bool is_blank(char character) {
+    return character == ' ' || character == '\t';
+}
+
+bool has_key(const char* line, const char* key) {
+    return std::strcmp(HeapText(config_key_of(line)).get(), key) == 0;
+}
+
+// The text between the key and the first ")", without what only separates.
+std::string collect_services(const char* line) {
+    const HeapText key(config_key_of(line));
+    std::string services;
+    for (line += std::strlen(key.get()) + config_key_indent; *line != '\0' && *line != ')';
+         ++line) {
+        if (std::strchr("\n(=\t", *line) == nullptr)
+            services += *line;
+    }
+    return services;
+}
+
+// Copies lines up to and including the first one, not a comment, that has this key. Returns false
+// when the file ends before.
+bool copy_up_to_key(std::FILE* config, std::FILE* copy, FileLine& line, const char* key) {
+    while (read_file_line(config, line)) {
+        write_file_line(copy, line);
+        if (!config_line_is_comment(line.text) && has_key(line.text, key))
+            return true;
+    }
+    return false;
+}
+
+// Copies one line from behind the list of services. Returns false at the end of the file.
+bool copy_section_line(std::FILE* config, std::FILE* copy, FileLine& line) {
+    if (config_line_is_comment(line.text)) {
+        write_file_line(copy, line);
+    } else if (has_key(line.text, "cli")) {
+        write_file_line(copy, line);
+        if (copy_up_to_key(config, copy, line, "listeners") &&
+            copy_up_to_key(config, copy, line, "address"))
+            config_read_cli_address(line.text);
+    } else if (std::feof(config) != 0) {
+        return false;
+    } else {
+        write_file_line(copy, line);
+    }
+    return true;
+}
+
+void copy_config(std::FILE* config, std::FILE* copy) {
+    FileLine line;
+    bool services_seen = false;
+    // A read that fails at the end of the file leaves the last line in place, to be looked at once
+    // more.
+    while (std::feof(config) == 0 && std::ferror(config) == 0) {
+        read_file_line(config, line);
+        if (services_seen) {
+            if (!copy_section_line(config, copy, line))
+                break;
+            continue;
+        }
+        if (!config_line_is_comment(line.text) && config_ensure_cli_service(line.text) == 0) {
+            services_seen = true;
+            line.length = std::strlen(line.text);
+        }
+        write_file_line(copy, line);
+    }
+}
+
+}  // namespace
+
+int config_prepare(const char* path) {
+    std::FILE* config = std::fopen(path, "r+");
+    if (config == nullptr)
+        return 1;
+    std::FILE* copy = working_copy_open();
+    if (copy == nullptr) {
+        std::fclose(config);
+        return 1;
+    }
+    copy_config(config, copy);
+    const bool complete = std::ferror(config) == 0;
+    std::fclose(config);
+    return working_copy_install(copy, complete, path);
+}
+
+char* config_key_of(const char* line) {
+    constexpr size_t key_size = 256;
+    auto* key = static_cast<char*>(std::calloc(key_size, 1));
+    if (key == nullptr)
+        std::exit(0);
+    config_key_indent = 0;
+    const char* end = std::strchr(line, '=');
+    if (end == nullptr)
+        return key;
+    size_t length = 0;
+    for (; line != end; ++line) {
+        if (is_blank(*line))
+            ++config_key_indent;
+        else if (length + 1 < key_size)
+            key[length++] = *line;
+    }
+    return key;
+}
+
+bool config_line_is_comment(const char* line) {
+    return std::strchr(line, '#') != nullptr;
+}
+
+int config_ensure_cli_service(char* line) {
+    if (!has_key(line, "services"))
+        return 1;
+    if (collect_services(line).find("cli") != std::string::npos)
+        return 0;
+    char* end_of_list = std::strrchr(line, ')');
+    if (end_of_list != nullptr)
+        std::strcpy(end_of_list, " cli )\n");
+    return 0;
+}
+
+void config_read_cli_address(const char* line) {
+    constexpr size_t key_length = 7;  // of "address"
+    const size_t from = config_key_indent + key_length;
+    std::string address;
+    for (size_t i = from; i < std::strlen(line); ++i) {
+        if (!is_blank(line[i]) && line[i] != '=')
+            address += line[i];
+    }
+    const size_t colon = address.find_first_of(":\n");
+    std::snprintf(cli_host, sizeof(cli_host), "%s", address.substr(0, colon).c_str());
+    cli_port = 0;
+    if (colon != std::string::npos)
+        cli_port = static_cast<std::uint16_t>(std::atoi(address.c_str() + colon + 1));
+}

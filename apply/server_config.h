@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+
+#include "apply/file_line.h"
+
+/// The server's configuration file, as far as the wizard reads and rewrites it: lines of the form
+/// `key = value`, first the list of services, later the `cli` section with its listeners. A line
+/// that holds a "#" anywhere is a comment.
+
+/// Where the server's command-line interface listens, as read from the configuration file last: a
+/// host name or address of at most 255 characters, empty while unknown, and a port.
+extern char cli_host[256];
+extern std::uint16_t cli_port;
+
+/// The number of blanks and tabs before the "=" of the line whose key was extracted last.
+extern unsigned config_key_indent;
+
+/// Rewrites the configuration file `path` so that the server's command-line interface is among its
+/// services, and reads where that listens. Everything else is copied as it stands, except that a
+/// comment, or any line before the services, that ends the file is written twice, and a last line
+/// behind the services that has no line feed is left out. Returns 0, or 1 when the file or its
+/// working copy can't be opened, read or installed.
+int config_prepare(const char* path);
+
+/// The key of a line, the characters before its first "=" without blanks and tabs, at most 255 of
+/// them, in a zero-filled 256-byte buffer that the caller frees; empty for a line without "=". Sets
+/// `config_key_indent`. Ends the program with status 0 when there is no memory.
+char* config_key_of(const char* line);
+
+/// True when the line holds a "#".
+bool config_line_is_comment(const char* line);
+
+/// Adds "cli" to the list of services in `line` unless the list already holds these letters or has
+/// no end. The buffer must have room for 8 characters more than a line can have. Returns 0, or 1
+/// when the line's key is not "services".
+int config_ensure_cli_service(char* line);
+
+/// Reads a line `address = host:port`, whose key has just been extracted, into `cli_host` and
+/// `cli_port`.
+void config_read_cli_address(const char* line);

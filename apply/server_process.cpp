@@ -1,0 +1,73 @@
+#include "apply/server_process.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include "apply/server_config.h"
+#include "apply/shell_command.h"
+#include "wizard/install_profile.h"
+#include "wizard/signal_gate.h"
+
+int server_pid = 0;
+
+namespace {
+
+// What server_read_pid() returns for a pid file that can't be opened.
+constexpr int no_pid_file = 1;
+
+InstallProfile& profile() {
+    return install_profiles[os_kind];
+}
+
+}  // namespace
+
+int server_read_pid() {
+    std::FILE* file = std::fopen(profile().pid_file, "r+");
+    if (file == nullptr)
+        return no_pid_file;
+    char line[256] = {};
+    std::fgets(line, sizeof(line), file);
+    std::fclose(file);
+    server_pid = std::atoi(line);
+    return server_pid;
+}
+
+int server_stop() {
+    if (server_pid == 0)
+        return 0;
+    // A number below 0 would mean a group of processes, or all there are.
+    if (server_pid < 0)
+        return 1;
+    return kill(server_pid, SIGTERM) == -1 ? 1 : 0;
+}
+
+int server_start() {
+    ShellCommand command;
+    if (!format_command(command, "%s >> /dev/null", profile().server_binary))
+        return 1;
+    return run_command(command) == -1 ? 1 : 0;
+}
+
+int server_set_admin_password(const char* password) {
+    ShellCommand command;
+    if (!format_command(command, "%s -A \"%s\" >> /dev/null", profile().server_binary,
+                        in_double_quotes(password).c_str()))
+        return 1;
+    return run_command(command) == -1 ? 1 : 0;
+}
+
+int server_restart_with_password(const char* password) {
+    if (server_read_pid() != no_pid_file && server_stop() != 0)
+        return 1;
+    while (server_read_pid() != no_pid_file)
+        sleep_seconds(1);
+    std::snprintf(profile().admin_password, sizeof(profile().admin_password), "%s", password);
+    if (server_set_admin_password(password) != 0)
+        return 1;
+    config_prepare(profile().config_file);
+    if (server_start() != 0)
+        return 1;
+    server_read_pid();
+    return 0;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+/// Stopping and starting the installed server, whose paths the selected installation profile holds.
+
+/// The server's process id as read last; 0 while none is known.
+extern int server_pid;
+
+/// Reads the first line of the pid file as a number into `server_pid` and returns it. Returns 1,
+/// with `server_pid` as it was, when the file can't be opened for reading and writing. A file that
+/// holds 1 looks the same to the caller.
+int server_read_pid();
+
+/// Sends the server SIGTERM if its process id is known. Returns 0, or 1 when it could not be sent.
+int server_stop();
+
+/// Runs the server, which puts itself into the background. Returns 0, or 1 when it could not be
+/// run; what it says itself is not looked at.
+int server_start();
+
+/// Has the server store its administrator password. Returns 0, or 1 when that could not be run or
+/// the password is too long for a command.
+int server_set_admin_password(const char* password);
+
+/// Stops the running server, waits until its pid file is gone, without a limit and letting signals
+/// in, sets its administrator password, makes sure that its command-line interface is on and starts
+/// it again. The password is kept for the login. Returns 0, or 1 when the server could not be
+/// stopped, given the password or started.
+int server_restart_with_password(const char* password);

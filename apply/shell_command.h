@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+/// A command line for the shell, with its terminator.
+struct ShellCommand {
+    char text[256];
+};
+
+/// Formats a command as printf(3) does. Returns false when it does not fit: a command that was cut
+/// short must not be run.
+bool format_command(ShellCommand& command, const char* format, ...)
+    __attribute__((format(printf, 2, 3)));
+
+/// Has /bin/sh run the command and waits for its end, letting signals in. Returns its wait status
+/// (waitpid(2)), or -1 when there is no process to be had for it.
+int run_command(const ShellCommand& command);
+
+/// `text` so that between double quotes the shell takes every character as it stands: a backslash
+/// before each of " $ ` and \ (sh(1), Double Quotes).
+std::string in_double_quotes(const char* text);
+
+/// `name` as one word of a shell command: itself where it has only characters without a meaning to
+/// the shell, else in single quotes.
+std::string as_shell_word(const char* name);

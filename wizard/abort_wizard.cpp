@@ -1,0 +1,25 @@
+#include "wizard/abort_wizard.h"
+
+#include <curses.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "apply/server_process.h"
+#include "wizard/release_screens.h"
+
+void abort_wizard(int /*signal_number*/) {
+    release_screens();
+    server_stop();
+    endwin();
+    std::printf("\nTELUMA Configuration Wizard Aborted!\n");
+    std::exit(1);
+}
+
+void exit_wizard() {
+    server_stop();
+    release_screens();
+    endwin();
+    std::puts("\nTELUMA Configuration Wizard Aborted!");
+    std::exit(0);
+}

@@ -1,0 +1,33 @@
+#include <curses.h>
+
+#include <csignal>
+
+#include "screens/screen_list.h"
+#include "wizard/abort_wizard.h"
+#include "wizard/host_facts.h"
+#include "wizard/install_profile.h"
+#include "wizard/release_screens.h"
+#include "wizard/screen_sequence.h"
+#include "wizard/signal_gate.h"
+#include "wizard/start_up.h"
+#include "wizard/summary.h"
+#include "wizard/terminal_session.h"
+
+int main() {
+    hold_signal(SIGWINCH, on_resize);
+    hold_signal(SIGINT, abort_wizard);
+    ignore_signal(SIGPIPE);
+    discover_networks();
+    select_install_profile();
+    form_document_paths();
+    start_curses();
+    silence_standard_error();
+    if (!is_superuser())
+        return refuse_user();
+    create_screens();
+    run_screens();
+    endwin();
+    print_summary();
+    release_screens();
+    return 0;
+}

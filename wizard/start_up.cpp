@@ -1,0 +1,64 @@
+#include "wizard/start_up.h"
+
+#include <curses.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+
+#include "ui/colours.h"
+#include "ui/main_window.h"
+#include "ui/message_dialogs.h"
+#include "ui/window.h"
+#include "wizard/terminal_session.h"
+
+namespace {
+
+void leave_curses() {
+    if (!isendwin())
+        endwin();
+}
+
+}  // namespace
+
+void start_curses() {
+    // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
+    std::setlocale(LC_CTYPE, "");
+    if (initscr() == nullptr) {
+        std::printf("You must install ncurses library\n");
+        std::exit(1);
+    }
+    std::atexit(leave_curses);
+    start_color();
+    cbreak();
+    noecho();
+    keypad(stdscr, TRUE);
+    check_terminal_size();
+    init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
+    init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
+    init_pair(pair_button, COLOR_BLACK, COLOR_RED);
+    draw_background();
+    main_window = new Window(stdscr, nullptr);
+}
+
+void silence_standard_error() {
+    const int null_device = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (null_device == -1)
+        return;
+    close(STDERR_FILENO);
+    dup(null_device);
+}
+
+bool is_superuser() {
+    return getuid() == 0 && getgid() == 0;
+}
+
+int refuse_user() {
+    showMessage("You MUST be a superuser to run this program!", "Error!");
+    delete main_window;
+    main_window = nullptr;
+    endwin();
+    return 1;
+}

@@ -1,0 +1,76 @@
+#include "wizard/terminal_session.h"
+
+#include <curses.h>
+#include <panel.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "apply/progress_list.h"
+#include "screens/screen_list.h"
+#include "ui/colours.h"
+#include "ui/keys.h"
+#include "ui/modal_dialog.h"
+#include "ui/pending_box.h"
+#include "ui/window.h"
+#include "wizard/release_screens.h"
+#include "wizard/screen_size.h"
+#include "wizard/screen_state.h"
+
+void check_terminal_size() {
+    screen_rows = getmaxy(stdscr);
+    screen_cols = getmaxx(stdscr);
+    if (screen_cols >= min_screen_cols && screen_rows >= min_screen_rows)
+        return;
+    endwin();
+    std::puts("Please enlarge your window so it will have at least 72 columns and 20 lines!");
+    release_screens();
+    std::exit(0);
+}
+
+namespace {
+
+void draw_ruler(int row) {
+    const int columns = getmaxx(stdscr);
+    for (int col = 0; col < columns; ++col)
+        mvwaddch(stdscr, row, col, '-');
+}
+
+void redraw_dialogs() {
+    if (screen_state == state_message || screen_state == state_yes_no) {
+        curs_set(0);
+        drain_key(ModalDialog::open()->getFrame()->getCursesWindow(), true);
+    }
+    if (ModalDialog::open() != nullptr)
+        ModalDialog::open()->place();
+    placePending();
+    progress_place_all();
+}
+
+}  // namespace
+
+void draw_background() {
+    const int rows = getmaxy(stdscr);
+    wbkgd(stdscr, COLOR_PAIR(pair_screen));
+    wattron(stdscr, A_BOLD);
+    mvwprintw(stdscr, 0, 0, "%s", "Welcome to the Teluma Config Utility (v6.0.0)");
+    draw_ruler(1);
+    mvwprintw(stdscr, rows - 1, 0, "%s", "Use TAB key to jump from one control to another");
+    draw_ruler(rows - 2);
+    wattroff(stdscr, A_BOLD);
+}
+
+void on_resize(int /*signal_number*/) {
+    const int errno_before = errno;
+    clear();
+    endwin();
+    refresh();
+    check_terminal_size();
+    draw_background();
+    redraw_screens();
+    redraw_dialogs();
+    update_panels();
+    doupdate();
+    errno = errno_before;
+}
