@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <csignal>
+
 #include "wizard/signal_gate.h"
 
 namespace {
@@ -14,6 +16,12 @@ int key_at_hand(WINDOW* window) {
     return key;
 }
 
+// Input of which nothing can be read has come to its end: the terminal is gone.
+void hang_up() {
+    raise(SIGHUP);
+    let_signals_in();
+}
+
 }  // namespace
 
 bool is_press(int key) {
@@ -24,12 +32,15 @@ int read_key(WINDOW* window) {
     if (window == nullptr)
         window = stdscr;
     keypad(window, TRUE);
-    int key = key_at_hand(window);
-    while (key == ERR) {
-        wait_readable(STDIN_FILENO);
-        key = key_at_hand(window);
+    bool has_input = false;
+    for (;;) {
+        const int key = key_at_hand(window);
+        if (key != ERR)
+            return key;
+        if (has_input)
+            hang_up();
+        has_input = wait_readable(STDIN_FILENO) == 0;
     }
-    return key;
 }
 
 void drain_key(WINDOW* window, bool stay_in_no_delay) {

@@ -13,7 +13,8 @@ bool is_press(int key);
 /// Waits for a key, reading from `window` with keypad on, and returns it as wgetch(3X) does. A key
 /// that curses already holds comes first; signals are let in only while none is there. Should
 /// `window` be null, the key is read from the standard screen. While it waits it uses no processor
-/// time, also where the window is in no-delay mode, which it keeps.
+/// time, also where the window is in no-delay mode, which it keeps. When the input has come to its
+/// end the process sends itself SIGHUP.
 int read_key(WINDOW* window);
 
 /// Reads and forgets one key of `window` without waiting, and without showing anything of a window

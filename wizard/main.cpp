@@ -1,6 +1,7 @@
 #include <curses.h>
 
 #include <csignal>
+#include <initializer_list>
 
 #include "screens/screen_list.h"
 #include "wizard/abort_wizard.h"
@@ -15,7 +16,8 @@
 
 int main() {
     hold_signal(SIGWINCH, on_resize);
-    hold_signal(SIGINT, abort_wizard);
+    for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
+        hold_signal(signal_number, abort_wizard);
     ignore_signal(SIGPIPE);
     discover_networks();
     select_install_profile();
