@@ -1,0 +1,86 @@
+#include "tests/standin/cli_client.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/socket.h>
+
+#include <utility>
+
+#include "tests/support/caller.h"
+#include "tests/support/deadline.h"
+
+CliClient::CliClient(int port)
+    : socket(checked(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket")) {
+    sockaddr_in name{};
+    name.sin_family = AF_INET;
+    name.sin_port = htons(static_cast<in_port_t>(port));
+    name.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    checked(connect(socket.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name),
+            "connect");
+}
+
+void CliClient::send(const std::string& bytes) const {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        done += static_cast<std::size_t>(
+            checked(static_cast<int>(::send(socket.get(), bytes.data() + done, bytes.size() - done,
+                                            MSG_NOSIGNAL)),
+                    "send"));
+    }
+}
+
+std::string CliClient::readReply() {
+    while (received.size() < 2 || received.compare(received.size() - 2, 2, "> ") != 0) {
+        if (!receive()) {
+            stop_test(Caller::here(), "the connection ended after: " + received);
+        }
+    }
+    return std::exchange(received, {});
+}
+
+std::string CliClient::readBytes(std::size_t count) {
+    while (received.size() < count) {
+        if (!receive()) {
+            stop_test(Caller::here(), "the connection ended after: " + received);
+        }
+    }
+    return std::exchange(received, {});
+}
+
+std::string CliClient::readToEnd() {
+    while (receive()) {
+    }
+    return std::exchange(received, {});
+}
+
+std::string CliClient::say(const std::string& line) {
+    sendLine(line);
+    return readReply();
+}
+
+std::string CliClient::logIn(const std::string& password) {
+    readReply();
+    say("user admin");
+    return say(password);
+}
+
+bool CliClient::nothingCame() const {
+    char byte = 0;
+    return received.empty() && recv(socket.get(), &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0;
+}
+
+/// Waits for more. False at the end of the connection.
+bool CliClient::receive() {
+    const Deadline deadline;
+    pollfd waiting{socket.get(), POLLIN, 0};
+    while (poll(&waiting, 1, deadline.millisecondsLeft(1000)) <= 0) {
+        if (deadline.passed()) {
+            stop_test(Caller::here(), "nothing came any more after: " + received);
+        }
+    }
+    char buffer[65536];
+    const ssize_t count = recv(socket.get(), buffer, sizeof buffer, 0);
+    received.append(buffer, count > 0 ? static_cast<std::size_t>(count) : 0);
+    return count > 0;
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+#include "standin/run_paths.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_dir.h"
+
+/// The real server program in a directory of its own, at a port of its own. Daemons that are left
+/// over at the end of a test are killed.
+class DaemonTest : public testing::Test {
+  protected:
+    /// Writes a configuration with the CLI switched on and sets the password "secret".
+    DaemonTest();
+
+    void TearDown() override;
+
+    /// Runs the program with the directory and `arguments` to its end.
+    CommandResult run(const std::vector<std::string>& arguments) const;
+
+    /// Starts the server. Its message and a failed test when that doesn't work.
+    void start();
+
+    /// Sends the daemon SIGTERM and waits for its end.
+    ExitStatus stop() const;
+
+    /// Waits until the daemon has ended.
+    ExitStatus waitForEnd() const;
+
+    /// The process that was started last, by the log; and the port that it listens at.
+    pid_t daemon() const;
+    int port() const;
+
+    /// Replaces the fault rules.
+    void faults(const std::string& rules) const;
+
+    /// The lines of the log that are no notes.
+    std::vector<std::string> commands() const;
+
+    std::string log() const;
+
+    TempDir directory;
+    standin::RunPaths paths;
+};

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <curses.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "tests/support/key.h"
+#include "tests/support/pty.h"
+#include "tests/support/screen_image.h"
+#include "tests/support/screen_reader.h"
+
+/// Real curses on a terminal of its own, for unit tests of code that draws and reads keys in this
+/// process. Make one at the start of a test (a member of the fixture); there can be only one at a
+/// time, but as many one after the other as you like.
+///
+/// It leaves curses as the wizard's start-up does: the standard screen with its colour pairs
+/// (1 white on black, 2 white on blue, 3 black on red), cbreak, noecho and keypad. Where the
+/// terminal has no colours (vt220) there are no pairs. The signal handlers are those from before:
+/// curses' own are taken out again. LINES and COLUMNS leave the environment, as they would override
+/// the terminal's size. What cannot be set up throws.
+///
+/// Delete the panels that a test made before the terminal goes. A panel that is forgotten is
+/// reported by the leak checker.
+class CursesTerminal {
+  public:
+    /// `term` names an entry of terminfo; `locale` decides whether curses may write UTF-8.
+    explicit CursesTerminal(int rows = 24, int cols = 80,
+                            const std::string& term = "xterm-256color",
+                            const std::string& locale = "C.UTF-8");
+    ~CursesTerminal();
+    CursesTerminal(const CursesTerminal&) = delete;
+    CursesTerminal& operator=(const CursesTerminal&) = delete;
+
+    /// Types ahead: wgetch() reads the bytes, also if it does not wait. A terminal keeps 4095 bytes
+    /// until they are read; more than that throws in the end. Any thread may type. The
+    /// terminal driver keeps the characters by which it acts itself (^C, ^S, ^V ...).
+    void type(const std::string& bytes);
+
+    void press(Key key);
+
+    /// What curses has last put on the terminal, by its own account, and whether the cursor is
+    /// visible. What the code under test has not sent to the terminal is not in it.
+    ScreenImage image();
+
+    /// What a terminal shows after all that curses has written.
+    ScreenImage terminalImage() { return reader.image(); }
+
+    /// Everything that curses has written.
+    std::string outputBytes() { return reader.bytes(); }
+
+    /// Whether the terminal shows the alternate screen, that is, curses has not ended.
+    bool alternateScreen() { return reader.alternateScreen(); }
+
+    TerminalModes modes() const { return pty.modes(); }
+
+    /// Changes the terminal's size. No signal comes: the code under test is told by the test.
+    void resize(int rows, int cols) { reader.resize(rows, cols); }
+
+  private:
+    void startCurses(const std::string& term);
+
+    std::string locale_before;
+    Pty pty;
+    ScreenReader reader;
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream;
+    SCREEN* screen = nullptr;
+};

@@ -1,0 +1,40 @@
+#include "tests/support/descriptor.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+Descriptor::~Descriptor() {
+    close();
+}
+
+Descriptor::Descriptor(Descriptor&& other) noexcept : value(std::exchange(other.value, -1)) {}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(value, other.value);
+    return *this;
+}
+
+void Descriptor::close() {
+    if (value >= 0)
+        ::close(std::exchange(value, -1));
+}
+
+int Descriptor::release() {
+    return std::exchange(value, -1);
+}
+
+Pipe make_pipe() {
+    int ends[2];
+    checked(pipe2(ends, O_CLOEXEC), "pipe2");
+    return {Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+int checked(int result, const char* call) {
+    if (result < 0)
+        throw std::system_error(errno, std::generic_category(), call);
+    return result;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "tests/support/key.h"
+#include "tests/support/screen_image.h"
+
+/// A terminal without a window: interprets the bytes that a program writes, as libvterm reads them,
+/// and knows what the keys send. UTF-8, alternate screen and line drawing included; bold does not
+/// make a colour bright.
+class Emulator {
+  public:
+    /// `term` names the terminal that is played (a TERM value). It matters where kinds of terminal
+    /// give one sequence different meanings.
+    Emulator(int rows, int cols, const std::string& term);
+    ~Emulator();
+    Emulator(const Emulator&) = delete;
+    Emulator& operator=(const Emulator&) = delete;
+
+    /// Interprets output; a sequence may be cut anywhere between two calls.
+    void feed(const std::string& bytes);
+
+    void resize(int rows, int cols);
+
+    ScreenImage image() const;
+
+    /// Whether the program shows the alternate screen instead of the normal one.
+    bool alternateScreen() const;
+
+    /// What a key sends in the modes that are set now.
+    std::string keyBytes(Key key);
+
+    /// What the terminal has answered to questions in the output since the last call; to be sent to
+    /// the program as if typed.
+    std::string takeReplies();
+
+  private:
+    struct Terminal;
+    std::unique_ptr<Terminal> terminal;
+};

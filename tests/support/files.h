@@ -1,0 +1,31 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+/// Short cuts to files for tests. What cannot be done throws std::system_error with the path.
+
+/// The whole content of a file.
+std::string read_file(const std::string& path);
+
+/// Makes or replaces a file, with exactly the permission bits `mode`.
+void write_file(const std::string& path, const std::string& content, mode_t mode = 0644);
+
+/// Whether anything stands at the path, a dangling link included.
+bool exists(const std::string& path);
+
+/// What a symbolic link points to.
+std::string link_target(const std::string& path);
+
+/// What stands at a path, which is not followed if it is a link.
+struct FileFacts {
+    bool is_link;
+    bool is_directory;
+    mode_t mode;  // the permission bits, as 04755
+    uid_t owner;
+    gid_t group;
+    off_t size;  // bytes
+};
+
+FileFacts file_facts(const std::string& path);

@@ -1,0 +1,74 @@
+#include "tests/support/pty.h"
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+namespace {
+
+std::string name_of_program_side(int screen_side) {
+    char name[64];
+    const int error = ptsname_r(screen_side, name, sizeof name);
+    if (error != 0)
+        throw std::system_error(error, std::generic_category(), "ptsname_r");
+    return name;
+}
+
+}  // namespace
+
+Pty::Pty(int rows, int cols)
+    : screen_side(
+          checked(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK), "posix_openpt")) {
+    checked(grantpt(screen_side.get()), "grantpt");
+    checked(unlockpt(screen_side.get()), "unlockpt");
+    program_side_name = name_of_program_side(screen_side.get());
+    program_side = openProgramSide();
+    resize(rows, cols);
+}
+
+Descriptor Pty::openProgramSide() const {
+    return Descriptor(
+        checked(open(program_side_name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open a terminal"));
+}
+
+std::string Pty::read() {
+    std::string output;
+    char piece[4096];
+    ssize_t length;
+    while ((length = ::read(screen_side.get(), piece, sizeof piece)) > 0)
+        output.append(piece, static_cast<size_t>(length));
+    return output;
+}
+
+size_t Pty::write(const std::string& bytes) {
+    const ssize_t written = ::write(screen_side.get(), bytes.data(), bytes.size());
+    if (written >= 0)
+        return static_cast<size_t>(written);
+    if (errno == EAGAIN || errno == EINTR)
+        return 0;
+    throw std::system_error(errno, std::generic_category(), "write to a terminal");
+}
+
+void Pty::resize(int rows, int cols) {
+    winsize size{};
+    size.ws_row = static_cast<unsigned short>(rows);
+    size.ws_col = static_cast<unsigned short>(cols);
+    checked(ioctl(screen_side.get(), TIOCSWINSZ, &size), "TIOCSWINSZ");
+}
+
+int Pty::foregroundGroup() const {
+    return std::max(0, checked(tcgetpgrp(screen_side.get()), "tcgetpgrp"));
+}
+
+TerminalModes Pty::modes() const {
+    return read_terminal_modes(screen_side.get());
+}
+
+void Pty::hangUp() {
+    screen_side.close();
+}

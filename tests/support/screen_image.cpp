@@ -1,0 +1,87 @@
+#include "tests/support/screen_image.h"
+
+#include <ostream>
+#include <stdexcept>
+
+bool operator==(const Cell& left, const Cell& right) {
+    return left.text == right.text && left.foreground == right.foreground &&
+           left.background == right.background && left.bold == right.bold;
+}
+
+bool operator!=(const Cell& left, const Cell& right) {
+    return !(left == right);
+}
+
+std::ostream& operator<<(std::ostream& out, const Cell& cell) {
+    return out << '"' << cell.text << "\" in " << (cell.bold ? "bold " : "") << cell.foreground
+               << " on " << cell.background;
+}
+
+bool operator==(const Position& left, const Position& right) {
+    return left.row == right.row && left.col == right.col;
+}
+
+std::ostream& operator<<(std::ostream& out, const Position& position) {
+    return out << position.row << "," << position.col;
+}
+
+ScreenImage::ScreenImage(int rows, int cols)
+    : row_count(rows), col_count(cols), cells(static_cast<size_t>(rows) * cols) {}
+
+const Cell& ScreenImage::cell(int row, int col) const {
+    return cells[index(row, col)];
+}
+
+Cell& ScreenImage::cell(int row, int col) {
+    return cells[index(row, col)];
+}
+
+std::string ScreenImage::rowText(int row) const {
+    std::string text;
+    for (int col = 0; col < col_count; ++col)
+        text += cell(row, col).text;
+    return text;
+}
+
+std::string ScreenImage::text() const {
+    std::string text;
+    for (int row = 0; row < row_count; ++row) {
+        const std::string line = rowText(row);
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+    }
+    return text;
+}
+
+std::optional<Position> ScreenImage::find(const std::string& wanted) const {
+    for (int row = 0; row < row_count; ++row) {
+        const size_t offset = rowText(row).find(wanted);
+        if (offset == std::string::npos)
+            continue;
+        int col = 0;
+        for (size_t bytes = 0; bytes < offset || cell(row, col).text.empty(); ++col)
+            bytes += cell(row, col).text.size();
+        return Position{row, col};
+    }
+    return std::nullopt;
+}
+
+ScreenImage ScreenImage::region(int row, int col, int rows, int cols) const {
+    ScreenImage part(rows, cols);
+    for (int r = 0; r < rows; ++r) {
+        for (int c = 0; c < cols; ++c)
+            part.cell(r, c) = cell(row + r, col + c);
+    }
+    const Position at{cursor_state.position.row - row, cursor_state.position.col - col};
+    const bool inside = at.row >= 0 && at.row < rows && at.col >= 0 && at.col < cols;
+    part.setCursor({inside ? at : Position{}, inside && cursor_state.visible});
+    return part;
+}
+
+size_t ScreenImage::index(int row, int col) const {
+    if (row < 0 || row >= row_count || col < 0 || col >= col_count) {
+        throw std::out_of_range("no cell " + std::to_string(row) + "," + std::to_string(col) +
+                                " on a screen of " + std::to_string(row_count) + " rows and " +
+                                std::to_string(col_count) + " columns");
+    }
+    return static_cast<size_t>(row) * col_count + col;
+}

@@ -1,0 +1,133 @@
+#include "tests/support/screen_text.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace {
+
+struct Look {
+    int foreground;
+    int background;
+    bool bold;
+    bool blank;
+};
+
+bool operator<(const Look& left, const Look& right) {
+    return std::tie(left.foreground, left.background, left.bold, left.blank) <
+           std::tie(right.foreground, right.background, right.bold, right.blank);
+}
+
+Look look_of(const Cell& cell) {
+    if (cell.text == " ")
+        return {default_colour, cell.background, false, true};
+    return {cell.foreground, cell.background, cell.bold, false};
+}
+
+struct UsualColours {
+    char plain;
+    char bold;
+    int foreground;
+    int background;
+};
+
+constexpr UsualColours usual_colours[] = {
+    {'.', ':', default_colour, default_colour},
+    {'b', 'B', 7, 4},
+    {'k', 'K', 7, 0},
+    {'r', 'R', 0, 1},
+};
+
+constexpr char unusual_letters[] = "0123456789ACDEFGHIJLMNOPQSTUVWXYZ";
+
+std::string colour_name(int colour) {
+    static const char* const names[] = {"black", "red",     "green", "yellow",
+                                        "blue",  "magenta", "cyan",  "white"};
+    if (colour == default_colour)
+        return "default";
+    return colour < 8 ? names[colour] : "colour " + std::to_string(colour);
+}
+
+/// Gives each look its letter and remembers what the letters mean.
+class ColourLetters {
+  public:
+    char letter(const Cell& cell) {
+        const Look look = look_of(cell);
+        for (const UsualColours& usual : usual_colours) {
+            if (look.background == usual.background &&
+                (look.blank || look.foreground == usual.foreground)) {
+                const char found = look.bold ? usual.bold : usual.plain;
+                return note(found, {usual.foreground, usual.background, look.bold, false});
+            }
+        }
+        const auto known = unusual.find(look);
+        if (known != unusual.end())
+            return known->second;
+        const size_t next = std::min(unusual.size(), sizeof unusual_letters - 2);
+        return note(unusual[look] = unusual_letters[next], look);
+    }
+
+    std::string legend() const {
+        std::string lines;
+        for (const auto& [letter, meaning] : meanings)
+            lines += std::string(1, letter) + " = " + meaning + "\n";
+        return lines;
+    }
+
+  private:
+    char note(char letter, const Look& look) {
+        meanings[letter] = std::string(look.bold ? "bold " : "") +
+                           (look.blank ? "blank" : colour_name(look.foreground)) + " on " +
+                           colour_name(look.background);
+        return letter;
+    }
+
+    std::map<Look, char> unusual;
+    std::map<char, std::string> meanings;
+};
+
+std::vector<std::string> colour_rows(const ScreenImage& image, ColourLetters& letters) {
+    std::vector<std::string> rows;
+    for (int row = 0; row < image.rows(); ++row) {
+        rows.emplace_back();
+        for (int col = 0; col < image.cols(); ++col)
+            rows.back() += letters.letter(image.cell(row, col));
+    }
+    return rows;
+}
+
+std::string closed_rows(const std::vector<std::string>& rows) {
+    std::string text;
+    for (const std::string& row : rows)
+        text += row + "|\n";
+    return text;
+}
+
+std::string cursor_line(const Cursor& cursor) {
+    if (!cursor.visible)
+        return "cursor hidden\n";
+    return "cursor " + std::to_string(cursor.position.row) + "," +
+           std::to_string(cursor.position.col) + "\n";
+}
+
+}  // namespace
+
+std::vector<std::string> picture_rows(const ScreenImage& image) {
+    std::vector<std::string> rows;
+    rows.reserve(static_cast<size_t>(image.rows()));
+    for (int row = 0; row < image.rows(); ++row)
+        rows.push_back(image.rowText(row));
+    return rows;
+}
+
+std::vector<std::string> colour_rows(const ScreenImage& image) {
+    ColourLetters letters;
+    return colour_rows(image, letters);
+}
+
+std::string to_text(const ScreenImage& image) {
+    ColourLetters letters;
+    const std::string colours = closed_rows(colour_rows(image, letters));
+    return closed_rows(picture_rows(image)) + "colours\n" + colours + cursor_line(image.cursor()) +
+           letters.legend();
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/screen_image.h"
+
+/// Images as text that a person can read.
+///
+/// One letter stands for the look of a cell:
+///
+///     .  default colours            :  the same in bold
+///     b  white on blue              B  the same in bold
+///     k  white on black             K  the same in bold
+///     r  black on red               R  the same in bold
+///
+/// Of a blank only the background can be seen: it has the small letter of that background. Any
+/// other look gets a digit, then a capital, in the order in which it appears (there are letters for
+/// 33 of them).
+
+/// The characters, one string for a row, each as wide as the image.
+std::vector<std::string> picture_rows(const ScreenImage& image);
+
+/// The looks, one letter for a cell, as wide as the image.
+std::vector<std::string> colour_rows(const ScreenImage& image);
+
+/// The whole image, in the format of the golden files: the rows of the picture, each closed by a
+/// "|" that keeps the blanks at its end; the line "colours" and the rows of looks likewise; the
+/// line "cursor ROW,COL" or "cursor hidden"; a line for each letter used with its meaning.
+///
+/// Two images that look the same have the same text and the other way round.
+std::string to_text(const ScreenImage& image);

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tests/support/caller.h"
+#include "tests/support/emulator.h"
+#include "tests/support/environment.h"
+#include "tests/support/exit_status.h"
+#include "tests/support/key.h"
+#include "tests/support/pty.h"
+#include "tests/support/screen_image.h"
+#include "tests/support/terminal_modes.h"
+#include "tests/support/terminal_session.h"
+
+/// What a program is run with. TERM and LC_ALL are set from `term` and `locale`, LINES and COLUMNS
+/// are taken out; `environment` comes last.
+struct ProgramSetup {
+    std::vector<std::string> arguments;  // the program first, found by PATH unless it has a slash
+    int rows = 24;
+    int cols = 80;
+    std::string term = "xterm-256color";
+    std::string locale = "C.UTF-8";
+    EnvironmentChanges environment = {};
+    std::string directory = {};  // where it starts; empty: where the test is
+};
+
+/// A program that runs in a terminal, and the person before it: what the terminal shows, typing,
+/// resizing, waiting.
+///
+///     TerminalProgram wizard({{"build/teluma-wizard"}});
+///     wizard.waitForText("Password:");
+///     wizard.type("secret");
+///     wizard.press(Key::tab);
+///
+/// Waiting has no sleeps in it: each wait looks at the screen whenever something new has come, for
+/// at most patience(). A wait that fails, also because the program has ended meanwhile, ends the
+/// test and prints the screen. A program needs several writes for a screen, so wait for what it
+/// draws last, or for the whole screen (EXPECT_SCREEN does).
+///
+/// The program is killed when the object goes. One that cannot be started throws std::system_error.
+class TerminalProgram {
+  public:
+    explicit TerminalProgram(const ProgramSetup& setup);
+    ~TerminalProgram();
+    TerminalProgram(const TerminalProgram&) = delete;
+    TerminalProgram& operator=(const TerminalProgram&) = delete;
+
+    using Condition = std::function<bool(const ScreenImage&)>;
+
+    /// Waits until the screen fulfils `condition`; `description` completes "until ...".
+    void waitUntil(const Condition& condition, const std::string& description,
+                   const Caller& caller = Caller::here());
+
+    /// The same without ending the test: false if it has not come to that.
+    bool comesTo(const Condition& condition);
+
+    /// Waits until `text` stands on the screen and returns where.
+    Position waitForText(const std::string& text, const Caller& caller = Caller::here());
+
+    void waitGone(const std::string& text, const Caller& caller = Caller::here());
+
+    /// Waits until the cursor is visible at a place.
+    void waitCursorAt(int row, int col, const Caller& caller = Caller::here());
+
+    /// Waits until the program has ended and everything that it has written is on the screen.
+    ExitStatus waitExit(const Caller& caller = Caller::here());
+
+    /// Waits until nothing has been written for a fifth of a second. That proves nothing: it is
+    /// for looking at a screen of which nothing is known yet, not for tests.
+    void waitQuiet();
+
+    void type(const std::string& bytes);
+    void press(Key key);
+
+    /// Gives the terminal a new size, of which the program learns by SIGWINCH.
+    void resize(int rows, int cols);
+
+    /// Breaks the connection to the terminal: SIGHUP, then end of file. The screen stays as it was.
+    void hangUp();
+
+    /// Sends a signal to the program alone.
+    void signal(int number);
+
+    /// Sends a signal to the terminal's foreground process group: the program and its children.
+    void signalForeground(int number);
+
+    /// What the terminal shows now, after whatever has arrived.
+    ScreenImage image();
+
+    /// Whether the alternate screen is shown.
+    bool alternateScreen();
+
+    /// Every byte that the program has written and that has arrived.
+    std::string output();
+
+    /// What the program printed after it left the alternate screen for good, as plain text: without
+    /// escape sequences, lines ended by "\n". All that it printed if it never was there.
+    std::string printedAfterwards();
+
+    /// The terminal's modes now, and as they were before the program was started.
+    TerminalModes modes() const { return pty.modes(); }
+    const TerminalModes& modesBefore() const { return modes_before; }
+
+    pid_t pid() const { return session.program(); }
+
+  private:
+    bool waitForNews(int milliseconds);
+    void absorb();
+    [[noreturn]] void giveUp(const std::string& description, const Caller& caller);
+
+    Pty pty;
+    TerminalModes modes_before;
+    Emulator emulator;
+    std::string all_output;
+    TerminalSession session;
+    bool connected = true;  // the screen's side of the terminal is open
+    bool complete = false;  // the program has ended and all of its output has arrived
+};

@@ -1,0 +1,172 @@
+#include "tests/support/terminal_session.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <initializer_list>
+#include <system_error>
+#include <utility>
+
+#include "tests/support/environment.h"
+
+namespace {
+
+// The two processes below are forked from one that may have threads: until exec they may call
+// nothing but async-signal-safe functions. All memory they need is prepared before.
+
+struct Prepared {
+    char** arguments;
+    char** environment;
+    const char* directory;
+    int terminal;
+    int report;       // gets the program's pid, later its wait status
+    int start_error;  // gets errno when the program cannot be run; closed by exec
+};
+
+void close_all_but(std::initializer_list<int> ascending) {
+    int first = 0;
+    for (const int kept : ascending) {
+        if (kept > first)
+            close_range(static_cast<unsigned>(first), static_cast<unsigned>(kept - 1), 0);
+        first = kept + 1;
+    }
+    close_range(static_cast<unsigned>(first), ~0U, 0);
+}
+
+void reset_signals() {
+    for (int number = 1; number < NSIG; ++number)
+        std::signal(number, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void report_value(int descriptor, int value) {
+    while (write(descriptor, &value, sizeof value) < 0 && errno == EINTR)
+        continue;
+}
+
+[[noreturn]] void run_program(const Prepared& prepared) {
+    setpgid(0, 0);
+    // Taking the foreground from the background is allowed only while SIGTTOU is ignored, as the
+    // leader does.
+    tcsetpgrp(prepared.terminal, getpid());
+    reset_signals();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        dup2(prepared.terminal, standard);
+    if (chdir(prepared.directory) == 0)
+        execvpe(prepared.arguments[0], prepared.arguments, prepared.environment);
+    report_value(prepared.start_error, errno);
+    _exit(127);
+}
+
+volatile std::sig_atomic_t program_group = 0;
+
+// When the terminal hangs up the kernel tells the leader of the session only, and a shell passes it
+// on to its jobs.
+void pass_on_hang_up(int) {
+    if (program_group > 0)
+        kill(-program_group, SIGHUP);
+}
+
+[[noreturn]] void lead_session(const Prepared& prepared) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    setsid();
+    ioctl(prepared.terminal, TIOCSCTTY, 0);
+    std::signal(SIGHUP, pass_on_hang_up);
+    std::signal(SIGTTOU, SIG_IGN);
+    close_all_but({prepared.terminal, prepared.report, prepared.start_error});
+
+    const pid_t program = fork();
+    if (program == 0)
+        run_program(prepared);
+    program_group = program;
+    report_value(prepared.report, program);
+    close(prepared.start_error);
+    int wait_status = 0;
+    while (waitpid(program, &wait_status, 0) < 0 && errno == EINTR)
+        continue;
+    report_value(prepared.report, wait_status);
+    for (;;)
+        pause();
+}
+
+/// A copy above those descriptors that the program gets, at least `lowest`.
+Descriptor high_copy(const Descriptor& descriptor, int lowest) {
+    return Descriptor(checked(fcntl(descriptor.get(), F_DUPFD_CLOEXEC, lowest), "fcntl"));
+}
+
+/// Forks the leader and returns its pid.
+pid_t start_leader(const Descriptor& terminal, SessionCommand& command, const Descriptor& report,
+                   const Descriptor& start_error) {
+    const Descriptor kept_terminal = high_copy(terminal, 10);
+    const Descriptor kept_report = high_copy(report, kept_terminal.get() + 1);
+    const Descriptor kept_error = high_copy(start_error, kept_report.get() + 1);
+    std::vector<char*> arguments = exec_array(command.arguments);
+    std::vector<char*> environment = exec_array(command.environment);
+    const char* directory = command.directory.empty() ? "." : command.directory.c_str();
+    const Prepared prepared{arguments.data(),    environment.data(), directory,
+                            kept_terminal.get(), kept_report.get(),  kept_error.get()};
+    const pid_t pid = checked(fork(), "fork");
+    if (pid == 0)
+        lead_session(prepared);
+    return pid;
+}
+
+std::optional<int> read_value(int descriptor) {
+    int value = 0;
+    ssize_t length;
+    while ((length = read(descriptor, &value, sizeof value)) < 0 && errno == EINTR)
+        continue;
+    if (length != sizeof value)
+        return std::nullopt;
+    return value;
+}
+
+}  // namespace
+
+TerminalSession::TerminalSession(const Descriptor& terminal, SessionCommand command) {
+    Pipe reports = make_pipe();
+    Pipe start_errors = make_pipe();
+    leader.pid = start_leader(terminal, command, reports.write_end, start_errors.write_end);
+    reports.write_end.close();
+    start_errors.write_end.close();
+    report = std::move(reports.read_end);
+    program_pid = read_value(report.get()).value_or(-1);
+    const std::optional<int> error = read_value(start_errors.read_end.get());
+    if (program_pid < 0 || error) {
+        throw std::system_error(error.value_or(EAGAIN), std::generic_category(),
+                                "cannot run " + command.arguments[0]);
+    }
+}
+
+TerminalSession::~TerminalSession() {
+    while (!ended()) {
+        kill(-program_pid, SIGKILL);
+        kill(program_pid, SIGKILL);
+        pollfd waited{report.get(), POLLIN, 0};
+        poll(&waited, 1, -1);
+    }
+}
+
+TerminalSession::Leader::~Leader() {
+    if (pid < 0)
+        return;
+    kill(pid, SIGKILL);
+    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR)
+        continue;
+}
+
+std::optional<ExitStatus> TerminalSession::ended() {
+    pollfd waited{report.get(), POLLIN, 0};
+    if (!status && poll(&waited, 1, 0) > 0)
+        status = from_wait_status(read_value(report.get()).value_or(0));
+    return status;
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/descriptor.h"
+#include "tests/support/exit_status.h"
+
+/// What a program is started with.
+struct SessionCommand {
+    std::vector<std::string> arguments;    // the program first, found by PATH unless it has a slash
+    std::vector<std::string> environment;  // all of it, "NAME=value"
+    std::string directory;                 // where it starts; empty: where this process is
+};
+
+/// A program in the foreground of a terminal, as a login shell would have started it.
+///
+/// Between this process and the program stands one that leads the session and does nothing but wait
+/// for the program's end. If the program led the session itself, the kernel would hang the terminal
+/// up and reset its modes when the program ends, and nobody could see in what state it left them.
+///
+/// Everything ends with this process, even if that is killed.
+class TerminalSession {
+  public:
+    /// Starts the program with default signal actions, no signal blocked, the terminal as its
+    /// controlling terminal and its standard input, output and error, and no other descriptor.
+    /// std::system_error if it cannot be run.
+    TerminalSession(const Descriptor& terminal, SessionCommand command);
+
+    /// Kills the program, if it has not ended, and the session.
+    ~TerminalSession();
+    TerminalSession(const TerminalSession&) = delete;
+    TerminalSession& operator=(const TerminalSession&) = delete;
+
+    pid_t program() const { return program_pid; }
+
+    /// Readable when the program has ended and ended() has not yet told so; for poll(2).
+    int descriptor() const { return report.get(); }
+
+    /// How the program ended, or nothing while it runs; never waits.
+    std::optional<ExitStatus> ended();
+
+  private:
+    /// The process that leads the session; killed and waited for.
+    struct Leader {
+        pid_t pid = -1;
+
+        ~Leader();
+    };
+
+    Descriptor report;
+    Leader leader;
+    pid_t program_pid = -1;
+    std::optional<ExitStatus> status;
+};
