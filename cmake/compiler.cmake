@@ -17,7 +17,8 @@ if(TELUMA_SANITIZE)
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # The tests preload libraries into the program; a shared runtime would insist on being first.
-    add_link_options(-static-libasan)
+    # The tests preload libraries into the program; a shared runtime would insist on being first,
+    # and the shared one for undefined behaviour does not know where reports go.
+    add_link_options(-static-libasan -static-libubsan)
   endif()
 endif()
