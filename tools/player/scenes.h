@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "tests/support/key.h"
+
+/// What the player types at a time: a text or a key.
+using Stroke = std::variant<std::string, Key>;
+
+/// One screen of a demonstration run.
+struct Scene {
+    std::string name;             ///< what the viewer is told that it is
+    std::string shows;            ///< a text by which the screen is recognised
+    std::vector<Stroke> answers;  ///< what fills the screen in
+    std::vector<Stroke> leaves;   ///< what leaves it, once it has been looked at
+};
+
+/// A whole run of the wizard from the first screen to the end, for the interfaces of the sandbox.
+std::vector<Scene> demonstration();
