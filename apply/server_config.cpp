@@ -1,7 +1,9 @@
 #include "apply/server_config.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 #include "apply/working_copy.h"
@@ -126,9 +128,10 @@ int config_ensure_cli_service(char* line) {
         return 1;
     if (collect_services(line).find("cli") != std::string::npos)
         return 0;
+    static const char with_cli[] = " cli )\n";
     char* end_of_list = std::strrchr(line, ')');
     if (end_of_list != nullptr)
-        std::strcpy(end_of_list, " cli )\n");
+        std::copy(std::begin(with_cli), std::end(with_cli), end_of_list);
     return 0;
 }
 

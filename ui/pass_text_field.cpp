@@ -23,8 +23,6 @@ int PassTextField::onKey(int key) {
 }
 
 void PassTextField::setText(const char* text) {
-    if (text == nullptr)
-        return;
-    keepRoomFor(text);
-    std::strcpy(buffer.data(), text);
+    if (text != nullptr)
+        keepText(text);
 }

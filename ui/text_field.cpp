@@ -49,13 +49,14 @@ int TextField::onKey(int key) {
 void TextField::setText(const char* text) {
     if (text == nullptr)
         return;
-    keepRoomFor(text);
-    std::strcpy(buffer.data(), text);
+    keepText(text);
     length = static_cast<int>(std::strlen(text));
 }
 
-void TextField::keepRoomFor(const char* text) {
-    buffer.resize(std::max(buffer.size(), std::strlen(text) + 1));
+void TextField::keepText(const char* text) {
+    const size_t size = std::strlen(text) + 1;
+    buffer.resize(std::max(buffer.size(), size));
+    std::copy(text, text + size, buffer.begin());
 }
 
 void TextField::append(int key, Echo echo) {

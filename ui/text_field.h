@@ -35,7 +35,9 @@ class TextField : public Window {
     bool isFull() const { return length >= maxLength; }
     void append(int key, Echo echo);
     void removeLast(Echo echo);
-    void keepRoomFor(const char* text);
+
+    /// Copies `text` to the buffer, which grows to hold it; what stands behind stays.
+    void keepText(const char* text);
 
     int visibleWidth;
     std::vector<char> buffer;

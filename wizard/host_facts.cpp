@@ -2,7 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <string>
 
 #include "wizard/install_profile.h"
 
@@ -35,9 +35,10 @@ void discover_networks() {
 
 void form_document_paths() {
     others_doc_path = profile_doc_dir();
-    std::strcpy(readme_path, others_doc_path);
-    std::strcat(others_doc_path, "REMOVE-OTHERS.txt");
-    std::strcat(readme_path, "README");
+    const std::string directory = others_doc_path;
+    std::snprintf(readme_path, sizeof(readme_path), "%sREADME", directory.c_str());
+    std::snprintf(others_doc_path, sizeof(InstallProfile::doc_dir), "%sREMOVE-OTHERS.txt",
+                  directory.c_str());
 }
 
 void release_networks() {
