@@ -118,7 +118,7 @@ void progress_wait_for_ok() {
     ok_button->setFocused(true);
     ok_button->draw();
     update_screen();
-    while (!is_press(read_key(ok_button->getCursesWindow())))
+    while (!is_press(read_key(*ok_button)))
         continue;
     ok_button.reset();
 }

@@ -167,7 +167,7 @@ void screen_draw(Screen& screen) {
 void screen_run(Screen& screen) {
     for (;;) {
         Control& control = focused_control(screen);
-        const int key = read_key(control.widget->getCursesWindow());
+        const int key = read_key(*control.widget);
         if (key == key_tab || (key == key_enter && control.enter_moves_on)) {
             move_on(screen, control);
         } else if (control.take_key != nullptr) {

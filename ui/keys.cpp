@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "ui/window.h"
 #include "wizard/signal_gate.h"
 
 namespace {
@@ -28,12 +29,12 @@ bool is_press(int key) {
     return key == key_enter || key == key_space;
 }
 
-int read_key(WINDOW* window) {
-    if (window == nullptr)
-        window = stdscr;
-    keypad(window, TRUE);
+int read_key(const Window& widget) {
     bool has_input = false;
     for (;;) {
+        // A resize during the wait may have given the widget another curses window.
+        WINDOW* window = widget.getCursesWindow() != nullptr ? widget.getCursesWindow() : stdscr;
+        keypad(window, TRUE);
         const int key = key_at_hand(window);
         if (key != ERR)
             return key;

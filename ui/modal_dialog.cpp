@@ -60,7 +60,7 @@ void ModalDialog::addButton(const DialogButton& button, int row) {
 
 int ModalDialog::run() {
     for (;;) {
-        const int key = read_key(frame->getCursesWindow());
+        const int key = read_key(*frame);
         if (is_press(key))
             return static_cast<int>(focus);
         if (key == key_tab)
