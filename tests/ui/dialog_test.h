@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tests/ui/at_waits.h"
+#include "tests/ui/ui_test.h"
+#include "ui/colours.h"
+#include "ui/modal_dialog.h"
+#include "wizard/screen_state.h"
+
+/// The terminal as the dialogs find it: blue, in the domain screen. What a dialog has drawn last
+/// stays on the terminal after it has gone, until the screen under it is drawn again.
+class DialogTest : public UiTest {
+  protected:
+    explicit DialogTest(int rows = 24, int cols = 80) : UiTest(rows, cols) {
+        paintScreen();
+        screen_state = state_domain;
+    }
+
+    /// Gives the terminal another size and lets the open dialog follow, as the program does.
+    void resizeDialogTo(int rows, int cols) {
+        resizeTo(rows, cols);
+        paintScreen();
+        ModalDialog::open()->place();
+    }
+
+    void paintScreen() {
+        wbkgd(stdscr, COLOR_PAIR(pair_screen));
+        refresh();
+    }
+
+    AtWaits waits;
+};

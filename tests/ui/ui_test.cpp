@@ -1,0 +1,98 @@
+#include "tests/ui/ui_test.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <stdexcept>
+#include <vector>
+
+#include "tests/support/deadline.h"
+#include "ui/main_window.h"
+#include "wizard/screen_size.h"
+#include "wizard/screen_state.h"
+
+namespace {
+
+bool is_screen_side(int descriptor) {
+    char name[64];
+    return ptsname_r(descriptor, name, sizeof name) == 0;
+}
+
+// Curses keeps to itself what it reads from; it is the program's side of a pseudo-terminal, and the
+// tests have opened no other.
+int descriptor_of_curses() {
+    constexpr int most_descriptors = 256;
+    for (int descriptor = most_descriptors; descriptor > STDERR_FILENO; --descriptor) {
+        if (isatty(descriptor) == 1 && !is_screen_side(descriptor))
+            return descriptor;
+    }
+    throw std::runtime_error("curses has no terminal");
+}
+
+// The key loops wait at the standard input, which is the terminal when the program runs.
+int make_standard_input(int descriptor) {
+    const int before = dup(STDIN_FILENO);
+    dup2(descriptor, STDIN_FILENO);
+    return before;
+}
+
+void measure_screen() {
+    screen_rows = getmaxy(stdscr);
+    screen_cols = getmaxx(stdscr);
+}
+
+}  // namespace
+
+UiTest::UiTest(int rows, int cols)
+    : terminal(rows, cols),
+      standard_input(make_standard_input(descriptor_of_curses())),
+      root_frame(std::make_unique<Window>(stdscr, nullptr)) {
+    main_window = root();
+    measure_screen();
+    screen_state = state_password;
+    alarm(static_cast<unsigned>(patience().count() / 1000));
+}
+
+UiTest::~UiTest() {
+    alarm(0);
+    main_window = nullptr;
+    dup2(standard_input, STDIN_FILENO);
+    close(standard_input);
+}
+
+ScreenImage UiTest::shown() {
+    update_panels();
+    doupdate();
+    return terminal.image();
+}
+
+ScreenImage UiTest::shown(int row, int col, int rows, int cols) {
+    return shown().region(row, col, rows, cols);
+}
+
+void UiTest::resizeTo(int rows, int cols) {
+    terminal.resize(rows, cols);
+    clear();
+    endwin();
+    refresh();
+    measure_screen();
+}
+
+int panels_shown() {
+    int count = 0;
+    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
+        ++count;
+    return count;
+}
+
+Position cursor_in(WINDOW* window) {
+    return {getcury(window), getcurx(window)};
+}
+
+std::string line_of(WINDOW* window, int line) {
+    std::vector<char> characters(static_cast<size_t>(getmaxx(window)) + 1);
+    const Position before = cursor_in(window);
+    mvwinnstr(window, line, 0, characters.data(), getmaxx(window));
+    wmove(window, before.row, before.col);
+    return characters.data();
+}
