@@ -34,6 +34,9 @@ void start_curses() {
     start_color();
     cbreak();
     noecho();
+    // An interrupt key that threw away the key before it would leave curses reading a key that is
+    // not there, deaf to the interrupt.
+    noqiflush();
     keypad(stdscr, TRUE);
     check_terminal_size();
     init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
