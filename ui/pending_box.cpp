@@ -75,7 +75,6 @@ void draw_box() {
     print_message();
     pending.frame->setTitle(message_is_too_long() ? "Error!" : pending.title.c_str(), pair_screen);
     pending.frame->draw();
-    curs_set(0);
     update_panels();
     doupdate();
 }
@@ -93,6 +92,7 @@ void open_box(const char* message, const char* title, bool lists_progress) {
     pending.frame->create();
     pending.frame->setColors(pair_screen, pair_screen, 1);
     keypad(pending.frame->getCursesWindow(), TRUE);
+    curs_set(0);
     draw_box();
 }
 
