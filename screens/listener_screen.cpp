@@ -99,7 +99,8 @@ void warn_of_taken_port(const char* address, int port) {
         screen_focus(screen_state) = focus_port;
         return;
     }
-    screen_focus(state_services) = 0;
+    if (!is_webadmin())
+        screen_focus(state_services) = 0;
     go_on();
 }
 
