@@ -91,18 +91,19 @@ bool create_domain() {
 bool add_aliases() {
     const bool wanted = settings.alias_root_to_postmaster || settings.alias_localhost ||
                         settings.alias_localhost_localdomain;
-    if (settings.done_aliases || !wanted)
-        return true;
-    progress_add("alias", "--> adding aliases");
-    if (cli_update_domain_aliases(settings.alias_root_to_postmaster, settings.alias_localhost,
-                                  settings.alias_localhost_localdomain,
-                                  settings.primary_domain) != 0)
-        // It is the domain screen that starts afresh: behind a similar alias stands, as a rule, a
-        // domain that has to be named differently.
-        return go_back_to(state_aliases, state_domain,
-                          "Could not create the aliases! Please make sure that a similar alias "
-                          "does not already exist!");
-    settings.done_aliases = 1;
+    if (!settings.done_aliases && wanted) {
+        progress_add("alias", "--> adding aliases");
+        if (cli_update_domain_aliases(settings.alias_root_to_postmaster, settings.alias_localhost,
+                                      settings.alias_localhost_localdomain,
+                                      settings.primary_domain) != 0)
+            // It is the domain screen that starts afresh: behind a similar alias stands, as a rule,
+            // a domain that has to be named differently.
+            return go_back_to(state_aliases, state_domain,
+                              "Could not create the aliases! Please make sure that a similar alias "
+                              "does not already exist!");
+        settings.done_aliases = 1;
+    }
+    // Aliases that failed, and are not wanted any more, leave nothing to do.
     progress_done("alias");
     return true;
 }
