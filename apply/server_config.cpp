@@ -24,13 +24,14 @@ bool has_key(const char* line, const char* key) {
 }
 
 // The text between the key and the first ")", without what only separates.
-std::string collect_services(const char* line) {
-    const HeapText key(config_key_of(line));
+std::string collect_services(const FileLine& line) {
+    const HeapText key(config_key_of(line.text));
     std::string services;
-    for (line += std::strlen(key.get()) + config_key_indent; *line != '\0' && *line != ')';
-         ++line) {
-        if (std::strchr("\n(=\t", *line) == nullptr)
-            services += *line;
+    for (size_t i = std::strlen(key.get()) + config_key_indent;
+         i < line.length && line.text[i] != ')'; ++i) {
+        // The terminator of this text counts: zero bytes only separate too.
+        if (std::memchr("\n(=\t", line.text[i], sizeof("\n(=\t")) == nullptr)
+            services += line.text[i];
     }
     return services;
 }
@@ -75,10 +76,8 @@ void copy_config(std::FILE* config, std::FILE* copy) {
                 break;
             continue;
         }
-        if (!config_line_is_comment(line.text) && config_ensure_cli_service(line.text) == 0) {
+        if (!config_line_is_comment(line.text) && config_ensure_cli_service(line) == 0)
             services_seen = true;
-            line.length = std::strlen(line.text);
-        }
         write_file_line(copy, line);
     }
 }
@@ -123,15 +122,17 @@ bool config_line_is_comment(const char* line) {
     return std::strchr(line, '#') != nullptr;
 }
 
-int config_ensure_cli_service(char* line) {
-    if (!has_key(line, "services"))
+int config_ensure_cli_service(FileLine& line) {
+    if (!has_key(line.text, "services"))
         return 1;
     if (collect_services(line).find("cli") != std::string::npos)
         return 0;
-    static const char with_cli[] = " cli )\n";
-    char* end_of_list = std::strrchr(line, ')');
-    if (end_of_list != nullptr)
-        std::copy(std::begin(with_cli), std::end(with_cli), end_of_list);
+    const auto end_of_list = std::string(line.text, line.length).rfind(')');
+    if (end_of_list != std::string::npos) {
+        static const char with_cli[] = " cli )\n";
+        std::copy(std::begin(with_cli), std::end(with_cli), line.text + end_of_list);
+        line.length = end_of_list + std::strlen(with_cli);
+    }
     return 0;
 }
 

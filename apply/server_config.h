@@ -32,9 +32,8 @@ char* config_key_of(const char* line);
 bool config_line_is_comment(const char* line);
 
 /// Adds "cli" to the list of services in `line` unless the list already holds these letters or has
-/// no end. The buffer must have room for 8 characters more than a line can have. Returns 0, or 1
-/// when the line's key is not "services".
-int config_ensure_cli_service(char* line);
+/// no end. Returns 0, or 1 when the line's key is not "services".
+int config_ensure_cli_service(FileLine& line);
 
 /// Reads a line `address = host:port`, whose key has just been extracted, into `cli_host` and
 /// `cli_port`.
