@@ -46,7 +46,7 @@ int cli_connect() {
         return errno;
     sockaddr_in address{};
     if (!resolve_host(cli_host, cli_port, address))
-        return close_session(errno);
+        return close_session(errno != 0 ? errno : EHOSTUNREACH);
     sleep_seconds(2);
     const int failure = connect_socket(cli_socket, address);
     return failure != 0 ? close_session(failure) : 0;
