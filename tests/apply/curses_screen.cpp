@@ -1,0 +1,20 @@
+#include "tests/apply/curses_screen.h"
+
+#include <curses.h>
+
+#include "ui/main_window.h"
+#include "ui/window.h"
+#include "wizard/release_screens.h"
+#include "wizard/screen_state.h"
+#include "wizard/terminal_session.h"
+
+CursesScreen::CursesScreen(int rows, int cols) : terminal(rows, cols) {
+    check_terminal_size();
+    draw_background();
+    main_window = new Window(stdscr, nullptr);
+}
+
+CursesScreen::~CursesScreen() {
+    release_screens();
+    screen_state = state_password;
+}

@@ -1,0 +1,46 @@
+// No room for the working copy: the file must never come out shorter than it was.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "apply/server_config.h"
+#include "apply/working_copy.h"
+#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/small_directory.h"
+#include "tests/support/files.h"
+
+namespace {
+
+class FullDisk : public SandboxedServerCase {
+  protected:
+    FullDisk() { go_to_small_directory(); }
+};
+
+TEST_F(FullDisk, a_working_copy_that_could_not_be_written_whole_is_not_installed) {
+    write_file("/run/scratch/file", "old\n");
+    std::FILE* copy = working_copy_open();
+    ASSERT_NE(copy, nullptr);
+    std::fputs(std::string(5000, 'x').c_str(), copy);
+    EXPECT_EQ(working_copy_install(copy, true, "/run/scratch/file"), 1);
+    EXPECT_EQ(read_file("/run/scratch/file"), "old\n");
+    EXPECT_FALSE(exists("temp.cfg"));
+}
+
+TEST_F(FullDisk, the_configuration_stays_as_it_was) {
+    std::string config = read_file(SandboxedServer::config);
+    while (config.size() < 5000)
+        config += "# padding\n";
+    write_file(SandboxedServer::config, config);
+    EXPECT_EQ(config_prepare(SandboxedServer::config), 1);
+    EXPECT_EQ(read_file(SandboxedServer::config), config);
+    EXPECT_FALSE(exists("temp.cfg"));
+}
+
+TEST_F(FullDisk, a_configuration_that_fits_is_prepared) {
+    const std::string before = read_file(SandboxedServer::config);
+    EXPECT_EQ(config_prepare(SandboxedServer::config), 0);
+    EXPECT_EQ(read_file(SandboxedServer::config).size(), before.size() + 5);
+}
+
+}  // namespace

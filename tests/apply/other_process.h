@@ -1,0 +1,28 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include "tests/support/exit_status.h"
+
+/// A child process in a process group of its own that waits for the signal that ends it. Killed and
+/// reaped when the object goes.
+class OtherProcess {
+  public:
+    OtherProcess();
+    ~OtherProcess();
+    OtherProcess(const OtherProcess&) = delete;
+    OtherProcess& operator=(const OtherProcess&) = delete;
+
+    pid_t pid() const { return child; }
+
+    /// Ends and reaps it: from then on there is no process of its id.
+    void end();
+
+    /// Waits until it has ended.
+    ExitStatus waitForEnd();
+
+    bool isRunning() const;
+
+  private:
+    pid_t child;
+};

@@ -1,0 +1,125 @@
+#include "apply/shell_command.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+
+#include "tests/apply/failing_fork.h"
+#include "tests/support/files.h"
+#include "tests/support/temp_dir.h"
+#include "wizard/signal_gate.h"
+
+namespace {
+
+int handled_signals = 0;
+
+void count_signal(int /*number*/) {
+    ++handled_signals;
+}
+
+std::string every_printable_character() {
+    std::string characters;
+    for (char character = ' '; character <= '~'; ++character)
+        characters += character;
+    return characters;
+}
+
+class Shell : public testing::Test {
+  protected:
+    int run(const std::string& text) {
+        ShellCommand command;
+        EXPECT_TRUE(format_command(command, "%s", text.c_str()));
+        return run_command(command);
+    }
+
+    // What the shell makes of a word.
+    std::string said(const std::string& word) {
+        run("printf %s " + word + " >" + directory / "said");
+        return read_file(directory / "said");
+    }
+
+    TempDir directory;
+};
+
+TEST(FormatCommand, puts_the_command_together) {
+    ShellCommand command;
+    EXPECT_TRUE(format_command(command, "cp %s %s", "a", "b"));
+    EXPECT_STREQ(command.text, "cp a b");
+}
+
+TEST(FormatCommand, takes_a_command_of_255_characters) {
+    ShellCommand command;
+    const std::string text(255, 'c');
+    EXPECT_TRUE(format_command(command, "%s", text.c_str()));
+    EXPECT_EQ(command.text, text);
+}
+
+TEST(FormatCommand, refuses_a_command_of_256_characters) {
+    ShellCommand command;
+    EXPECT_FALSE(format_command(command, "%s", std::string(256, 'c').c_str()));
+}
+
+TEST_F(Shell, runs_the_command_to_its_end_and_tells_its_status) {
+    const int status = run("echo done >" + directory / "file" + "; exit 3");
+    EXPECT_EQ(read_file(directory / "file"), "done\n");
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+}
+
+TEST_F(Shell, tells_the_signal_that_has_ended_the_command) {
+    const int status = run("kill -TERM $$");
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGTERM);
+}
+
+TEST_F(Shell, tells_that_there_is_no_process_to_be_had) {
+    const FailingFork fails(1);
+    EXPECT_EQ(run("echo done >" + directory / "file"), -1);
+    EXPECT_FALSE(exists(directory / "file"));
+}
+
+TEST_F(Shell, lets_signals_in_while_the_command_runs) {
+    hold_signal(SIGUSR1, count_signal);
+    handled_signals = 0;
+    const int status = run("kill -USR1 " + std::to_string(getpid()) + "; exit 3");
+    EXPECT_EQ(handled_signals, 1);
+    EXPECT_EQ(WEXITSTATUS(status), 3);
+}
+
+TEST_F(Shell, a_command_has_the_signal_actions_that_the_program_was_started_with) {
+    hold_signal(SIGUSR1, count_signal);
+    ignore_signal(SIGPIPE);
+    EXPECT_EQ(WTERMSIG(run("kill -USR1 $$")), SIGUSR1);
+    EXPECT_EQ(WTERMSIG(run("kill -PIPE $$")), SIGPIPE);
+}
+
+TEST_F(Shell, a_text_in_double_quotes_arrives_as_it_stands) {
+    const std::string text = every_printable_character();
+    EXPECT_EQ(said('"' + in_double_quotes(text.c_str()) + '"'), text);
+}
+
+TEST(InDoubleQuotes, only_what_the_shell_looks_at_gets_a_backslash) {
+    EXPECT_EQ(in_double_quotes("plain 'text' !*?~#&;|<>(){}[]"), "plain 'text' !*?~#&;|<>(){}[]");
+    EXPECT_EQ(in_double_quotes("\"$`\\"), "\\\"\\$\\`\\\\");
+    EXPECT_EQ(in_double_quotes(""), "");
+}
+
+TEST_F(Shell, any_name_is_one_word) {
+    const std::string text = every_printable_character();
+    EXPECT_EQ(said(as_shell_word(text.c_str())), text);
+    EXPECT_EQ(said(as_shell_word("$(echo no) 'yes'")), "$(echo no) 'yes'");
+}
+
+TEST(AsShellWord, a_plain_path_stays_as_it_is) {
+    EXPECT_STREQ(as_shell_word("/var/opt/teluma/run/teluma.cfg").c_str(),
+                 "/var/opt/teluma/run/teluma.cfg");
+}
+
+TEST(AsShellWord, an_empty_name_is_an_empty_word) {
+    EXPECT_EQ(as_shell_word(""), "''");
+}
+
+}  // namespace

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/descriptor.h"
+
+/// The sandbox's system log: whatever is logged while one exists comes to it.
+class SystemLog {
+  public:
+    SystemLog();
+    ~SystemLog();
+    SystemLog(const SystemLog&) = delete;
+    SystemLog& operator=(const SystemLog&) = delete;
+
+    /// The messages so far: "<PRIORITY>" and, without the time, "IDENTITY: TEXT".
+    std::vector<std::string> messages();
+
+  private:
+    Descriptor socket;
+    std::vector<std::string> received;
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <vector>
+
+/// The stand-in server as the sandbox that the test runs in has it installed, at the paths that the
+/// wizard knows. It is not running at first. Everything ends with the sandbox.
+class InstalledServer {
+  public:
+    static constexpr const char* config = "/var/opt/teluma/run/teluma.cfg";
+    static constexpr const char* filters = "/var/opt/teluma/run/smtp.filters";
+    static constexpr const char* pid_file = "/var/opt/teluma/run/teluma.pid";
+    static constexpr const char* binary = "/opt/teluma/bin/teluma";
+
+    /// Starts it; the test ends as failed if that does not work.
+    void start();
+
+    /// Replaces the fault rules, in the form that its README tells of.
+    void faults(const std::string& rules);
+
+    /// Replaces what it has saved, in the form of its state file.
+    void save(const std::string& state);
+
+    /// Puts a shell script in the place of its executable.
+    void replaceBy(const std::string& script);
+
+    /// The process that the pid file names; 0 without one.
+    pid_t pid() const;
+
+    /// The process that was started last, by the log; 0 if none was.
+    pid_t lastStarted() const;
+
+    /// Whether the process that was started last is still there.
+    bool isRunning() const;
+
+    /// Waits until it is not, as after a signal.
+    void waitForEnd() const;
+
+    /// The commands that it has received, `-A PASSWORD` included, in order.
+    std::vector<std::string> commands() const;
+
+    /// All lines of its log, notes ("# ...") included.
+    std::vector<std::string> log() const;
+
+    /// Waits until the log holds this line.
+    void waitForLog(const std::string& line);
+
+    /// Waits for its end, starts it again, logs in with the administrator's password and returns
+    /// everything that it knows, in the form of its state file.
+    std::string stateAfterRestart(const std::string& password);
+};
+
+/// The lines of `text` that begin with `start` and a blank, without that.
+std::vector<std::string> records(const std::string& text, const std::string& start);

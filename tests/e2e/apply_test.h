@@ -1,0 +1,29 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/apply_server.h"
+#include "tests/e2e/wizard_run.h"
+
+/// A host on which the server has been installed and the wizard was started. For sandboxed tests.
+class ApplyTest : public testing::Test {
+  protected:
+    /// Answers every screen and sees the wizard through to its end.
+    void runThrough() {
+        wizard.walkToTheEnd(answers);
+        ASSERT_EQ(wizard.finish(), exited(0));
+    }
+
+    /// From now on no alias, service nor network is ticked and sendmail is let alone, for a test
+    /// that is about other things.
+    void askForLittle() {
+        answers.aliases = {false, false, false};
+        answers.services = {false, false, false};
+        answers.relay = {false, false, false};
+        answers.sendmail = false;
+    }
+
+    Answers answers;
+    InstalledServer server;
+    WizardRun wizard;
+};

@@ -1,0 +1,67 @@
+#include "tests/e2e/dialogs.h"
+
+namespace {
+
+constexpr int webadmin_port = 9000;
+constexpr int loopback_row = 1;
+
+struct DialogFacts {
+    const char* name;
+    const char* title;
+    int buttons;
+};
+
+const DialogFacts& facts_of(Dialog dialog) {
+    static const DialogFacts facts[] = {{"message", "Error!", 1},
+                                        {"question", "WARNING!", 2},
+                                        {"retry_back", "Warning!", 2},
+                                        {"pending", "Operation pending!", 0}};
+    return facts[static_cast<int>(dialog)];
+}
+
+}  // namespace
+
+DialogStage::DialogStage(Dialog dialog) : kind(dialog) {
+    if (kind == Dialog::retry_back)
+        taken.emplace(webadmin_port);
+    if (kind == Dialog::pending)
+        silent.emplace(webadmin_port);
+}
+
+void DialogStage::open(WizardRun& wizard, const Caller& caller) {
+    if (kind == Dialog::message) {
+        wizard.waitForScreen(Stop::password, caller);
+        wizard.type("not repeated");
+    } else {
+        wizard.walk(Stop::password, Stop::webadmin);
+    }
+    openAgain(wizard, caller);
+}
+
+void DialogStage::openAgain(WizardRun& wizard, const Caller& caller) {
+    if (kind == Dialog::message)
+        wizard.pressNext(Stop::password, caller);
+    else
+        wizard.answerListener(Stop::webadmin, {kind == Dialog::question ? loopback_row : 0});
+    wizard.waitForText(facts_of(kind).title, caller);
+    wizard.waitForKey(caller);
+}
+
+int DialogStage::buttons() const {
+    return facts_of(kind).buttons;
+}
+
+void DialogStage::goBack(WizardRun& wizard) {
+    if (kind == Dialog::retry_back)
+        wizard.press(Key::tab);
+    wizard.press(Key::enter);
+    wizard.waitForScreen(kind == Dialog::message ? Stop::password : Stop::webadmin);
+}
+
+void DialogStage::freePort() {
+    silent->free();
+}
+
+std::string dialog_name(const testing::TestParamInfo<Dialog>& info) {
+    return facts_of(info.param).name;
+}

@@ -1,0 +1,89 @@
+#include "screens/interface_rows.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/screens/listener_rig.h"
+#include "tests/screens/local_port.h"
+#include "tests/support/expect_screen.h"
+#include "wizard/screen_state.h"
+
+namespace {
+
+RigSetup with_interfaces(const std::vector<InterfaceFacts>& interfaces) {
+    RigSetup setup;
+    setup.interfaces = interfaces;
+    return setup;
+}
+
+const std::vector<InterfaceFacts> long_facts = {
+    {"all", "0.0.0.0"}, {"lo", "127.0.0.1"}, {"enp0s31f6", "192.168.100.200"}};
+
+TEST(InterfaceRows, have_name_and_address_padded_to_the_longest) {
+    const WizardRig wizard(state_webadmin, with_interfaces(long_facts));
+    EXPECT_EQ(interface_rows(), (std::vector<std::string>{"all       : 0.0.0.0        ",
+                                                          "lo        : 127.0.0.1      ",
+                                                          "enp0s31f6 : 192.168.100.200"}));
+}
+
+TEST(InterfaceRows, the_longest_name_and_address_may_be_of_different_interfaces) {
+    const WizardRig wizard(
+        state_webadmin,
+        with_interfaces({{"all", "0.0.0.0"}, {"longname", "10.0.0.1"}, {"e", "10.200.200.200"}}));
+    EXPECT_EQ(interface_text_width(), 8 + 14);
+    EXPECT_EQ(interface_rows()[1], "longname : 10.0.0.1      ");
+}
+
+TEST(InterfaceRows, the_longest_texts_of_the_table_are_not_cut) {
+    const std::string longest(255, 'x');
+    const WizardRig wizard(state_webadmin, with_interfaces({{longest, longest}}));
+    EXPECT_EQ(interface_text_width(), 510);
+    EXPECT_EQ(interface_rows().front(), longest + " : " + longest);
+}
+
+TEST(InterfaceRows, of_a_name_that_begins_with_lo_are_loopback) {
+    EXPECT_TRUE(is_loopback_row("lo   : 127.0.0.1"));
+    EXPECT_TRUE(is_loopback_row("lo0 : 127.0.0.1"));
+    EXPECT_FALSE(is_loopback_row("eth0 : 127.0.0.1"));
+    EXPECT_FALSE(is_loopback_row("l : 127.0.0.1"));
+    EXPECT_FALSE(is_loopback_row(""));
+}
+
+TEST(ListenerFrame, is_10_rows_high_and_27_columns_wide_with_one_interface) {
+    WizardRig wizard(state_webadmin, with_interfaces({{"all", "0.0.0.0"}}));
+    wizard.play({});
+    EXPECT_PICTURE(wizard.image().region(7, 26, 10, 27), R"(
+┌─────────────────────────┐
+│Select WebAdmin Interface│
+├─────────────────────────┤
+│Interface:       Port:   │
+│$ all : 0.0.0.0  9000    │
+│                         │
+│                         │
+│  Back              OK   │
+│                         │
+└─────────────────────────┘
+)");
+}
+
+TEST(ListenerFrame, grows_with_the_widest_name_and_address) {
+    WizardRig wizard(state_smtp, with_interfaces(long_facts));
+    wizard.play({Key::down, Key::down, Key::tab});
+    const ScreenImage frame = wizard.image().region(6, 20, 12, 40);
+    EXPECT_PICTURE(frame, R"(
+┌──────────────────────────────────────┐
+│        Select SMTP Interface         │
+├──────────────────────────────────────┤
+│Interface:                     Port:  │
+│  all       : 0.0.0.0          25     │
+│  lo        : 127.0.0.1        25     │
+│$ enp0s31f6 : 192.168.100.200  25     │
+│                                      │
+│                                      │
+│  Back                           OK   │
+│                                      │
+└──────────────────────────────────────┘
+)");
+    EXPECT_EQ(frame.cursor().position, (Position{6, 32 + 2}));
+}
+
+}  // namespace

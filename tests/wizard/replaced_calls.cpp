@@ -1,0 +1,66 @@
+#include "tests/wizard/replaced_calls.h"
+
+#include <dlfcn.h>
+#include <sys/ioctl.h>
+#include <sys/select.h>
+#include <sys/syscall.h>
+
+#include <cstdarg>
+#include <cstdio>
+
+ReplacedCalls replaced_calls;
+
+namespace {
+
+bool asks_for_interfaces(unsigned long request) {
+    return request == SIOCGIFCONF || request == SIOCGIFADDR || request == SIOCGIFFLAGS ||
+           request == SIOCGIFNETMASK;
+}
+
+}  // namespace
+
+extern "C" {
+
+int uname(utsname* host) noexcept {
+    if (replaced_calls.uname)
+        return replaced_calls.uname(host);
+    return static_cast<int>(syscall(SYS_uname, host));
+}
+
+int getdomainname(char* name, size_t size) noexcept {
+    if (replaced_calls.getdomainname)
+        return replaced_calls.getdomainname(name, size);
+    std::snprintf(name, size, "(none)");
+    return 0;
+}
+
+int ioctl(int descriptor, unsigned long request, ...) noexcept {
+    va_list arguments;
+    va_start(arguments, request);
+    void* argument = va_arg(arguments, void*);
+    va_end(arguments);
+    if (replaced_calls.interface_ioctl && asks_for_interfaces(request))
+        return replaced_calls.interface_ioctl(request, argument);
+    return static_cast<int>(syscall(SYS_ioctl, descriptor, request, argument));
+}
+
+uid_t getuid() noexcept {
+    return replaced_calls.getuid ? replaced_calls.getuid()
+                                 : static_cast<uid_t>(syscall(SYS_getuid));
+}
+
+gid_t getgid() noexcept {
+    return replaced_calls.getgid ? replaced_calls.getgid()
+                                 : static_cast<gid_t>(syscall(SYS_getgid));
+}
+
+int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
+            const timespec* timeout, const sigset_t* mask) {
+    const bool waits_for_key = readable != nullptr && FD_ISSET(STDIN_FILENO, readable);
+    if (waits_for_key && replaced_calls.before_key_wait)
+        replaced_calls.before_key_wait();
+    static const auto real = reinterpret_cast<decltype(&pselect)>(dlsym(RTLD_NEXT, "pselect"));
+    return real(count, readable, writable, exceptional, timeout, mask);
+}
+
+}  // extern "C"
