@@ -1,13 +1,11 @@
 #include "wizard/tcp_client.h"
 
 #include <fcntl.h>
-#include <netdb.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstring>
 
+#include "wizard/host_lookup.h"
 #include "wizard/signal_gate.h"
 
 int open_tcp_socket() {
@@ -20,15 +18,10 @@ int open_tcp_socket() {
 }
 
 bool resolve_host(const char* host, int port, sockaddr_in& address) {
-    const hostent* entry = gethostbyname(host);
-    if (entry == nullptr || entry->h_addrtype != AF_INET)
-        return false;
     address = sockaddr_in{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<uint16_t>(port));
-    const size_t length = std::min(static_cast<size_t>(entry->h_length), sizeof(address.sin_addr));
-    std::memcpy(&address.sin_addr, entry->h_addr_list[0], length);
-    return true;
+    return look_up_host(host, address.sin_addr);
 }
 
 int connect_socket(int descriptor, const sockaddr_in& address) {
