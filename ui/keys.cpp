@@ -30,6 +30,9 @@ bool is_press(int key) {
 }
 
 int read_key(const Window& widget) {
+    // Somebody who never stops typing, or a paste, must not keep the user from interrupting; a
+    // resize can wait until there is nothing to read, as it swallows keys.
+    let_signals_in_except(SIGWINCH);
     bool has_input = false;
     for (;;) {
         // A resize during the wait may have given the widget another curses window.

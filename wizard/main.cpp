@@ -18,6 +18,7 @@ int main() {
     hold_signal(SIGWINCH, on_resize);
     for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
         hold_signal(signal_number, abort_wizard);
+    hold_signal(SIGTSTP, suspend_wizard);
     ignore_signal(SIGPIPE);
     discover_networks();
     select_install_profile();

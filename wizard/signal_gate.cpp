@@ -27,6 +27,21 @@ SignalMasks& masks() {
     return signal_masks;
 }
 
+// A signal that is pending is delivered before sigprocmask() returns.
+void let_in(const sigset_t& mask) {
+    sigset_t before;
+    sigprocmask(SIG_SETMASK, &mask, &before);
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+}
+
+// A mask that blocks all signals but one.
+sigset_t all_but(int signal_number) {
+    sigset_t mask;
+    sigfillset(&mask);
+    sigdelset(&mask, signal_number);
+    return mask;
+}
+
 int wait_for_descriptor(int descriptor, bool for_reading) {
     if (descriptor < 0 || descriptor >= FD_SETSIZE)
         return EBADF;
@@ -82,9 +97,25 @@ void ignore_signal(int signal_number) {
     signal(signal_number, SIG_IGN);
 }
 
+void stop_process(int signal_number) {
+    struct sigaction handled {};
+    struct sigaction by_default {};
+    by_default.sa_handler = SIG_DFL;
+    sigaction(signal_number, &by_default, &handled);
+    raise(signal_number);
+    // It stops here.
+    let_in(all_but(signal_number));
+    sigaction(signal_number, &handled, nullptr);
+}
+
 void let_signals_in() {
-    sigprocmask(SIG_SETMASK, &masks().waiting, nullptr);
-    sigprocmask(SIG_BLOCK, &masks().held, nullptr);
+    let_in(masks().waiting);
+}
+
+void let_signals_in_except(int kept_out) {
+    sigset_t mask = masks().waiting;
+    sigaddset(&mask, kept_out);
+    let_in(mask);
 }
 
 int wait_readable(int descriptor) {
@@ -106,13 +137,14 @@ void sleep_seconds(int seconds) {
 int wait_for_child(pid_t child) {
     int status = 0;
     pid_t ended = 0;
+    sigset_t before;
     // The handlers do all of a signal's work themselves, so one that runs just before waitpid()
     // begins to wait leaves nothing to be noticed here.
-    sigprocmask(SIG_SETMASK, &masks().waiting, nullptr);
+    sigprocmask(SIG_SETMASK, &masks().waiting, &before);
     do {
         ended = waitpid(child, &status, 0);
     } while (ended == -1 && errno == EINTR);
-    sigprocmask(SIG_BLOCK, &masks().held, nullptr);
+    sigprocmask(SIG_SETMASK, &before, nullptr);
     return ended == child ? status : -1;
 }
 

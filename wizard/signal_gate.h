@@ -19,8 +19,15 @@ void hold_signal(int signal_number, void (*handler)(int));
 /// Ignores `signal_number`; child processes don't.
 void ignore_signal(int signal_number);
 
+/// In the handler of a signal that stops a process: stops this one as the signal would by itself,
+/// and returns when it goes on. A process that nobody could make go on is not stopped.
+void stop_process(int signal_number);
+
 /// Lets in the signals that have come, without waiting: for loops that may never have to wait.
 void let_signals_in();
+
+/// The same but for `kept_out`, which stays blocked.
+void let_signals_in_except(int kept_out);
 
 /// Waits until `descriptor` can be read (or has reached its end), letting signals in. Returns 0, or
 /// the errno of a descriptor that can't be waited for.

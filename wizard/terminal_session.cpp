@@ -4,6 +4,7 @@
 #include <panel.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -17,6 +18,7 @@
 #include "wizard/release_screens.h"
 #include "wizard/screen_size.h"
 #include "wizard/screen_state.h"
+#include "wizard/signal_gate.h"
 
 void check_terminal_size() {
     screen_rows = getmaxy(stdscr);
@@ -73,4 +75,10 @@ void on_resize(int /*signal_number*/) {
     update_panels();
     doupdate();
     errno = errno_before;
+}
+
+void suspend_wizard(int signal_number) {
+    endwin();
+    stop_process(signal_number);
+    on_resize(SIGWINCH);
 }

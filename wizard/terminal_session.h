@@ -14,3 +14,7 @@ void draw_background();
 /// screen concerned, the services, relay and sendmail screens always, swallows one key that is
 /// waiting to be read. A message or question that is open is left in no-delay mode.
 void on_resize(int signal_number);
+
+/// The handler of SIGTSTP: gives the terminal back while the wizard is stopped, and redraws the
+/// screen, at the size that the terminal then has, when it goes on.
+void suspend_wizard(int signal_number);

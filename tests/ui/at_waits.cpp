@@ -15,7 +15,7 @@ AtWaits* current = nullptr;
 
 AtWaits::AtWaits() {
     current = this;
-    hold_signal(SIGUSR1, runNext);
+    hold_signal(SIGWINCH, runNext);
 }
 
 AtWaits::~AtWaits() {
@@ -27,7 +27,7 @@ AtWaits::~AtWaits() {
 
 AtWaits& AtWaits::then(std::function<void()> piece) {
     pieces.push_back(std::move(piece));
-    std::raise(SIGUSR1);
+    std::raise(SIGWINCH);
     return *this;
 }
 
@@ -37,6 +37,6 @@ void AtWaits::runNext(int /*signal_number*/) {
     const std::function<void()> piece = std::move(current->pieces.front());
     current->pieces.pop_front();
     if (!current->pieces.empty())
-        std::raise(SIGUSR1);
+        std::raise(SIGWINCH);
     piece();
 }

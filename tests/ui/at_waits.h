@@ -8,7 +8,7 @@
 /// may look at the screen, draw, and type the key that is waited for. One that types nothing leaves
 /// the wait to the next piece.
 ///
-/// They come in by a signal, as a resize does, so the code must wait as the key loops do; and only
+/// They come in by SIGWINCH, as a resize does, so the code must wait as the key loops do; and only
 /// where there is nothing to read yet. A piece that never got its wait fails the test. One object
 /// at a time.
 class AtWaits {

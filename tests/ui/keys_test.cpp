@@ -79,7 +79,18 @@ TEST_F(KeysTest, a_signal_that_brings_no_key_does_not_end_the_wait) {
     EXPECT_EQ(read_key(widget), 'z');
 }
 
-TEST_F(KeysTest, signals_stay_out_while_there_is_a_key_to_read) {
+int interrupts = 0;
+
+TEST_F(KeysTest, an_interrupt_gets_in_although_there_is_a_key_to_read) {
+    hold_signal(SIGUSR1, [](int) { ++interrupts; });
+    std::raise(SIGUSR1);
+    EXPECT_EQ(interrupts, 0);
+    terminal.type("a");
+    EXPECT_EQ(read_key(widget), 'a');
+    EXPECT_EQ(interrupts, 1);
+}
+
+TEST_F(KeysTest, a_resize_stays_out_while_there_is_a_key_to_read) {
     std::vector<char> order;
     AtWaits waits;
     waits.then([&] {
