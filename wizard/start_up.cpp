@@ -12,6 +12,7 @@
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "ui/window.h"
+#include "wizard/crash_guard.h"
 #include "wizard/terminal_session.h"
 
 namespace {
@@ -26,11 +27,13 @@ void leave_curses() {
 void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
+    remember_terminal_modes();
     if (initscr() == nullptr) {
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }
     std::atexit(leave_curses);
+    guard_terminal_against_crashes();
     start_color();
     cbreak();
     noecho();

@@ -1,0 +1,60 @@
+#include "wizard/crash_guard.h"
+
+#include <curses.h>
+#include <term.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstddef>
+#include <initializer_list>
+
+namespace {
+
+const int crash_signals[] = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT};
+
+// What undoes curses' changes of the screen, put together in advance.
+char farewell[256];
+std::size_t farewell_length = 0;
+
+termios modes_before;
+bool modes_known = false;
+
+struct sigaction actions_before[NSIG];
+
+int add_to_farewell(int character) {
+    if (farewell_length < sizeof(farewell))
+        farewell[farewell_length++] = static_cast<char>(character);
+    return character;
+}
+
+void on_crash(int signal_number) {
+    const ssize_t written = write(STDOUT_FILENO, farewell, farewell_length);
+    if (written >= 0 && modes_known)
+        tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
+    // Raised again, it is delivered when this handler has returned, to whoever had it before.
+    sigaction(signal_number, &actions_before[signal_number], nullptr);
+    raise(signal_number);
+}
+
+}  // namespace
+
+void remember_terminal_modes() {
+    modes_known = tcgetattr(STDIN_FILENO, &modes_before) == 0;
+}
+
+void guard_terminal_against_crashes() {
+    // Names of terminfo(5): the keypad as it was, the original colours, plain text, a visible
+    // cursor, the normal screen.
+    for (const char* capability : {"rmkx", "op", "sgr0", "cnorm", "rmcup"}) {
+        const char* sequence = tigetstr(capability);
+        const bool is_text = sequence != nullptr && sequence != reinterpret_cast<char*>(-1);
+        if (is_text)
+            tputs(sequence, 1, add_to_farewell);
+    }
+    struct sigaction action {};
+    action.sa_handler = on_crash;
+    sigfillset(&action.sa_mask);
+    for (const int signal_number : crash_signals)
+        sigaction(signal_number, &action, &actions_before[signal_number]);
+}
