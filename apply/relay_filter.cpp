@@ -52,7 +52,7 @@ void copy_script(std::FILE* script, std::FILE* copy) {
 
 // Rewrites the script at `path`; returns 0 or 1 as relay_write_filter() does.
 int rewrite_script(const char* path, const std::string& condition) {
-    std::FILE* script = std::fopen(path, "r+");
+    std::FILE* script = open_original(path);
     if (script == nullptr)
         return 1;
     std::FILE* copy = working_copy_open();

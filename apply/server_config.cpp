@@ -85,7 +85,7 @@ void copy_config(std::FILE* config, std::FILE* copy) {
 }  // namespace
 
 int config_prepare(const char* path) {
-    std::FILE* config = std::fopen(path, "r+");
+    std::FILE* config = open_original(path);
     if (config == nullptr)
         return 1;
     std::FILE* copy = working_copy_open();

@@ -6,6 +6,7 @@
 
 #include "apply/server_config.h"
 #include "apply/shell_command.h"
+#include "apply/working_copy.h"
 #include "wizard/install_profile.h"
 #include "wizard/signal_gate.h"
 
@@ -23,7 +24,7 @@ InstallProfile& profile() {
 }  // namespace
 
 int server_read_pid() {
-    std::FILE* file = std::fopen(profile().pid_file, "r+");
+    std::FILE* file = open_original(profile().pid_file);
     if (file == nullptr)
         return no_pid_file;
     char line[256] = {};
@@ -46,7 +47,7 @@ int server_start() {
     ShellCommand command;
     if (!format_command(command, "%s >> /dev/null", profile().server_binary))
         return 1;
-    return run_command(command) == -1 ? 1 : 0;
+    return run_server_command(command) == -1 ? 1 : 0;
 }
 
 int server_set_admin_password(const char* password) {
@@ -54,7 +55,7 @@ int server_set_admin_password(const char* password) {
     if (!format_command(command, "%s -A \"%s\" >> /dev/null", profile().server_binary,
                         in_double_quotes(password).c_str()))
         return 1;
-    return run_command(command) == -1 ? 1 : 0;
+    return run_server_command(command) == -1 ? 1 : 0;
 }
 
 int server_restart_with_password(const char* password) {

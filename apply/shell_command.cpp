@@ -7,7 +7,23 @@
 #include <cstdio>
 #include <cstring>
 
+#include "wizard/private_directory.h"
 #include "wizard/signal_gate.h"
+
+namespace {
+
+int run_in_child(const ShellCommand& command, void (*prepare)()) {
+    const pid_t child = fork();
+    if (child == 0) {
+        prepare();
+        restore_signals_in_child();
+        execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
+        _exit(127);
+    }
+    return child == -1 ? -1 : wait_for_child(child);
+}
+
+}  // namespace
 
 bool format_command(ShellCommand& command, const char* format, ...) {
     va_list arguments;
@@ -17,14 +33,12 @@ bool format_command(ShellCommand& command, const char* format, ...) {
     return length >= 0 && static_cast<size_t>(length) < sizeof(command.text);
 }
 
-int run_command(const ShellCommand& command) {
-    const pid_t child = fork();
-    if (child == 0) {
-        restore_signals_in_child();
-        execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
-        _exit(127);
-    }
-    return child == -1 ? -1 : wait_for_child(child);
+int run_server_command(const ShellCommand& command) {
+    return run_in_child(command, leave_private_directory_in_child);
+}
+
+int run_file_command(const ShellCommand& command) {
+    return run_in_child(command, [] { setpgid(0, 0); });
 }
 
 std::string in_double_quotes(const char* text) {
@@ -39,12 +53,14 @@ std::string in_double_quotes(const char* text) {
 
 std::string as_shell_word(const char* name) {
     bool plain = *name != '\0';
-    std::string quoted = "'";
+    // A name that begins with a dash would be taken for an option.
+    const std::string directory = *name == '-' ? "./" : "";
+    std::string quoted = "'" + directory;
     for (const char* at = name; *at != '\0'; ++at) {
         const bool harmless = std::isalnum(static_cast<unsigned char>(*at)) != 0 ||
                               std::strchr("/._+,:@%-", *at) != nullptr;
         plain = plain && harmless;
         quoted += *at == '\'' ? "'\\''" : std::string(1, *at);
     }
-    return plain ? name : quoted + "'";
+    return plain ? directory + name : quoted + "'";
 }

@@ -12,14 +12,19 @@ struct ShellCommand {
 bool format_command(ShellCommand& command, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 
-/// Has /bin/sh run the command and waits for its end, letting signals in. Returns its wait status
-/// (waitpid(2)), or -1 when there is no process to be had for it.
-int run_command(const ShellCommand& command);
+/// Has /bin/sh run a command of the server's, in the directory that the wizard was started in, and
+/// waits for its end, letting signals in. Returns its wait status (waitpid(2)), or -1 when there is
+/// no process to be had for it.
+int run_server_command(const ShellCommand& command);
+
+/// The same in the current directory for a command that changes files. A key that interrupts the
+/// wizard does not reach it: it is not cut off half way.
+int run_file_command(const ShellCommand& command);
 
 /// `text` so that between double quotes the shell takes every character as it stands: a backslash
 /// before each of " $ ` and \ (sh(1), Double Quotes).
 std::string in_double_quotes(const char* text);
 
-/// `name` as one word of a shell command: itself where it has only characters without a meaning to
-/// the shell, else in single quotes.
+/// The file name `name` as one word of a shell command: itself where it has only characters without
+/// a meaning to the shell, else in single quotes; "./" before a name that begins with "-".
 std::string as_shell_word(const char* name);

@@ -1,5 +1,9 @@
 #include "apply/working_copy.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "apply/original_copy.h"
 #include "apply/shell_command.h"
 
 namespace {
@@ -8,8 +12,19 @@ constexpr char name[] = "temp.cfg";
 
 }  // namespace
 
+std::FILE* open_original(const char* path) {
+    std::FILE* file = std::fopen(path, "r+e");
+    struct stat facts {};
+    if (file == nullptr || (fstat(fileno(file), &facts) == 0 && S_ISREG(facts.st_mode)))
+        return file;
+    std::fclose(file);
+    return nullptr;
+}
+
 std::FILE* working_copy_open() {
-    return std::fopen(name, "w");
+    // Never a file, or a link, that somebody else has put there.
+    const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    return descriptor == -1 ? nullptr : fdopen(descriptor, "w");
 }
 
 int working_copy_install(std::FILE* copy, bool complete, const char* path) {
@@ -19,10 +34,11 @@ int working_copy_install(std::FILE* copy, bool complete, const char* path) {
     const bool closed = std::fclose(copy) == 0;
     const bool installs =
         complete && written && closed &&
-        format_command(copy_back, "cp %s %s >> /dev/null", name, as_shell_word(path).c_str());
+        format_command(copy_back, "cp %s %s >> /dev/null", name, as_shell_word(path).c_str()) &&
+        keep_original(path) == 0;
     if (installs)
-        run_command(copy_back);
+        run_file_command(copy_back);
     if (format_command(remove, "rm %s >> /dev/null", name))
-        run_command(remove);
+        run_file_command(remove);
     return installs ? 0 : 1;
 }

@@ -7,6 +7,7 @@
 #include "wizard/abort_wizard.h"
 #include "wizard/host_facts.h"
 #include "wizard/install_profile.h"
+#include "wizard/private_directory.h"
 #include "wizard/release_screens.h"
 #include "wizard/screen_sequence.h"
 #include "wizard/signal_gate.h"
@@ -20,6 +21,7 @@ int main() {
         hold_signal(signal_number, abort_wizard);
     hold_signal(SIGTSTP, suspend_wizard);
     ignore_signal(SIGPIPE);
+    enter_private_directory();
     discover_networks();
     select_install_profile();
     form_document_paths();

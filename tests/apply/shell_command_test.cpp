@@ -29,10 +29,16 @@ std::string every_printable_character() {
 
 class Shell : public testing::Test {
   protected:
-    int run(const std::string& text) {
+    int run(const std::string& text, int (*runner)(const ShellCommand&) = run_server_command) {
         ShellCommand command;
         EXPECT_TRUE(format_command(command, "%s", text.c_str()));
-        return run_command(command);
+        return runner(command);
+    }
+
+    // The process group that a command is run in; /proc/PID/stat is described in proc(5).
+    std::string group_of(int (*runner)(const ShellCommand&)) {
+        run("cut -d' ' -f5 /proc/$$/stat >" + directory / "group", runner);
+        return read_file(directory / "group");
     }
 
     // What the shell makes of a word.
@@ -96,6 +102,11 @@ TEST_F(Shell, a_command_has_the_signal_actions_that_the_program_was_started_with
     EXPECT_EQ(WTERMSIG(run("kill -PIPE $$")), SIGPIPE);
 }
 
+TEST_F(Shell, a_command_that_changes_files_is_out_of_reach_of_the_interrupt_key) {
+    EXPECT_EQ(group_of(run_server_command), std::to_string(getpgrp()) + "\n");
+    EXPECT_NE(group_of(run_file_command), std::to_string(getpgrp()) + "\n");
+}
+
 TEST_F(Shell, a_text_in_double_quotes_arrives_as_it_stands) {
     const std::string text = every_printable_character();
     EXPECT_EQ(said('"' + in_double_quotes(text.c_str()) + '"'), text);
@@ -116,6 +127,11 @@ TEST_F(Shell, any_name_is_one_word) {
 TEST(AsShellWord, a_plain_path_stays_as_it_is) {
     EXPECT_STREQ(as_shell_word("/var/opt/teluma/run/teluma.cfg").c_str(),
                  "/var/opt/teluma/run/teluma.cfg");
+}
+
+TEST(AsShellWord, a_name_that_begins_with_a_dash_is_no_option) {
+    EXPECT_EQ(as_shell_word("-rf"), "./-rf");
+    EXPECT_EQ(as_shell_word("-r f"), "'./-r f'");
 }
 
 TEST(AsShellWord, an_empty_name_is_an_empty_word) {

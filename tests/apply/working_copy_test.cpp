@@ -29,11 +29,23 @@ class WorkingCopy : public testing::Test {
 };
 
 TEST_F(WorkingCopy, stands_empty_in_the_current_directory_while_it_is_open) {
-    write_file("temp.cfg", "left over");
     std::FILE* copy = working_copy_open();
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(read_file("temp.cfg"), "");
     working_copy_install(copy, false, "teluma.cfg");
+}
+
+TEST_F(WorkingCopy, can_be_read_by_nobody_else) {
+    std::FILE* copy = working_copy_open();
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(file_facts("temp.cfg").mode, 0600u);
+    working_copy_install(copy, false, "teluma.cfg");
+}
+
+TEST_F(WorkingCopy, is_not_made_of_a_file_that_is_there_already) {
+    write_file("temp.cfg", "somebody's");
+    EXPECT_EQ(working_copy_open(), nullptr);
+    EXPECT_EQ(read_file("temp.cfg"), "somebody's");
 }
 
 TEST_F(WorkingCopy, is_copied_over_the_file_and_removed) {

@@ -1,0 +1,49 @@
+#include "wizard/private_directory.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <initializer_list>
+#include <string>
+
+namespace {
+
+// Descriptor of the directory that the wizard was started in.
+int started_in = -1;
+
+// Absolute path of the private directory; empty while there is none.
+std::string private_directory;
+
+void remove_private_directory() {
+    unlink("temp.cfg");
+    if (fchdir(started_in) == 0)
+        rmdir(private_directory.c_str());
+}
+
+bool make_directory_below(const char* parent) {
+    std::string name = std::string(parent) + "/teluma-wizard.XXXXXX";
+    if (mkdtemp(name.data()) == nullptr)
+        return false;
+    private_directory = name;
+    return chdir(name.c_str()) == 0;
+}
+
+}  // namespace
+
+void enter_private_directory() {
+    started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (started_in == -1)
+        return;
+    for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
+        if (make_directory_below(parent)) {
+            std::atexit(remove_private_directory);
+            return;
+        }
+    }
+}
+
+void leave_private_directory_in_child() {
+    if (started_in != -1 && fchdir(started_in) != 0)
+        _exit(127);
+}
