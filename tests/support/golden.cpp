@@ -39,7 +39,8 @@ testing::AssertionResult write_golden(const std::string& path, const std::string
 }  // namespace
 
 std::string GoldenFile::path() const {
-    return std::filesystem::path(test_source).parent_path() / (name + ".txt");
+    // The compiler may have been given a name relative to the folder of the build.
+    return (std::filesystem::path(BUILD_FOLDER) / test_source).parent_path() / (name + ".txt");
 }
 
 testing::AssertionResult screen_matches_golden(const char* screen_expression, const char*,
