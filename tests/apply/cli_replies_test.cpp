@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {

@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/focus.h"
 #include "tests/e2e/frame.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -127,7 +127,6 @@ TEST_P(ApplyFailure, is_made_good_by_a_second_run_that_repeats_nothing) {
     EXPECT_EQ(server.commands(), commandsUntilFailure() + commandsLeft());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyFailure, testing::ValuesIn(failing_steps),
-                         case_name<FailingStep>);
+INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyFailure, testing::ValuesIn(failing_steps), CaseName());
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/case_name.h"
 #include "tests/support/golden.h"
 
 namespace {
@@ -12,10 +13,6 @@ struct Surroundings {
     const char* term;
     const char* locale;
 };
-
-std::string name_of(const testing::TestParamInfo<Surroundings>& info) {
-    return info.param.name;
-}
 
 class Frames : public testing::TestWithParam<Surroundings> {};
 
@@ -31,7 +28,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Surroundings{"screen_without", "screen-256color", "C"},
                     Surroundings{"tmux_with_utf8", "tmux-256color", "C.UTF-8"},
                     Surroundings{"tmux_without", "tmux-256color", "C"}),
-    name_of);
+    CaseName());
 
 TEST_P(Frames, are_drawn_with_lines_not_with_letters) {
     WizardRun wizard(24, 80, GetParam().term, GetParam().locale);

@@ -7,6 +7,7 @@
 
 #include "tests/screens/moved_picture.h"
 #include "tests/screens/screen_views.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
 #include "wizard/screen_state.h"
@@ -98,7 +99,7 @@ TEST_P(SizedScreen, takes_keys_after_a_resize) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, SizedScreen, testing::ValuesIn(all_screens()), name_of_screen);
+INSTANTIATE_TEST_SUITE_P(Screens, SizedScreen, testing::ValuesIn(all_screens()), CaseName());
 
 class PicturedScreen : public testing::TestWithParam<ScreenView> {};
 

@@ -4,7 +4,8 @@
 #include <vector>
 
 /// The waits of the code under test, all of which pass through pselect(2), in the hands of the
-/// test that makes one of these. There can be only one at a time.
+/// test that makes one of these. There can be only one at a time. What is called may do what a
+/// signal handler would do at that place, or throw.
 class Waits {
   public:
     Waits();
@@ -18,7 +19,8 @@ class Waits {
     /// Called in every sleep, once it is noted.
     std::function<void()> inSleep;
 
-    /// Called when a key is waited for on standard input; it must see to it that one is typed.
+    /// Called when a key is waited for on standard input. If it types none the wait is interrupted,
+    /// as by a signal, so that a key loop comes to wait anew.
     std::function<void()> atKey;
 
     /// Called before another descriptor is waited for.
