@@ -53,7 +53,7 @@ TEST_P(ListenerAnswer, is_checked_under_a_pending_box_with_the_screen_hidden) {
         EXPECT_FALSE(wizard.image().shows("Interface:"));
     };
     wizard.play(answer_listener(row_eth0, number));
-    EXPECT_EQ(wizard.waits.sleeps, std::vector<int>{1});
+    EXPECT_EQ(wizard.waits.sleeps, std::vector<int>{0});
     EXPECT_FALSE(wizard.image().shows("Operation pending!"));
 }
 

@@ -1,9 +1,12 @@
-# Run after a build of a test executable: writes the file that tells CTest its sandboxed cases.
+# Run after a build of a test executable: writes the file that tells CTest its tests.
 #
 # EXECUTABLE  the GoogleTest executable, FILTER the pattern of the cases wanted
+# BY          what is a test of CTest's: each "case", or each "suite", whose cases share a process
 # LAUNCHER    the command line that the executable and its arguments are appended to
-# PROPERTIES  names and values of the CTest properties of each case; of two values the last counts
+# PROPERTIES  names and values of the CTest properties of each test; of two values the last counts
 # LIST        the file to write
+
+cmake_minimum_required(VERSION 3.16)
 
 execute_process(
   COMMAND "${EXECUTABLE}" --gtest_list_tests "--gtest_filter=${FILTER}"
@@ -21,22 +24,32 @@ function(quote_all out)
 endfunction()
 
 quote_all(command ${LAUNCHER} "${EXECUTABLE}")
-quote_all(properties SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]" ${PROPERTIES})
+quote_all(properties ${PROPERTIES})
+if(BY STREQUAL "case")
+  quote_all(skips SKIP_REGULAR_EXPRESSION "\\[  SKIPPED \\]")
+  string(APPEND properties "${skips}")
+endif()
+
+set(tests "")
+macro(add_one name filter)
+  string(APPEND tests "add_test([==[${name}]==]${command} [==[--gtest_filter=${filter}]==])\n"
+                      "set_tests_properties([==[${name}]==] PROPERTIES${properties})\n")
+endmacro()
 
 # A suite stands at the start of its line and ends in a dot, its cases follow indented by two blanks;
 # what comes after " # " describes a parameter.
 set(suite "")
-set(tests "")
 string(REGEX REPLACE " +#[^\n]*" "" output "${output}")
 string(REPLACE "\n" ";" lines "${output}")
 foreach(line IN LISTS lines)
-  if(line MATCHES "^[^ ]+\\.$")
+  if(line MATCHES "^([^ ]+)\\.$")
     set(suite "${line}")
-  elseif(NOT "${suite}${line}" MATCHES "DISABLED_" AND line MATCHES "^  ([^ ]+)$")
-    set(case "${suite}${CMAKE_MATCH_1}")
-    string(APPEND tests
-           "add_test([==[${case}]==]${command} [==[--gtest_filter=${case}]==])\n"
-           "set_tests_properties([==[${case}]==] PROPERTIES${properties})\n")
+    if(BY STREQUAL "suite")
+      add_one("${CMAKE_MATCH_1}" "${suite}*")
+    endif()
+  elseif(BY STREQUAL "case" AND NOT "${suite}${line}" MATCHES "DISABLED_" AND
+         line MATCHES "^  ([^ ]+)$")
+    add_one("${suite}${CMAKE_MATCH_1}" "${suite}${CMAKE_MATCH_1}")
   endif()
 endforeach()
 if(tests STREQUAL "")
