@@ -22,3 +22,8 @@ if(TELUMA_SANITIZE)
     add_link_options(-static-libasan -static-libubsan)
   endif()
 endif()
+
+if(TELUMA_FUZZ)
+  # What the fuzzer is guided by; the targets alone are linked with the fuzzer itself.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
