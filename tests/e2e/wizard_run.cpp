@@ -34,6 +34,8 @@ bool is_visited(Stop stop, const Answers& answers) {
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
     : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
 
+WizardRun::WizardRun(const std::string& program) : TerminalProgram({{program}}) {}
+
 void WizardRun::waitForKey(const Caller& caller) {
     const auto waits = [this] {
         alternateScreen();  // reads what was drawn: nobody waits for a key who can't draw on

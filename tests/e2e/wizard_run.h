@@ -14,8 +14,12 @@
 /// the screen forwards and does not wait for what comes then.
 class WizardRun : public TerminalProgram {
   public:
+    /// Runs the wizard of the build.
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
+
+    /// Runs an installed one.
+    explicit WizardRun(const std::string& program);
 
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.
