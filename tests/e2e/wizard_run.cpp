@@ -37,6 +37,8 @@ bool is_visited(Stop stop, const Answers& answers) {
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
     : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
 
+WizardRun::WizardRun(const std::string& program) : TerminalProgram({{program}}) {}
+
 WizardRun::WizardRun(const EnvironmentChanges& environment)
     : TerminalProgram({{WIZARD_PROGRAM}, 24, 80, "xterm-256color", "C.UTF-8", environment}) {}
 
