@@ -32,8 +32,8 @@ std::string link_target(const std::string& path) {
     return length > 0 ? std::string(target, static_cast<size_t>(length)) : "";
 }
 
-// Whether anything stands at `path`, a link that leads nowhere included. A name that can't be looked
-// at counts too: what may stand there would be lost in a rename.
+// Whether anything stands at `path`, a link that leads nowhere included. A name that can't be
+// looked at counts too: what may stand there would be lost in a rename.
 bool exists(const std::string& path) {
     struct stat status {};
     return lstat(path.c_str(), &status) == 0 || errno != ENOENT;

@@ -37,6 +37,11 @@ TEST_P(ApplyPassword, of_the_postmaster_is_sent_as_typed) {
 }
 
 const PasswordCase password_cases[] = {
+    {"the_first_half_of_the_printable_characters",
+     " !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNO"},
+    {"the_second_half_of_the_printable_characters",
+     "PQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~"},
+    {"a_leading_dash", "-A -f"},
     {"quotes", "\"dou\"\"ble\" 'sin'gle'"},
     {"dollars", "$HOME $$ ${PATH} $1$"},
     {"backticks", "`touch run` ``"},
