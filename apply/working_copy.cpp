@@ -27,7 +27,14 @@ std::FILE* open_original(const char* path) {
 std::FILE* working_copy_open() {
     // Never a file, or a link, that somebody else has put there.
     const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    return descriptor == -1 ? nullptr : fdopen(descriptor, "w");
+    if (descriptor == -1)
+        return nullptr;
+    std::FILE* copy = fdopen(descriptor, "w");
+    if (copy == nullptr) {
+        close(descriptor);
+        unlink(name);
+    }
+    return copy;
 }
 
 int working_copy_install(std::FILE* copy, bool complete, const char* path) {
@@ -43,5 +50,7 @@ int working_copy_install(std::FILE* copy, bool complete, const char* path) {
         run_file_command(copy_back);
     if (format_command(remove, "rm %s >> /dev/null", name))
         run_file_command(remove);
+    // A copy that the command has left would bar the way to the next one.
+    unlink(name);
     return installs ? 0 : 1;
 }

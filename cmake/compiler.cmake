@@ -23,5 +23,10 @@ if(TELUMA_SANITIZE)
   endif()
 endif()
 
+if(TELUMA_FUZZ)
+  # What the fuzzer is guided by; the targets alone are linked with the fuzzer itself.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # On 32-bit systems stat(2) would refuse files with inode numbers of 64 bits.
 add_compile_definitions(_FILE_OFFSET_BITS=64)

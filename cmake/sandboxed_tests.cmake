@@ -13,6 +13,8 @@
 # one target different sandboxes. The cases are listed outside the sandbox after each build of
 # TARGET, so that the tree also builds where no sandbox can be made.
 
+include(${CMAKE_CURRENT_LIST_DIR}/unit_tests.cmake)
+
 function(add_sandboxed_tests target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "FILTER" "OPTIONS;PROPERTIES")
   if(arg_UNPARSED_ARGUMENTS)
@@ -22,32 +24,10 @@ function(add_sandboxed_tests target)
     set(arg_FILTER "*")
   endif()
 
-  get_property(calls TARGET ${target} PROPERTY SANDBOXED_TEST_CALLS)
-  if(NOT calls)
-    set(calls 0)
-  endif()
-  math(EXPR calls "${calls} + 1")
-  set_property(TARGET ${target} PROPERTY SANDBOXED_TEST_CALLS ${calls})
-  set(list "${CMAKE_CURRENT_BINARY_DIR}/${target}_sandboxed_${calls}.cmake")
-
-  set(launcher "${PROJECT_SOURCE_DIR}/sandbox/enter" --standin "${PROJECT_BINARY_DIR}/standin"
-               --directory /run/scratch ${arg_OPTIONS} --)
   add_dependencies(${target} standin_server)
-  add_custom_command(
-    TARGET ${target} POST_BUILD
-    COMMAND ${CMAKE_COMMAND} "-DEXECUTABLE=$<TARGET_FILE:${target}>" "-DFILTER=${arg_FILTER}"
-            "-DLAUNCHER=${launcher}" "-DPROPERTIES=TIMEOUT;120;${arg_PROPERTIES}" "-DLIST=${list}"
-            -P "${PROJECT_SOURCE_DIR}/cmake/list_sandboxed_tests.cmake"
-    BYPRODUCTS "${list}"
-    VERBATIM)
-
-  # A target that was never built shows up as one failing test instead of as no tests.
-  set(include_file "${CMAKE_CURRENT_BINARY_DIR}/${target}_sandboxed_${calls}_include.cmake")
-  file(WRITE "${include_file}"
-       "if(EXISTS [==[${list}]==])\n"
-       "  include([==[${list}]==])\n"
-       "else()\n"
-       "  add_test(${target}_NOT_BUILT ${target}_NOT_BUILT)\n"
-       "endif()\n")
-  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${include_file}")
+  list_tests_after_build(
+    ${target} BY case FILTER "${arg_FILTER}"
+    LAUNCHER "${PROJECT_SOURCE_DIR}/sandbox/enter" --standin "${PROJECT_BINARY_DIR}/standin"
+             --directory /run/scratch ${arg_OPTIONS} --
+    PROPERTIES TIMEOUT 120 ${arg_PROPERTIES})
 endfunction()

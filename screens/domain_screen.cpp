@@ -28,9 +28,8 @@ TextField* domain_field;
 TextField* location_field;
 PassTextField* postmaster_field;
 
-// Set by the first key into the location field, and never cleared: from then on the location is the
-// user's.
-bool location_edited = false;
+// Set by the first key into the location field; from then on the location is the user's.
+bool location_edited;
 
 // The domain's directory below the server's directory of domains.
 void rebuild_location() {
@@ -68,6 +67,7 @@ void set_default_answers() {
     domain_field->setText(unset ? "localdomain" : domain);
     const HeapText directory(profile_domains_dir());
     location_field->setText(directory.get());
+    location_edited = false;
 }
 
 void store_answers(const char* domain, const char* location, const char* password) {
