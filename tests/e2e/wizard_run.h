@@ -17,6 +17,9 @@ class WizardRun : public TerminalProgram {
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
 
+    /// A run started by another command that the wizard's is appended to, as env(1).
+    explicit WizardRun(std::vector<std::string> launcher);
+
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.
     void waitForKey(const Caller& caller = Caller::here());
