@@ -1,7 +1,7 @@
 #include "tools/pictures/picture_walk.h"
 
 #include "tests/e2e/key_wait.h"
-#include "tests/e2e/listening_port.h"
+#include "tests/support/local_port.h"
 #include "tests/support/terminal_program.h"
 #include "tests/support/wait_until.h"
 #include "tools/pictures/svg.h"
@@ -27,7 +27,7 @@ ScreenImage summary_on(const ScreenImage& screen) {
 
 class Walk {
   public:
-    explicit Walk(const std::string& program) : wizard({{program}}) {}
+    explicit Walk(const std::string& program) : wizard({{program}}) { other_program.open(); }
 
     std::vector<Picture> pictures() {
         std::vector<Picture> result;
@@ -64,7 +64,7 @@ class Walk {
         wait_until(waits, "the wizard waited for a key");
     }
 
-    ListeningPort other_program{port_in_use};
+    LocalPort other_program{port_in_use};
     TerminalProgram wizard;
 };
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/e2e/listening_port.h"
+#include "tests/support/local_port.h"
 #include "tests/support/terminal_program.h"
 #include "tools/player/scenes.h"
 
@@ -40,7 +40,9 @@ Size terminal_size() {
 class Player {
   public:
     Player(const char* program, Size size)
-        : wizard({{program}, size.rows, size.cols}), live(isatty(STDOUT_FILENO) == 1) {}
+        : wizard({{program}, size.rows, size.cols}), live(isatty(STDOUT_FILENO) == 1) {
+        other_program.open();
+    }
 
     // Returns the wizard's exit status.
     int play(const std::vector<Scene>& scenes) {
@@ -120,7 +122,7 @@ class Player {
         std::fflush(stdout);
     }
 
-    ListeningPort other_program{port_in_use};
+    LocalPort other_program{port_in_use};
     TerminalProgram wizard;
     bool live;
     size_t forwarded = 0;
