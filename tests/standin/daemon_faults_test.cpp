@@ -12,32 +12,33 @@ namespace {
 const char* const entered_server = "+OK: done\r\nteluma/server> ";
 const char* const welcome = "+OK: welcome\r\nteluma> ";
 
-class DaemonFaults : public DaemonTest {};
+class DaemonFaults : public DaemonTest {
+  protected:
+    /// Starts the server with these fault rules and logs a client in.
+    CliClient loggedInAfter(const std::string& rules) {
+        faults(rules);
+        start();
+        CliClient client(port());
+        client.logIn("secret");
+        return client;
+    }
+};
 
 TEST_F(DaemonFaults, ARefusedCommandIsNotCarriedOut) {
-    faults("\"config\" 1 refuse\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 refuse\n");
     EXPECT_EQ(client.say("config server"), "-ERR: not now\r\nteluma> ");
     EXPECT_EQ(client.say("config server"), entered_server);
 }
 
 TEST_F(DaemonFaults, AClosedConnectionHasNoReplyAndANewOneMayBeMade) {
-    faults("=\"config server\" 1 close\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("=\"config server\" 1 close\n");
     client.sendLine("config server");
     EXPECT_EQ(client.readToEnd(), "");
     EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
 }
 
 TEST_F(DaemonFaults, ASilentOneLeavesThisClientWaitingAndAnswersOthersAndTheNextCommand) {
-    faults("\"config\" 1 silent\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 silent\n");
     client.sendLine("config server");
     EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
     EXPECT_TRUE(client.nothingCame());
@@ -45,18 +46,12 @@ TEST_F(DaemonFaults, ASilentOneLeavesThisClientWaitingAndAnswersOthersAndTheNext
 }
 
 TEST_F(DaemonFaults, ALateReplyComesInTheEnd) {
-    faults("\"config\" 1 late 0.05\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 late 0.05\n");
     EXPECT_EQ(client.say("config server"), entered_server);
 }
 
 TEST_F(DaemonFaults, ALateReplyDoesNotKeepOthersWaitingNorTheEnd) {
-    faults("\"config\" 1 late 3600\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 late 3600\n");
     client.sendLine("config server");
     EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
     EXPECT_TRUE(client.nothingCame());
@@ -74,10 +69,7 @@ TEST_F(DaemonFaults, ADribblingReplyIsWhole) {
 }
 
 TEST_F(DaemonFaults, ADribblingReplyComesByteByByteAndTheServerCanEndInIt) {
-    faults("\"config\" 1 dribble 3600\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 dribble 3600\n");
     client.sendLine("config server");
     EXPECT_EQ(client.readBytes(1), "+");
     EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
@@ -87,18 +79,12 @@ TEST_F(DaemonFaults, ADribblingReplyComesByteByByteAndTheServerCanEndInIt) {
 }
 
 TEST_F(DaemonFaults, AnOverlongLineStandsBeforeTheReply) {
-    faults("\"config\" 1 overlong\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 overlong\n");
     EXPECT_EQ(client.say("config server"), std::string(300, 'x') + "\r\n" + entered_server);
 }
 
 TEST_F(DaemonFaults, GarbageComesWithAPromptOrWithoutAndNothingIsDone) {
-    faults("\"config\" 1 garbage-prompt\n\"config\" 2 garbage\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 garbage-prompt\n\"config\" 2 garbage\n");
     EXPECT_EQ(client.say("config server"), standin::garbage_bytes(100) + "\r\nteluma> ");
     client.sendLine("config server");
     EXPECT_EQ(client.readBytes(300), standin::garbage_bytes(300));
@@ -106,10 +92,7 @@ TEST_F(DaemonFaults, GarbageComesWithAPromptOrWithoutAndNothingIsDone) {
 }
 
 TEST_F(DaemonFaults, AFloodThatNobodyReadsDoesNotKeepOthersWaiting) {
-    faults("\"config\" 1 garbage 20000000\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 garbage 20000000\n");
     client.sendLine("config server");
     EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
     EXPECT_EQ(client.readBytes(20000000).size(), 20000000U);
@@ -117,11 +100,8 @@ TEST_F(DaemonFaults, AFloodThatNobodyReadsDoesNotKeepOthersWaiting) {
 }
 
 TEST_F(DaemonFaults, AClientThatLeavesInTheMiddleOfAReplyHarmsNobody) {
-    faults("\"config\" 1 garbage 20000000\n");
-    start();
     {
-        CliClient client(port());
-        client.logIn("secret");
+        CliClient client = loggedInAfter("\"config\" 1 garbage 20000000\n");
         client.sendLine("config server");
         client.readBytes(1);
     }
@@ -130,10 +110,7 @@ TEST_F(DaemonFaults, AClientThatLeavesInTheMiddleOfAReplyHarmsNobody) {
 }
 
 TEST_F(DaemonFaults, ACrashLeavesThePidFileAndCountsAsHavingHappened) {
-    faults("\"config\" 1 crash\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("\"config\" 1 crash\n");
     client.sendLine("config server");
     EXPECT_EQ(client.readToEnd(), "");
     EXPECT_EQ(waitForEnd(), killed_by(SIGKILL));
@@ -228,10 +205,7 @@ TEST_F(DaemonFaults, APidFileThatStaysForAWhileIsRemovedInTheEnd) {
 }
 
 TEST_F(DaemonFaults, WhileThePidFileStaysNobodyIsServedAnyMore) {
-    faults("stop 1 stays 3600\n");
-    start();
-    CliClient client(port());
-    client.logIn("secret");
+    CliClient client = loggedInAfter("stop 1 stays 3600\n");
     kill(daemon(), SIGTERM);
     EXPECT_EQ(client.readToEnd(), "");
     EXPECT_THROW(CliClient{port()}, std::system_error);
