@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/local_port.h"
 
 namespace {
 
@@ -65,6 +68,37 @@ TEST_F(ApplyListeners, replace_the_first_ten_when_more_are_listed) {
     runThrough();
     EXPECT_EQ(records(server.stateAfterRestart(answers.password), "listener webmail"),
               (std::vector<std::string>{"127.0.0.1:8011", "127.0.0.1:8012", "0.0.0.0:80"}));
+}
+
+class ApplyRetriedPort : public ApplyTest {
+  protected:
+    ApplyRetriedPort() { askForLittle(); }
+
+    /// Answers a listener's screen with a port that a program has, ends that program while the
+    /// warning stands and presses "Retry". Everything else is answered as in `answers`.
+    void runWithRetry(Stop stop, int row, int port) {
+        std::optional<LocalPort> program(port);
+        program->open();
+        wizard.walk(Stop::password, stop, answers);
+        wizard.answerListener(stop, {row, std::to_string(port)});
+        wizard.waitForText("Warning!");
+        program.reset();
+        wizard.press(Key::enter);
+        wizard.walkToTheEnd(answers, stop_at(place_of(stop) + 1));
+        ASSERT_EQ(wizard.finish(), exited(0));
+    }
+};
+
+TEST_F(ApplyRetriedPort, of_webadmin_is_the_one_that_was_typed) {
+    runWithRetry(Stop::webadmin, 2, 9002);
+    answers.webadmin = {2, "9002"};
+    EXPECT_EQ(server.commands(), run_commands(answers));
+}
+
+TEST_F(ApplyRetriedPort, of_a_service_is_the_one_of_before_at_the_interface_that_was_chosen) {
+    runWithRetry(Stop::smtp, 2, 2525);
+    answers.smtp = {2, "25"};
+    EXPECT_EQ(server.commands(), run_commands(answers));
 }
 
 }  // namespace
