@@ -5,8 +5,8 @@
 /// The working copy "temp.cfg" in the current directory, into which a file is rewritten before it
 /// is copied over the file.
 
-/// Opens the file `path`, which is to be rewritten, for reading and writing; null when that fails or
-/// when it is no regular file, reading which might never end.
+/// Opens the file `path`, which is to be rewritten, for reading and writing; null when that fails
+/// or when it is no regular file, reading which might never end.
 std::FILE* open_original(const char* path);
 
 /// Creates the working copy for writing, readable by nobody else; null when that fails or when
