@@ -1,5 +1,6 @@
 #include "wizard/install_profile.h"
 
+#include <algorithm>
 #include <cstring>
 #include <iterator>
 

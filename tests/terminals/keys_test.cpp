@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/terminfo.h"
 #include "tests/terminals/surroundings.h"
 
 namespace {

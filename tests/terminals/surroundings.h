@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <iosfwd>
 #include <string>
+#include <vector>
 
 /// A kind of terminal in a locale: what TERM and LC_ALL say.
 struct Surroundings {
@@ -20,6 +22,3 @@ std::ostream& operator<<(std::ostream& out, const Surroundings& surroundings);
 std::vector<Surroundings> every_surroundings();
 
 std::string surroundings_name(const testing::TestParamInfo<Surroundings>& info);
-
-/// What a terminal sends or understands by its entry in terminfo, as "kcuu1"; empty if nothing.
-std::string terminfo_text(const std::string& term, const std::string& capability);
