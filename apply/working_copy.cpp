@@ -14,11 +14,13 @@ constexpr char name[] = "temp.cfg";
 }  // namespace
 
 std::FILE* open_original(const char* path) {
-    std::FILE* file = std::fopen(path, "r+e");
+    const int descriptor = open(path, O_RDWR | O_CLOEXEC);
     struct stat facts {};
-    if (file == nullptr || (fstat(fileno(file), &facts) == 0 && S_ISREG(facts.st_mode)))
-        return file;
-    std::fclose(file);
+    if (descriptor == -1)
+        return nullptr;
+    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode))
+        return fdopen(descriptor, "r+");
+    close(descriptor);
     return nullptr;
 }
 

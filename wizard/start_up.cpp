@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "ui/colours.h"
+#include "ui/key_sequences.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "ui/window.h"
@@ -23,6 +24,15 @@ void leave_curses() {
 }
 
 }  // namespace
+
+void fill_standard_descriptors() {
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDWR);
+    } while (descriptor != -1 && descriptor <= STDERR_FILENO);
+    if (descriptor != -1)
+        close(descriptor);
+}
 
 void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
@@ -41,6 +51,7 @@ void start_curses() {
     // not there, deaf to the interrupt.
     noqiflush();
     keypad(stdscr, TRUE);
+    learn_key_sequences();
     check_terminal_size();
     init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
     init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
@@ -53,8 +64,8 @@ void silence_standard_error() {
     const int null_device = open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (null_device == -1)
         return;
-    close(STDERR_FILENO);
-    dup(null_device);
+    dup2(null_device, STDERR_FILENO);
+    close(null_device);
 }
 
 bool is_superuser() {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -54,8 +54,7 @@ const PasswordCase password_cases[] = {
      "\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`x"},
 };
 
-INSTANTIATE_TEST_SUITE_P(With, ApplyPassword, testing::ValuesIn(password_cases),
-                         case_name<PasswordCase>);
+INSTANTIATE_TEST_SUITE_P(With, ApplyPassword, testing::ValuesIn(password_cases), CaseName());
 
 class ApplyPasswordLength : public ApplyTest {
   protected:

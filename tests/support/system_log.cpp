@@ -1,0 +1,37 @@
+#include "tests/support/system_log.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <regex>
+
+namespace {
+
+constexpr const char* path = "/dev/log";
+
+// syslog(3) puts the time between priority and identity.
+std::string without_time(const std::string& message) {
+    static const std::regex time("^(<[0-9]+>)[A-Z][a-z]{2} [ 0-9]{2} [0-9:]{8} ");
+    return std::regex_replace(message, time, "$1");
+}
+
+}  // namespace
+
+SystemLog::SystemLog()
+    : socket(checked(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "socket")) {
+    const sockaddr_un name = {AF_UNIX, "/dev/log"};
+    checked(bind(socket.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name), "bind");
+}
+
+SystemLog::~SystemLog() {
+    unlink(path);
+}
+
+std::vector<std::string> SystemLog::messages() {
+    char message[1024];
+    ssize_t length = 0;
+    while ((length = recv(socket.get(), message, sizeof message, 0)) >= 0)
+        received.push_back(without_time(std::string(message, static_cast<size_t>(length))));
+    return received;
+}
