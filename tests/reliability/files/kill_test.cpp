@@ -9,6 +9,7 @@
 
 #include "tests/reliability/files/changed_files.h"
 #include "tests/reliability/files/watched_run.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
