@@ -7,8 +7,8 @@
 #include <string>
 
 #include "apply/relay_filter.h"
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
 namespace {

@@ -13,6 +13,7 @@
 #include "tests/reliability/files/changed_files.h"
 #include "tests/reliability/files/fault_cases.h"
 #include "tests/reliability/files/watched_run.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
