@@ -97,11 +97,13 @@ int cli_send_line(int descriptor, const char* text) {
 }
 
 char* cli_read_line(int descriptor) {
-    // A server that never stops talking must not keep the user from interrupting.
-    let_signals_in();
     ReplyLine line;
     Progress progress = Progress::goes_on;
-    while (progress == Progress::goes_on)
+    while (progress == Progress::goes_on) {
+        // A server that never stops talking must not keep the user from interrupting, nor must one
+        // that only sends bytes that are left out.
+        let_signals_in();
         progress = take_byte(descriptor, line);
+    }
     return progress == Progress::complete ? strdup(line.text) : nullptr;
 }

@@ -10,10 +10,11 @@
 #include <csignal>
 #include <optional>
 #include <string>
+#include <thread>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_peer.h"
-#include "tests/apply/waits.h"
+#include "tests/support/case_name.h"
+#include "tests/support/waits.h"
 #include "wizard/heap_text.h"
 #include "wizard/signal_gate.h"
 
@@ -222,6 +223,48 @@ TEST(CliReadLineSignals, lets_signals_in_while_it_waits_and_reads_on) {
     const HeapText line(cli_read_line(client.get()));
     EXPECT_STREQ(line.get(), "+OK: done");
     EXPECT_EQ(handled_signals, 1);
+}
+
+// The client's end of a connection, to be cut by a signal.
+int interrupted_end = -1;
+
+void cut_connection(int /*number*/) {
+    shutdown(interrupted_end, SHUT_RDWR);
+}
+
+// Sends `bytes` over and over until the other end is gone, and this process a signal meanwhile.
+void talk_without_end(int descriptor, const std::string& bytes) {
+    // More than the connection holds: some of it has been read.
+    constexpr size_t enough_to_be_in_the_middle = 300000;
+    size_t sent = 0;
+    ssize_t length = 0;
+    while ((length = send(descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL)) > 0) {
+        const size_t before = sent;
+        sent += static_cast<size_t>(length);
+        if (before < enough_to_be_in_the_middle && sent >= enough_to_be_in_the_middle)
+            kill(getpid(), SIGUSR1);
+    }
+}
+
+void expect_interruptible(const std::string& endless_bytes) {
+    hold_signal(SIGUSR1, cut_connection);
+    int ends[2];
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    const Descriptor client(ends[0]);
+    const Descriptor server(ends[1]);
+    interrupted_end = client.get();
+    std::thread talker(talk_without_end, server.get(), endless_bytes);
+    const HeapText line(cli_read_line(client.get()));
+    talker.join();
+    EXPECT_EQ(line, nullptr);
+}
+
+TEST(CliReadLineSignals, lets_signals_in_among_crs_without_end) {
+    expect_interruptible(std::string(4096, '\r'));
+}
+
+TEST(CliReadLineSignals, lets_signals_in_among_angle_brackets_without_end) {
+    expect_interruptible(std::string(4096, '>'));
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 #include <csignal>
 #include <set>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_waits.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/endings.h"
+#include "tests/support/case_name.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
@@ -62,8 +62,7 @@ TEST_P(ApplySilence, of_the_server_is_ended_by_ctrl_c_and_the_server_too) {
     EXPECT_EQ(server.pid(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(At, ApplySilence, testing::ValuesIn(silent_commands()),
-                         case_name<SilentCommand>);
+INSTANTIATE_TEST_SUITE_P(At, ApplySilence, testing::ValuesIn(silent_commands()), CaseName());
 
 TEST_F(ApplyInterrupt, ends_the_wait_for_a_server_that_does_not_remove_its_pid_file) {
     server.faults("stop * stays\n");

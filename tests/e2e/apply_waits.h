@@ -7,7 +7,7 @@
 #include "tests/e2e/answers.h"
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/apply_server.h"
-#include "tests/e2e/listening_port.h"
+#include "tests/e2e/silent_port.h"
 #include "tests/e2e/wizard_run.h"
 
 /// What the wizard can be waiting for while it applies the answers.

@@ -1,0 +1,71 @@
+#include "fuzz/rewriting.h"
+
+#include <unistd.h>
+
+#include <cstring>
+
+#include "apply/shell_command.h"
+#include "fuzz/require.h"
+#include "tests/support/files.h"
+
+namespace {
+
+constexpr std::size_t longest_piece = 255;
+
+// A new file, as some file systems write to the disk at once what replaces the bytes of an old one.
+void put(const std::string& path, const std::string& content) {
+    unlink(path.c_str());
+    write_file(path, content);
+}
+
+}  // namespace
+
+// The linker puts this in the place of run_file_command() (ld(1), --wrap).
+int run_without_shell(const ShellCommand& command) __asm__(
+    "__wrap__Z16run_file_commandRK12ShellCommand");
+
+int run_without_shell(const ShellCommand& command) {
+    const std::string text = command.text;
+    const std::string copy = "cp temp.cfg ";
+    const std::string behind = " >> /dev/null";
+    require(text.size() > behind.size() &&
+                text.compare(text.size() - behind.size(), behind.size(), behind) == 0,
+            "the output of a command goes to /dev/null");
+    if (text.compare(0, copy.size(), copy) == 0)
+        put(text.substr(copy.size(), text.size() - copy.size() - behind.size()),
+            read_file("temp.cfg"));
+    else
+        require(text == "rm temp.cfg >> /dev/null" && unlink("temp.cfg") == 0,
+                "the working copy is copied back or removed");
+    return 0;
+}
+
+// The original that is kept beside the file would be written to the disk for every input.
+RewrittenFile::RewrittenFile() {
+    write_file(path() + ".beforewizard", "");
+}
+
+void RewrittenFile::fill(const std::string& content) {
+    put(path(), content);
+}
+
+std::string RewrittenFile::content() const {
+    require(!exists("temp.cfg"), "no working copy is left");
+    return read_file(path());
+}
+
+std::vector<std::string> pieces_of(const std::string& content) {
+    std::vector<std::string> pieces;
+    for (std::size_t at = 0; at < content.size(); at += pieces.back().size()) {
+        const std::string most = content.substr(at, longest_piece);
+        pieces.push_back(most.substr(0, most.find('\n') + 1));
+        if (pieces.back().empty())
+            pieces.back() = most;
+    }
+    return pieces;
+}
+
+bool ends_with_whole_piece(const std::vector<std::string>& pieces) {
+    return !pieces.empty() &&
+           (pieces.back().back() == '\n' || pieces.back().size() == longest_piece);
+}
