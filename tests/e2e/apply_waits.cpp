@@ -15,6 +15,10 @@ constexpr const char* stick =
     "echo $$ >/run/scratch/stuck.new; mv /run/scratch/stuck.new /run/scratch/stuck\n"
     "exec sleep 1000\n";
 
+// Lines of steps that are not done yet.
+constexpr const char* setting_password = "--> setting admin password ...     ";
+constexpr const char* connecting = "--> connecting to CLI ...     ";
+
 struct WaitFacts {
     const char* name;
     const char* fault;  // that the server has
@@ -23,12 +27,12 @@ struct WaitFacts {
 
 const WaitFacts& facts_of(ApplyWait wait) {
     static const WaitFacts facts[] = {
-        {"old_pid_file", "", "setting admin password"},
-        {"password_command", "", "setting admin password"},
-        {"start_command", "", "setting admin password"},
-        {"new_pid_file", "start * missing\n", "connecting to CLI"},
-        {"before_connecting", "", "connecting to CLI"},
-        {"connection", "", "connecting to CLI"},
+        {"old_pid_file", "", setting_password},
+        {"password_command", "", setting_password},
+        {"start_command", "", setting_password},
+        {"new_pid_file", "start * missing\n", connecting},
+        {"before_connecting", "", connecting},
+        {"connection", "", connecting},
         {"silent_server", "\"create domain\" 1 silent\n", "creating domain"},
         {"step_error", "\"create domain\" 1 refuse\n", "Error!"},
         {"login_error", "password * refuse\n", "Error!"},
@@ -103,6 +107,7 @@ pid_t ApplyStage::command() const {
 void ApplyStage::expectServerTold() const {
     switch (kind) {
         case ApplyWait::old_pid_file:
+            EXPECT_TRUE(server.commands().empty());
             return decoy->waitForSignals(2);
         case ApplyWait::connection:
             return decoy->waitForSignals(1);

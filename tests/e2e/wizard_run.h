@@ -19,14 +19,14 @@ class WizardRun : public TerminalProgram {
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
 
-    /// A run started by another command that the wizard's is appended to, as env(1).
-    explicit WizardRun(std::vector<std::string> launcher);
-
     /// Runs an installed one.
     explicit WizardRun(const std::string& program);
 
     /// On a terminal of the usual kind, with these changes of the environment.
     explicit WizardRun(const EnvironmentChanges& environment);
+
+    /// Started by another command, as env(1), which becomes the wizard.
+    explicit WizardRun(std::vector<std::string> command);
 
     /// Removes the private directory of a wizard that has to be killed: it stands on the host.
     ~WizardRun();

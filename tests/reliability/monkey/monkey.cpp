@@ -41,7 +41,7 @@ Monkey::Monkey(Stop screen, std::uint32_t seed) : home(screen), random(seed) {
 void Monkey::start() {
     wizard.reset();
     // A lone escape would make curses wait for the rest of a key for a second each time.
-    wizard = std::make_unique<WizardRun>(std::vector<std::string>{"env", "ESCDELAY=10"});
+    wizard = std::make_unique<WizardRun>(EnvironmentChanges{{"ESCDELAY", "10"}});
     wizard->walk(Stop::password, home);
 }
 

@@ -11,14 +11,14 @@ namespace {
 // The sanitizers would report the crashes that the tests are about, instead of dying of them.
 std::string sanitizers_without_crashes() {
     const char* options = std::getenv("ASAN_OPTIONS");
-    return std::string("ASAN_OPTIONS=") + (options != nullptr ? options : "") +
+    return (options != nullptr ? std::string(options) : "") +
            ":handle_segv=0:handle_sigbus=0:handle_sigill=0:handle_sigfpe=0:handle_abort=0";
 }
 
 }  // namespace
 
 DyingWizard::DyingWizard()
-    : wizard(std::vector<std::string>{"env", sanitizers_without_crashes()}) {}
+    : wizard(EnvironmentChanges{{"ASAN_OPTIONS", sanitizers_without_crashes()}}) {}
 
 DyingWizard::~DyingWizard() {
     std::error_code ignored;

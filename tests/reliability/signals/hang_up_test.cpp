@@ -42,7 +42,7 @@ TEST_P(HangUpInApplyWait, ends_the_wizard_and_a_known_server) {
 
 // No SIGHUP comes with it.
 TEST(EndOfInput, on_the_keyboard_ends_the_wizard) {
-    WizardRun wizard(std::vector<std::string>{"sh", "-c", "exec \"$0\" </dev/null"});
+    WizardRun wizard(std::vector<std::string>{"sh", "-c", "exec " WIZARD_PROGRAM " </dev/null"});
     EXPECT_TRUE(is_aborted(wizard));
 }
 

@@ -8,11 +8,14 @@
 
 namespace {
 
-using Launcher = std::vector<std::string>;
+// A wizard that env(1) starts with an option of it.
+std::vector<std::string> wizard_with(const std::string& option) {
+    return {"env", option, WIZARD_PROGRAM};
+}
 
 TEST(IgnoredSignals, of_an_end_end_the_wizard_all_the_same) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        WizardRun wizard(Launcher{"env", "--ignore-signal=INT,TERM,HUP"});
+        WizardRun wizard(wizard_with("--ignore-signal=INT,TERM,HUP"));
         wizard.waitForScreen(Stop::password);
         wizard.signal(signal);
         EXPECT_TRUE(is_aborted(wizard)) << signal;
@@ -21,7 +24,7 @@ TEST(IgnoredSignals, of_an_end_end_the_wizard_all_the_same) {
 
 TEST(BlockedSignals, of_an_end_end_the_wizard_all_the_same) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        WizardRun wizard(Launcher{"env", "--block-signal=INT,TERM,HUP,WINCH"});
+        WizardRun wizard(wizard_with("--block-signal=INT,TERM,HUP,WINCH"));
         wizard.waitForScreen(Stop::password);
         wizard.signal(signal);
         EXPECT_TRUE(is_aborted(wizard)) << signal;
@@ -29,7 +32,7 @@ TEST(BlockedSignals, of_an_end_end_the_wizard_all_the_same) {
 }
 
 TEST(BlockedSignals, of_a_resize_are_answered) {
-    WizardRun wizard(Launcher{"env", "--block-signal=WINCH"});
+    WizardRun wizard(wizard_with("--block-signal=WINCH"));
     wizard.waitForScreen(Stop::password);
     const Position before = wizard.waitForText(title_of(Stop::password));
     wizard.resize(50, 132);
@@ -42,7 +45,7 @@ TEST(BlockedSignals, of_a_resize_are_answered) {
 }
 
 TEST(IgnoredStop, leaves_the_wizard_running) {
-    WizardRun wizard(Launcher{"env", "--ignore-signal=TSTP"});
+    WizardRun wizard(wizard_with("--ignore-signal=TSTP"));
     wizard.waitForScreen(Stop::password);
     wizard.type("\x1a");
     wizard.type("a");
@@ -50,7 +53,7 @@ TEST(IgnoredStop, leaves_the_wizard_running) {
 }
 
 TEST(IgnoredChildren, do_not_keep_the_answers_from_being_applied) {
-    WizardRun wizard(Launcher{"env", "--ignore-signal=CHLD"});
+    WizardRun wizard(wizard_with("--ignore-signal=CHLD"));
     wizard.walkToTheEnd();
     EXPECT_EQ(wizard.finish(), exited(0));
 }
@@ -60,11 +63,11 @@ TEST(IgnoredChildren, do_not_keep_the_answers_from_being_applied) {
 class CommandSignals : public testing::Test {
   protected:
     /// As the kernel writes them, of the command that sets the password.
-    std::string ignoredWith(const Launcher& launcher) {
+    std::string ignoredWith(const std::string& option) {
         server.replaceBy(
             "grep ^SigIgn: /proc/$$/status >/run/scratch/new\n"
             "mv /run/scratch/new /run/scratch/ignored\nexec sleep 1000\n");
-        WizardRun wizard(launcher);
+        WizardRun wizard(wizard_with(option));
         wizard.walkToTheEnd();
         wait_until([] { return exists("/run/scratch/ignored"); }, "the command ran");
         return read_file("/run/scratch/ignored");
@@ -74,11 +77,11 @@ class CommandSignals : public testing::Test {
 };
 
 TEST_F(CommandSignals, are_not_ignored_when_the_wizard_alone_ignores_them) {
-    EXPECT_EQ(ignoredWith({"env"}), "SigIgn:\t0000000000000000\n");
+    EXPECT_EQ(ignoredWith("--default-signal=HUP"), "SigIgn:\t0000000000000000\n");
 }
 
 TEST_F(CommandSignals, are_ignored_when_the_wizard_was_started_to_ignore_them) {
-    EXPECT_EQ(ignoredWith({"env", "--ignore-signal=HUP"}), "SigIgn:\t0000000000000001\n");
+    EXPECT_EQ(ignoredWith("--ignore-signal=HUP"), "SigIgn:\t0000000000000001\n");
 }
 
 }  // namespace

@@ -1,0 +1,12 @@
+// A program that lets an interrupt in where it must not.
+
+#include <curses.h>
+
+#include <csignal>
+
+int main() {
+    std::signal(SIGINT, [](int) {});
+    if (initscr() == nullptr)
+        return 1;
+    endwin();
+}

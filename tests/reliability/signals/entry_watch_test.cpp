@@ -1,0 +1,118 @@
+// No handler can run in the middle of a call of curses or of the allocator: in a whole run, with
+// signals of all kinds, every such call finds the signals held back that have handlers.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <set>
+#include <sstream>
+#include <vector>
+
+#include "tests/e2e/dialogs.h"
+#include "tests/e2e/endings.h"
+#include "tests/reliability/signals/stopping.h"
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+
+namespace {
+
+constexpr const char* report_file = "/run/scratch/entries";
+
+EnvironmentChanges with_watch() {
+    return {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}};
+}
+
+/// What the watch has reported: first what it found wrong, then how many calls it looked at.
+struct Report {
+    std::string found;
+    long calls = 0;
+
+    Report() {
+        std::istringstream lines(read_file(report_file));
+        for (std::string line; std::getline(lines, line);) {
+            const bool is_count = line.size() > 6 && line.substr(line.size() - 6) == " calls";
+            if (is_count)
+                calls = std::atol(line.c_str());
+            else
+                found += line + "\n";
+        }
+    }
+};
+
+// Far fewer than there are, far more than if the watch were not asked.
+constexpr long plenty = 1000;
+
+void disturb(WizardRun& wizard) {
+    for (int i = 0; i < 10; ++i)
+        wizard.resize(20 + i * 5, 72 + i * 13);
+    wizard.resize(24, 80);
+    wizard.waitForKey();
+    stop(wizard);
+    go_on(wizard);
+    wizard.waitForKey();
+}
+
+TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
+    WizardRun wizard(with_watch());
+    for (int place = 0; place <= place_of(Stop::sendmail); ++place) {
+        wizard.waitForScreen(stop_at(place));
+        disturb(wizard);
+        wizard.answer(stop_at(place), Answers());
+    }
+    for (const char* step : {"setting admin password", "connecting to CLI", "adding aliases"}) {
+        wizard.waitForText(step);
+        wizard.signal(SIGWINCH);
+    }
+    ASSERT_EQ(wizard.finish(), exited(0));
+    const Report report;
+    EXPECT_EQ(report.found, "");
+    EXPECT_GT(report.calls, plenty);
+}
+
+class WatchedDialog : public EveryDialog {};
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, WatchedDialog, every_dialog(), dialog_name);
+
+TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
+    WizardRun wizard(with_watch());
+    stage.open(wizard);
+    disturb(wizard);
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    const Report report;
+    EXPECT_EQ(report.found, "");
+    EXPECT_GT(report.calls, plenty);
+}
+
+// The watch itself: it sees a program that lets a signal in around a call.
+TEST(EntryWatch, reports_a_call_that_a_handler_could_interrupt) {
+    EnvironmentChanges watch = with_watch();
+    run_command({ENTRY_WATCH_SAMPLE}, watch);
+    EXPECT_NE(Report().found.find("initscr: signal 2 can come in\n"), std::string::npos)
+        << Report().found;
+}
+
+/// The names in a file's table of symbols, each with its version if it has one.
+std::vector<std::string> symbols(const char* which, const char* file) {
+    std::istringstream lines(run_command({"nm", "-D", which, file}).out);
+    std::vector<std::string> names;
+    for (std::string line; std::getline(lines, line);)
+        names.push_back(line.substr(line.rfind(' ') + 1));
+    return names;
+}
+
+TEST(EntryWatch, knows_every_call_of_curses_that_changes_something) {
+    std::set<std::string> known = {"isendwin", "is_nodelay", "key_defined",
+                                   "tigetstr", "tputs",      "wattr_get"};
+    for (const std::string& name : symbols("--defined-only", ENTRY_WATCH))
+        known.insert(name);
+    std::set<std::string> unknown;
+    for (const std::string& symbol : symbols("--undefined-only", WIZARD_PROGRAM)) {
+        const std::string name = symbol.substr(0, symbol.find('@'));
+        if (symbol.find("@NCURSES") != std::string::npos && known.count(name) == 0)
+            unknown.insert(name);
+    }
+    EXPECT_EQ(unknown, std::set<std::string>());
+}
+
+}  // namespace

@@ -1,0 +1,36 @@
+// What the sanitizers don't see: memory that is read before anybody has written it. And that
+// nothing is lost for good.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/endings.h"
+#include "tests/e2e/wizard_run.h"
+#include "tests/support/files.h"
+
+namespace {
+
+constexpr const char* log_file = "/run/scratch/valgrind";
+
+class UnderValgrind : public testing::Test {
+  protected:
+    WizardRun wizard{std::vector<std::string>{
+        VALGRIND, "--quiet", "--vgdb=no", "--leak-check=full", "--show-leak-kinds=definite",
+        "--child-silent-after-fork=yes", std::string("--log-file=") + log_file, PLAIN_WIZARD}};
+};
+
+TEST_F(UnderValgrind, a_whole_run_has_no_error_and_loses_nothing) {
+    wizard.walkToTheEnd();
+    EXPECT_EQ(wizard.finish(), exited(0));
+    EXPECT_EQ(read_file(log_file), "");
+}
+
+TEST_F(UnderValgrind, an_interrupted_run_has_no_error_and_loses_nothing) {
+    wizard.walkToTheEnd();
+    wizard.waitForText("connecting to CLI");
+    wizard.resize(30, 100);
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    EXPECT_EQ(read_file(log_file), "");
+}
+
+}  // namespace
