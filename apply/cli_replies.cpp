@@ -70,6 +70,13 @@ HeapText reply_text() {
     return HeapText(static_cast<char*>(std::calloc(reply_text_size, 1)));
 }
 
+// True when the line shows the attribute, whose value begins with `open`. A line that only names it
+// takes nothing back of the value that was `found` before.
+bool shows_attribute(const HeapText& line, const char* name, char open, const HeapText& found) {
+    return contains(line, name) &&
+           (found.get()[0] == '\0' || std::strchr(line.get(), open) != nullptr);
+}
+
 }  // namespace
 
 int cli_reset_listeners(const char* list_command) {
@@ -96,7 +103,7 @@ char* cli_read_services(const char* command) {
         const HeapText line(cli_read_line(cli_socket));
         if (line == nullptr)
             return nullptr;
-        if (contains(line, "services"))
+        if (shows_attribute(line, "services", '(', services))
             std::snprintf(services.get(), reply_text_size, "%s",
                           base_services(text_between(line.get(), '(', ')')));
         succeeded = succeeded || contains(line, "OK:");
@@ -115,7 +122,7 @@ char* cli_read_filters_file(const char* command) {
         const HeapText line(cli_read_line(cli_socket));
         if (line == nullptr)
             return nullptr;
-        if (contains(line, "smtpFiltersFile")) {
+        if (shows_attribute(line, "smtpFiltersFile", '"', path)) {
             std::string value = text_between(line.get(), '"', '"');
             value.erase(std::remove(value.begin(), value.end(), ' '), value.end());
             std::snprintf(path.get(), reply_text_size, "%s", value.c_str());

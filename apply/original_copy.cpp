@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -49,12 +50,22 @@ bool copy_to_new_file(const char* path, const std::string& copy) {
     return to != -1 && close(to) == 0 && copied;
 }
 
+// Whether `facts` are of a file, not of a link or a pipe, and not of the file that `path` names.
+bool is_other_file(const struct stat& facts, const char* path) {
+    struct stat present {};
+    return S_ISREG(facts.st_mode) && stat(path, &present) == 0 &&
+           (facts.st_dev != present.st_dev || facts.st_ino != present.st_ino);
+}
+
 }  // namespace
 
 int keep_original(const char* path) {
     const std::string original = std::string(path) + ".beforewizard";
-    if (access(original.c_str(), F_OK) == 0)
-        return 0;
+    struct stat facts {};
+    if (lstat(original.c_str(), &facts) == 0)
+        return is_other_file(facts, path) ? 0 : 1;
+    if (errno != ENOENT)
+        return 1;
     // What a run that was killed has left unfinished.
     const std::string unfinished = original + ".new";
     unlink(unfinished.c_str());

@@ -4,6 +4,7 @@
 #include <syslog.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <string>
 
@@ -31,9 +32,11 @@ std::string link_target(const std::string& path) {
     return length > 0 ? std::string(target, static_cast<size_t>(length)) : "";
 }
 
+// Whether anything stands at `path`, a link that leads nowhere included. A name that can't be
+// looked at counts too: what may stand there would be lost in a rename.
 bool exists(const std::string& path) {
     struct stat status {};
-    return !link_target(path).empty() || stat(path.c_str(), &status) == 0;
+    return lstat(path.c_str(), &status) == 0 || errno != ENOENT;
 }
 
 std::string backup_name(int number) {

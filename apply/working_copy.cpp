@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "apply/original_copy.h"
 #include "apply/shell_command.h"
@@ -13,18 +14,27 @@ constexpr char name[] = "temp.cfg";
 }  // namespace
 
 std::FILE* open_original(const char* path) {
-    std::FILE* file = std::fopen(path, "r+e");
+    const int descriptor = open(path, O_RDWR | O_CLOEXEC);
     struct stat facts {};
-    if (file == nullptr || (fstat(fileno(file), &facts) == 0 && S_ISREG(facts.st_mode)))
-        return file;
-    std::fclose(file);
+    if (descriptor == -1)
+        return nullptr;
+    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode))
+        return fdopen(descriptor, "r+");
+    close(descriptor);
     return nullptr;
 }
 
 std::FILE* working_copy_open() {
     // Never a file, or a link, that somebody else has put there.
     const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    return descriptor == -1 ? nullptr : fdopen(descriptor, "w");
+    if (descriptor == -1)
+        return nullptr;
+    std::FILE* copy = fdopen(descriptor, "w");
+    if (copy == nullptr) {
+        close(descriptor);
+        unlink(name);
+    }
+    return copy;
 }
 
 int working_copy_install(std::FILE* copy, bool complete, const char* path) {
@@ -40,5 +50,7 @@ int working_copy_install(std::FILE* copy, bool complete, const char* path) {
         run_file_command(copy_back);
     if (format_command(remove, "rm %s >> /dev/null", name))
         run_file_command(remove);
+    // A copy that the command has left would bar the way to the next one.
+    unlink(name);
     return installs ? 0 : 1;
 }

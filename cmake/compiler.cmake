@@ -1,4 +1,4 @@
-# Warnings and sanitizers for every target of the project.
+# Warnings, sanitizers and definitions for every target of the project.
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wno-sign-conversion
                     -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2)
@@ -27,3 +27,6 @@ if(TELUMA_FUZZ)
   # What the fuzzer is guided by; the targets alone are linked with the fuzzer itself.
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# On 32-bit systems stat(2) would refuse files with inode numbers of 64 bits.
+add_compile_definitions(_FILE_OFFSET_BITS=64)

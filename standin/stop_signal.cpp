@@ -17,8 +17,8 @@ timespec time_left(Clock::time_point until) {
     const auto left = std::max(until - Clock::now(), Clock::duration::zero());
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(left);
     timespec time{};
-    time.tv_sec = seconds.count();
-    time.tv_nsec = std::chrono::nanoseconds(left - seconds).count();
+    time.tv_sec = static_cast<time_t>(seconds.count());
+    time.tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count());
     return time;
 }
 

@@ -40,7 +40,7 @@ int read_key(const Window& widget) {
         keypad(window, TRUE);
         const int key = key_at_hand(window);
         if (key != ERR)
-            return key;
+            return key == KEY_ENTER ? key_enter : key;
         if (has_input)
             hang_up();
         has_input = wait_readable(STDIN_FILENO) == 0;

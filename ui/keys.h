@@ -13,10 +13,11 @@ constexpr int key_space = 32;
 bool is_press(int key);
 
 /// Waits for a key, reading from the curses window of `widget` with keypad on, and returns it as
-/// wgetch(3X) does; from the standard screen should the widget have no curses window. A key that
-/// curses already holds comes first; signals are let in only while none is there. While it waits it
-/// uses no processor time, also where the window is in no-delay mode, which it keeps. When the
-/// input has come to its end the process sends itself SIGHUP.
+/// wgetch(3X) does, but the keypad's Enter as `key_enter`; from the standard screen should the
+/// widget have no curses window. A key that curses already holds comes first; signals are let in
+/// only while none is there. While it waits it uses no processor time, also where the window is in
+/// no-delay mode, which it keeps. When the input has come to its end the process sends itself
+/// SIGHUP.
 int read_key(const Window& widget);
 
 /// Reads and forgets one key of `window` without waiting, and without showing anything of a window

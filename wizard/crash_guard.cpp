@@ -9,9 +9,14 @@
 #include <cstddef>
 #include <initializer_list>
 
+#include "wizard/signal_gate.h"
+
 namespace {
 
-const int crash_signals[] = {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT};
+// All that end a program by default and that the wizard doesn't hold.
+const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,    SIGFPE,  SIGABRT,
+                              SIGQUIT, SIGSYS,  SIGTRAP,   SIGXCPU, SIGXFSZ,
+                              SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGALRM};
 
 // What undoes curses' changes of the screen, put together in advance.
 char farewell[256];
@@ -19,6 +24,9 @@ std::size_t farewell_length = 0;
 
 termios modes_before;
 bool modes_known = false;
+
+// A stack that has overflown has no room for a handler.
+alignas(16) char stack_for_handler[64 * 1024];
 
 struct sigaction actions_before[NSIG];
 
@@ -52,9 +60,17 @@ void guard_terminal_against_crashes() {
         if (is_text)
             tputs(sequence, 1, add_to_farewell);
     }
+    stack_t stack{};
+    stack.ss_sp = stack_for_handler;
+    stack.ss_size = sizeof(stack_for_handler);
+    sigaltstack(&stack, nullptr);
     struct sigaction action {};
     action.sa_handler = on_crash;
+    action.sa_flags = SA_ONSTACK;
     sigfillset(&action.sa_mask);
-    for (const int signal_number : crash_signals)
-        sigaction(signal_number, &action, &actions_before[signal_number]);
+    for (const int signal_number : deadly_signals) {
+        // Ignored, it would leave a wizard that goes on without its screen.
+        if (!is_ignored(signal_number))
+            sigaction(signal_number, &action, &actions_before[signal_number]);
+    }
 }

@@ -51,7 +51,7 @@ Answer ask_in_child(const char* host, int result_pipe[2]) {
 }  // namespace
 
 bool look_up_host(const char* host, in_addr& address) {
-    if (inet_aton(host, &address) != 0)
+    if (inet_pton(AF_INET, host, &address) == 1)
         return true;
     int result_pipe[2];
     if (pipe(result_pipe) == -1)

@@ -19,8 +19,11 @@ int main() {
     hold_signal(SIGWINCH, on_resize);
     for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
         hold_signal(signal_number, abort_wizard);
-    hold_signal(SIGTSTP, suspend_wizard);
+    // Ignored, it was started by somebody who could not make it go on.
+    if (!is_ignored(SIGTSTP))
+        hold_signal(SIGTSTP, suspend_wizard);
     ignore_signal(SIGPIPE);
+    keep_track_of_children();
     enter_private_directory();
     discover_networks();
     select_install_profile();

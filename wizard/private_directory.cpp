@@ -25,8 +25,12 @@ bool make_directory_below(const char* parent) {
     std::string name = std::string(parent) + "/teluma-wizard.XXXXXX";
     if (mkdtemp(name.data()) == nullptr)
         return false;
+    if (chdir(name.c_str()) != 0) {
+        rmdir(name.c_str());
+        return false;
+    }
     private_directory = name;
-    return chdir(name.c_str()) == 0;
+    return true;
 }
 
 }  // namespace

@@ -5,14 +5,16 @@
 
 #include <cerrno>
 #include <ctime>
+#include <initializer_list>
 
 namespace {
 
 struct SignalMasks {
-    sigset_t original;  // as the wizard was started with
-    sigset_t waiting;   // the same without the signals that the wizard handles
-    sigset_t held;      // those signals
-    sigset_t changed;   // whose action is not the default any more
+    sigset_t original;                    // as the wizard was started with
+    sigset_t waiting;                     // the same without the signals that the wizard handles
+    sigset_t held;                        // those signals
+    sigset_t changed;                     // signals whose action is not the original one any more
+    struct sigaction actions[NSIG] = {};  // the original ones of those
 
     SignalMasks() {
         sigemptyset(&held);
@@ -25,6 +27,28 @@ struct SignalMasks {
 SignalMasks& masks() {
     static SignalMasks signal_masks;
     return signal_masks;
+}
+
+// One handler must not interrupt another: both draw. A crash in one must not find its signal
+// blocked, which would end the program at once.
+sigset_t all_but_crashes() {
+    sigset_t mask;
+    sigfillset(&mask);
+    for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
+        sigdelset(&mask, crash);
+    return mask;
+}
+
+void set_action(int signal_number, void (*handler)(int)) {
+    SignalMasks& signals = masks();
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_mask = all_but_crashes();
+    struct sigaction before {};
+    sigaction(signal_number, &action, &before);
+    if (sigismember(&signals.changed, signal_number) == 0)
+        signals.actions[signal_number] = before;
+    sigaddset(&signals.changed, signal_number);
 }
 
 // A signal that is pending is delivered before sigprocmask() returns.
@@ -81,20 +105,23 @@ timespec time_until(const timespec& end) {
 void hold_signal(int signal_number, void (*handler)(int)) {
     SignalMasks& signals = masks();
     sigaddset(&signals.held, signal_number);
-    sigaddset(&signals.changed, signal_number);
     sigdelset(&signals.waiting, signal_number);
     sigprocmask(SIG_BLOCK, &signals.held, nullptr);
+    set_action(signal_number, handler);
+}
 
+bool is_ignored(int signal_number) {
     struct sigaction action {};
-    action.sa_handler = handler;
-    // One handler must not interrupt another: both draw.
-    sigfillset(&action.sa_mask);
-    sigaction(signal_number, &action, nullptr);
+    sigaction(signal_number, nullptr, &action);
+    return action.sa_handler == SIG_IGN;
 }
 
 void ignore_signal(int signal_number) {
-    sigaddset(&masks().changed, signal_number);
-    signal(signal_number, SIG_IGN);
+    set_action(signal_number, SIG_IGN);
+}
+
+void keep_track_of_children() {
+    signal(SIGCHLD, SIG_DFL);
 }
 
 void stop_process(int signal_number) {
@@ -151,7 +178,7 @@ int wait_for_child(pid_t child) {
 void restore_signals_in_child() {
     for (int number = 1; number < NSIG; ++number) {
         if (sigismember(&masks().changed, number) == 1)
-            signal(number, SIG_DFL);
+            sigaction(number, &masks().actions[number], nullptr);
     }
     sigprocmask(SIG_SETMASK, &masks().original, nullptr);
 }

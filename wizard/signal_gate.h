@@ -13,11 +13,20 @@
 /// on when it returns. The kernel swaps the signal mask and begins to wait in one step
 /// (pselect(2), sigsuspend(2)), so that no signal is missed in between.
 
-/// Installs `handler` for `signal_number` and keeps the signal blocked outside the waits.
+/// Installs `handler` for `signal_number` and keeps the signal blocked outside the waits; lets it
+/// in there also where the wizard was started with it blocked or ignored.
 void hold_signal(int signal_number, void (*handler)(int));
 
-/// Ignores `signal_number`; child processes don't.
+/// Ignores `signal_number`; child processes treat it as the wizard was started to do.
 void ignore_signal(int signal_number);
+
+/// Whether `signal_number` is ignored now.
+bool is_ignored(int signal_number);
+
+/// Makes child processes wait for being waited for, as they don't in a program that was started
+/// with SIGCHLD ignored. It is not ignored in children either: how a shell's commands end would be
+/// lost.
+void keep_track_of_children();
 
 /// In the handler of a signal that stops a process: stops this one as the signal would by itself,
 /// and returns when it goes on. A process that nobody could make go on is not stopped.
@@ -44,6 +53,6 @@ void sleep_seconds(int seconds);
 /// waitpid(2) gives it, or -1 when there is no such child.
 int wait_for_child(pid_t child);
 
-/// In a child process between fork and exec: gives it the signal mask and the default handlers that
-/// the wizard was started with.
+/// In a child process between fork and exec: gives it the signal mask that the wizard was started
+/// with, and the actions of the signals that the wizard holds or ignores.
 void restore_signals_in_child();

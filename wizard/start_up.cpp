@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "ui/colours.h"
+#include "ui/key_sequences.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "ui/window.h"
@@ -41,6 +42,7 @@ void start_curses() {
     // not there, deaf to the interrupt.
     noqiflush();
     keypad(stdscr, TRUE);
+    learn_key_sequences();
     check_terminal_size();
     init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
     init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);

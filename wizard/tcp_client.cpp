@@ -1,5 +1,6 @@
 #include "wizard/tcp_client.h"
 
+#include <arpa/inet.h>
 #include <fcntl.h>
 #include <sys/socket.h>
 

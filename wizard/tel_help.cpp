@@ -1,18 +1,22 @@
 #include "wizard/tel_help.h"
 
+// clang-format off
+// The BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
+#include <sys/types.h>
+#include <sys/socket.h>
+// clang-format on
 #include <arpa/inet.h>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/ioctl.h>
-#include <sys/socket.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #if defined(__sun)
+// The requests about interfaces, if_tcp(7P), and sysinfo(2).
 #include <sys/sockio.h>
 #include <sys/systeminfo.h>
 #endif
 
-#include <algorithm>
 #include <cassert>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +25,7 @@
 
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
+#include "wizard/interface_records.h"
 
 int os_kind_named(const char* system_name) {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
@@ -45,11 +50,12 @@ int detect_os() {
 void host_domain_name(char* name, std::size_t size) {
     name[0] = '\0';
 #if defined(__sun)
-    sysinfo(SI_SRPC_DOMAIN, name,
-            static_cast<long>(size));  // sysinfo(2); there is no getdomainname
+    // There is no getdomainname, but sysinfo(2) knows the same name; it is empty where none is set.
+    sysinfo(SI_SRPC_DOMAIN, name, static_cast<long>(size));
 #else
-    // The BSDs and Linux differ in the type of the second parameter: getdomainname(2), (3).
-    if (getdomainname(name, size) != 0)
+    // Unset, the name is empty on the BSDs, getdomainname(3), and "(none)" on Linux,
+    // getdomainname(2). The second parameter is a size_t, on FreeBSD an int.
+    if (getdomainname(name, static_cast<int>(size)) != 0)
         name[0] = '\0';
 #endif
     name[size - 1] = '\0';
@@ -59,16 +65,19 @@ namespace {
 
 constexpr std::size_t interface_query_size = 8192;
 
-// Bytes that one record of a SIOCGIFCONF answer takes. Where socket addresses carry their length
-// (the BSDs, netintro(4)), an address longer than a plain sockaddr makes its record longer.
-std::size_t record_length(const ifreq& record) {
+// On FreeBSD and OpenBSD a socket address carries its length, and the address of a link is longer
+// than a plain sockaddr: netintro(4). On NetBSD the address carries its length too, but has room in
+// a struct ifreq, which is larger there. On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4
+// addresses are listed, all alike.
+constexpr InterfaceRecordLayout record_layout = {
+    sizeof(ifreq),
+    sizeof(ifreq::ifr_name),
 #if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
-    return std::max(sizeof(ifreq), sizeof(record.ifr_name) + record.ifr_addr.sa_len);
+    true,
 #else
-    (void)record;
-    return sizeof(ifreq);
+    false,
 #endif
-}
+};
 
 void copy_address(char (&text)[256], const sockaddr& address) {
     sockaddr_in inet{};
@@ -102,11 +111,11 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
 int collect_interfaces(int query_socket, const char* records, std::size_t length,
                        interf_addr* table) {
     int total = 0;
-    std::size_t at = 0;
-    while (at + sizeof(ifreq) <= length && total + 1 < interface_table_size) {
+    for (const std::size_t at : interface_record_offsets(records, length, record_layout)) {
+        if (total + 1 == interface_table_size)
+            break;
         ifreq record;
         std::memcpy(&record, records + at, sizeof(record));
-        at += record_length(record);
         if (describe_interface(query_socket, record, table[total + 1]))
             ++total;
     }

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "tests/apply/apply_case.h"
-#include "tests/apply/case_name.h"
 #include "tests/apply/relay_calls.h"
 #include "tests/apply/step_commands.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
 #include "tests/support/process.h"

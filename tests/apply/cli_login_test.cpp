@@ -14,9 +14,9 @@
 #include "apply/server_process.h"
 #include "tests/apply/listening_peer.h"
 #include "tests/apply/scripted_peer.h"
-#include "tests/apply/waits.h"
 #include "tests/support/files.h"
 #include "tests/support/temp_dir.h"
+#include "tests/support/waits.h"
 #include "wizard/install_profile.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {
@@ -153,6 +153,11 @@ const ReadReply services_replies[] = {
     {"log_outside_of_the_brackets", "log services = ( cli ) log\r\n+OK: done\r\nserver> ", base},
     {"log_between_later_brackets", "services = ( cli ) ( log )\r\n+OK: done\r\nserver> ", base},
     {"log_on_another_line", "( log )\r\nservices = ( cli )\r\n+OK: done\r\nserver> ", base},
+    {"the_name_before_the_list", "show attr services\r\nservices = ( log )\r\n+OK: done\r\n> ",
+     "log " + base},
+    {"the_name_behind_the_list", "services = ( log )\r\n+OK: services shown\r\nserver> ",
+     "log " + base},
+    {"the_name_without_a_list", "services = log\r\n+OK: done\r\nserver> ", base},
     {"ok_without_a_plus", "services = ( cli )\r\nOK: done\r\nserver> ", base},
     {"ok_on_the_prompt_line", "services = ( cli )\r\n+OK: server> ", base},
     {"ok_before_the_list", "+OK: \r\nservices = ( log )\r\nserver> ", "log " + base},
@@ -186,6 +191,8 @@ const ReadReply filters_replies[] = {
     {"an_empty_value", "smtpFiltersFile = \"\"\r\nserver> ", ""},
     {"no_quotes", "smtpFiltersFile = none\r\nserver> ", ""},
     {"the_value_on_the_prompt_line", "smtpFiltersFile = \"/a\" server> ", "/a"},
+    {"the_name_behind_the_value",
+     "smtpFiltersFile = \"/a\"\r\n+OK: smtpFiltersFile shown\r\nserver> ", "/a"},
     {"no_such_line", "\"/a\"\r\n+OK: done\r\nserver> ", ""},
     {"other_letter_case_is_another_attribute", "smtpfiltersfile = \"/a\"\r\nserver> ", ""},
     {"no_reply", "", std::nullopt},

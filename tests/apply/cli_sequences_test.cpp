@@ -3,9 +3,9 @@
 #include <functional>
 #include <string>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/own_process.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {

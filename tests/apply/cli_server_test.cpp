@@ -8,8 +8,8 @@
 #include "apply/cli_sequences.h"
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
-#include "tests/apply/case_name.h"
 #include "tests/apply/sandboxed_server_case.h"
+#include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {

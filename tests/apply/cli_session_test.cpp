@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/support/case_name.h"
 
 namespace {
 

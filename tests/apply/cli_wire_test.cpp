@@ -12,9 +12,9 @@
 #include <string>
 #include <thread>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/scripted_peer.h"
-#include "tests/apply/waits.h"
+#include "tests/support/case_name.h"
+#include "tests/support/waits.h"
 #include "wizard/heap_text.h"
 #include "wizard/signal_gate.h"
 

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "apply/server_config.h"
-#include "tests/apply/case_name.h"
 #include "tests/apply/working_directory.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
 namespace {

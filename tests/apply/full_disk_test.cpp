@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "apply/original_copy.h"
 #include "apply/server_config.h"
 #include "apply/working_copy.h"
 #include "tests/apply/sandboxed_server_case.h"
@@ -41,6 +42,15 @@ TEST_F(FullDisk, a_configuration_that_fits_is_prepared) {
     const std::string before = read_file(SandboxedServer::config);
     EXPECT_EQ(config_prepare(SandboxedServer::config), 0);
     EXPECT_EQ(read_file(SandboxedServer::config).size(), before.size() + 5);
+}
+
+TEST_F(FullDisk, a_file_whose_original_finds_no_room_beside_it_is_not_touched) {
+    const std::string content(3000, 'x');
+    write_file("file", content);
+    EXPECT_EQ(keep_original("file"), 1);
+    EXPECT_EQ(read_file("file"), content);
+    EXPECT_FALSE(exists("file.beforewizard"));
+    EXPECT_FALSE(exists("file.beforewizard.new"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tests/support/descriptor.h"
+#include "tests/support/local_port.h"
 
 /// A server at a TCP port of 127.0.0.1 that serves one client, without a thread: the test calls
 /// serve() while the client waits.
@@ -11,10 +12,10 @@ class ListeningPeer {
     /// Listens. The client that connects finds these answers and then the end of the connection.
     explicit ListeningPeer(std::string answersToGive);
 
-    int port() const { return port_number; }
+    int port() const { return listener.number(); }
 
     /// Whether a client has connected, be it served or not.
-    bool hasClient() const;
+    bool hasClient();
 
     /// Sends the answers if a client has connected and has not been served yet.
     void serve();
@@ -27,7 +28,7 @@ class ListeningPeer {
 
   private:
     std::string answers;
-    Descriptor listener;
+    LocalPort listener;
     Descriptor client;
-    int port_number = 0;
+    bool served = false;
 };

@@ -9,9 +9,9 @@
 
 #include "tests/apply/curses_screen.h"
 #include "tests/apply/own_process.h"
-#include "tests/apply/waits.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
+#include "tests/support/waits.h"
 #include "ui/pending_box.h"
 #include "wizard/screen_state.h"
 #include "wizard/terminal_session.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/apply/sandboxed_server.h"
-#include "tests/apply/waits.h"
+#include "tests/support/waits.h"
 
 /// The profile of this system is selected, whose paths are those of the server in the sandbox. The
 /// host's networks are known. No sleep takes its time.

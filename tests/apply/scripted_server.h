@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "tests/apply/waits.h"
 #include "tests/apply/working_directory.h"
+#include "tests/support/waits.h"
 
 /// The selected installation profile names files in a directory of the test's own, which is the
 /// current one, and in the place of the server stands a script that notes how it was called.

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <string>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/failing_calloc.h"
+#include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {

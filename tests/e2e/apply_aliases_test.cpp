@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ const AliasCase alias_cases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryCombination, ApplyAliases, testing::ValuesIn(alias_cases),
-                         case_name<AliasCase>);
+                         CaseName());
 
 class ApplyNoAlias : public ApplyTest {};
 

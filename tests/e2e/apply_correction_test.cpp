@@ -10,8 +10,8 @@
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/frame.h"
-#include "tests/e2e/listening_port.h"
 #include "tests/support/files.h"
+#include "tests/support/local_port.h"
 
 namespace {
 
@@ -215,12 +215,13 @@ TEST_F(ApplyCorrection, does_not_check_a_port_again_that_was_found_free) {
     server.faults("=\"config server\" 7 refuse\n");
     wizard.walkToTheEnd(answers);
     wizard.dismissError("Could not configure relay!");
-    ListeningPort taken(80);
+    LocalPort taken(80);
+    taken.open();
     wizard.pressBack(Stop::relay);
     answers.webmail.port = "80";
     wizard.walkToTheEnd(answers, Stop::webmail);
     finish();
-    EXPECT_EQ(taken.connections(), 0);
+    EXPECT_EQ(taken.takeAll(), 0);
 }
 
 }  // namespace

@@ -1,14 +1,15 @@
 // A failure in each step that talks to the server: what the user is told, the screen that comes
-// back, and a second run that does not repeat what had succeeded.
+// back, and a second run that does not repeat what had succeeded; or a user who gives up.
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/e2e/endings.h"
 #include "tests/e2e/focus.h"
 #include "tests/e2e/frame.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -127,7 +128,19 @@ TEST_P(ApplyFailure, is_made_good_by_a_second_run_that_repeats_nothing) {
     EXPECT_EQ(server.commands(), commandsUntilFailure() + commandsLeft());
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyFailure, testing::ValuesIn(failing_steps),
-                         case_name<FailingStep>);
+INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyFailure, testing::ValuesIn(failing_steps), CaseName());
+
+class ApplyGivenUp : public ApplyTest {};
+
+TEST_F(ApplyGivenUp, at_the_exit_button_after_a_failure_ends_the_wizard_and_the_server) {
+    server.faults("\"create domain\" 1 refuse\n");
+    wizard.walkToTheEnd(answers);
+    wizard.dismissError("already exist!");
+    EXPECT_TRUE(server.isRunning());
+    wizard.pressBack(Stop::domain);
+    wizard.pressBack(Stop::password);
+    EXPECT_TRUE(ends_with(wizard, exited(0), "\nTELUMA Configuration Wizard Aborted!\n"));
+    server.waitForEnd();
+}
 
 }  // namespace

@@ -8,13 +8,13 @@
 #include <fstream>
 #include <set>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/listening_port.h"
+#include "tests/e2e/silent_port.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
@@ -67,8 +67,7 @@ TEST_P(ApplySilence, of_the_server_is_ended_by_ctrl_c_and_the_server_too) {
     EXPECT_EQ(server.pid(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(At, ApplySilence, testing::ValuesIn(silent_commands()),
-                         case_name<SilentCommand>);
+INSTANTIATE_TEST_SUITE_P(At, ApplySilence, testing::ValuesIn(silent_commands()), CaseName());
 
 TEST_F(ApplyInterrupt, ends_the_wait_for_a_pid_file_that_stays) {
     const Decoy decoy;

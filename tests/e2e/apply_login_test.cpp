@@ -8,9 +8,9 @@
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
 #include "tests/e2e/frame.h"
-#include "tests/e2e/listening_port.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "tests/support/process.h"
 
 namespace {
@@ -74,10 +74,11 @@ TEST_F(ApplyLogin, without_a_pid_file_in_time_ends_the_wizard_alone) {
 }
 
 TEST_F(ApplyLogin, at_a_port_that_another_program_has_ends_the_wizard) {
-    ListeningPort other(9091, "127.0.0.1");
+    LocalPort other(9091);
+    other.open("127.0.0.1");
     failToLogIn();
     dismiss();
-    EXPECT_EQ(other.connections(), 0);
+    EXPECT_EQ(other.takeAll(), 0);
 }
 
 TEST_F(ApplyLogin, without_a_configuration_file_ends_the_wizard) {

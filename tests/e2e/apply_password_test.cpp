@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -37,6 +37,11 @@ TEST_P(ApplyPassword, of_the_postmaster_is_sent_as_typed) {
 }
 
 const PasswordCase password_cases[] = {
+    {"the_first_half_of_the_printable_characters",
+     " !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNO"},
+    {"the_second_half_of_the_printable_characters",
+     "PQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~"},
+    {"a_leading_dash", "-A -f"},
     {"quotes", "\"dou\"\"ble\" 'sin'gle'"},
     {"dollars", "$HOME $$ ${PATH} $1$"},
     {"backticks", "`touch run` ``"},
@@ -49,8 +54,7 @@ const PasswordCase password_cases[] = {
      "\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`x"},
 };
 
-INSTANTIATE_TEST_SUITE_P(With, ApplyPassword, testing::ValuesIn(password_cases),
-                         case_name<PasswordCase>);
+INSTANTIATE_TEST_SUITE_P(With, ApplyPassword, testing::ValuesIn(password_cases), CaseName());
 
 class ApplyPasswordLength : public ApplyTest {
   protected:

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
+#include "tests/support/case_name.h"
 #include "tests/support/golden.h"
 
 namespace {
@@ -161,7 +161,6 @@ TEST_P(ApplyProgressAt, looks_like_this_when_all_is_done) {
     EXPECT_SCREEN(wizard, "golden/apply/done_" + std::string(GetParam().name));
 }
 
-INSTANTIATE_TEST_SUITE_P(Size, ApplyProgressAt, testing::ValuesIn(terminal_sizes),
-                         case_name<TerminalSize>);
+INSTANTIATE_TEST_SUITE_P(Size, ApplyProgressAt, testing::ValuesIn(terminal_sizes), CaseName());
 
 }  // namespace

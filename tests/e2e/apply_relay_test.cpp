@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <pwd.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -88,8 +88,7 @@ const NetworksCase networks_cases[] = {
      R"( iprange (remoteSmtpIp, "10.0.0.0/255.0.0.0"), iprange (remoteSmtpIp, "192.168.7.0/255.255.255.0"), iprange (remoteSmtpIp, "127.0.0.0/255.0.0.0"))"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Relay, ApplyRelayNetworks, testing::ValuesIn(networks_cases),
-                         case_name<NetworksCase>);
+INSTANTIATE_TEST_SUITE_P(Relay, ApplyRelayNetworks, testing::ValuesIn(networks_cases), CaseName());
 
 const char* const method =
     "method wizard_generated_relay {\n"

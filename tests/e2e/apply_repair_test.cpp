@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/endings.h"
 #include "tests/e2e/frame.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -54,7 +54,7 @@ const RefusedCommand webadmin_commands[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(AfterRefused, ApplyWebadminRepair, testing::ValuesIn(webadmin_commands),
-                         case_name<RefusedCommand>);
+                         CaseName());
 
 class ApplyWebadminTwice : public ApplyTest {};
 
@@ -117,8 +117,7 @@ const OpenContext open_contexts[] = {
     {"relay", "=\"back\" 6 refuse\n", "Could not configure relay!", Stop::relay, "config server"},
 };
 
-INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyOpenContext, testing::ValuesIn(open_contexts),
-                         case_name<OpenContext>);
+INSTANTIATE_TEST_SUITE_P(OfTheStep, ApplyOpenContext, testing::ValuesIn(open_contexts), CaseName());
 
 class ApplyLostConnection : public ApplyTest {};
 

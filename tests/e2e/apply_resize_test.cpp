@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/listening_port.h"
+#include "tests/e2e/silent_port.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
 #include "tests/support/wait_until.h"
@@ -96,7 +96,7 @@ TEST_P(ApplyResizeTo, under_an_error_makes_the_next_run_stand_where_it_should) {
     waitForBoxInTheMiddle();
 }
 
-INSTANTIATE_TEST_SUITE_P(ATerminal, ApplyResizeTo, testing::ValuesIn(resizes), case_name<Resize>);
+INSTANTIATE_TEST_SUITE_P(ATerminal, ApplyResizeTo, testing::ValuesIn(resizes), CaseName());
 
 TEST_F(ApplyResize, is_drawn_while_the_pid_file_stays) {
     const Decoy decoy;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ const ServicesCase services_cases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryCombination, ApplyServices, testing::ValuesIn(services_cases),
-                         case_name<ServicesCase>);
+                         CaseName());
 
 class ApplyServiceList : public ApplyTest {};
 

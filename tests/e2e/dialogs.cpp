@@ -23,7 +23,7 @@ const DialogFacts& facts_of(Dialog dialog) {
 
 DialogStage::DialogStage(Dialog dialog) : kind(dialog) {
     if (kind == Dialog::retry_back)
-        taken.emplace(webadmin_port);
+        taken.emplace(webadmin_port).open();
     if (kind == Dialog::pending)
         silent.emplace(webadmin_port);
 }

@@ -4,8 +4,9 @@
 
 #include <optional>
 
-#include "tests/e2e/listening_port.h"
+#include "tests/e2e/silent_port.h"
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/local_port.h"
 
 /// The kinds of dialog that can stand on top of a screen.
 enum class Dialog {
@@ -38,7 +39,7 @@ class DialogStage {
 
   private:
     Dialog kind;
-    std::optional<ListeningPort> taken;
+    std::optional<LocalPort> taken;
     std::optional<SilentPort> silent;
 };
 

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/frame.h"
-#include "tests/e2e/listening_port.h"
 #include "tests/e2e/stop_params.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "tests/support/wait_until.h"
 
 namespace {
@@ -24,6 +24,8 @@ std::string warning(const std::string& port, const std::string& address) {
 
 class TakenPort : public AtScreen {
   protected:
+    TakenPort() { program.open(); }
+
     // Tries the screen's port at the interface in a row of the list.
     void pressOk(int row = 0) {
         wizard.answerListener(GetParam(), {row});
@@ -37,7 +39,7 @@ class TakenPort : public AtScreen {
 
     static std::string port() { return facts_of(GetParam()).port; }
 
-    ListeningPort program{std::stoi(port())};
+    LocalPort program{std::stoi(port())};
 };
 
 INSTANTIATE_TEST_SUITE_P(Listeners, TakenPort, testing::ValuesIn(listener_stops()), stop_name);
@@ -45,20 +47,22 @@ INSTANTIATE_TEST_SUITE_P(Listeners, TakenPort, testing::ValuesIn(listener_stops(
 TEST_P(TakenPort, is_warned_of_and_a_retry_goes_on_once_it_was_given_free) {
     pressOk();
     EXPECT_EQ(words_in_frame(wizard.image()), warning(port(), "0.0.0.0"));
-    program.free();
+    program.close();
     wizard.press(Key::enter);
     wizard.waitForScreen(nextStop());
 }
 
 TEST_P(TakenPort, is_warned_of_again_as_often_as_it_is_retried_in_vain) {
     pressOk();
+    int connections = 0;
     for (int retries = 1; retries <= 3; ++retries) {
         wizard.press(retries % 2 == 1 ? Key::enter : Key::space);
-        wait_until([&] { return program.connections() == 1 + retries; }, "the port was retried");
+        wait_until([&] { return (connections += program.takeAll()) == 1 + retries; },
+                   "the port was retried");
         waitForWarning();
         EXPECT_EQ(words_in_frame(wizard.image()), warning(port(), "0.0.0.0"));
     }
-    program.free();
+    program.close();
     wizard.press(Key::enter);
     wizard.waitForScreen(nextStop());
 }
@@ -80,7 +84,7 @@ TEST_P(TakenPort, can_be_replaced_by_another_one_after_going_back_to_it) {
 TEST_P(TakenPort, of_the_loopback_interface_is_not_asked_about_once_a_retry_has_found_it_free) {
     pressOk(loopback_row);
     EXPECT_EQ(words_in_frame(wizard.image()), warning(port(), "127.0.0.1"));
-    program.free();
+    program.close();
     wizard.press(Key::enter);
     wizard.waitForScreen(nextStop());
     EXPECT_EQ(wizard.output().find("WARNING!"), std::string::npos);
@@ -94,7 +98,8 @@ class PortWarning : public testing::Test {
 };
 
 TEST_F(PortWarning, looks_like_this_and_has_the_focus_on_retry_until_tab_moves_it) {
-    const ListeningPort program(9000);
+    LocalPort program(9000);
+    program.open();
     wizard.answerListener(Stop::webadmin, {});
     EXPECT_SCREEN(wizard, "golden/port_warning");
     wizard.press(Key::tab);
@@ -104,7 +109,8 @@ TEST_F(PortWarning, looks_like_this_and_has_the_focus_on_retry_until_tab_moves_i
 }
 
 TEST_F(PortWarning, names_the_interface_on_which_the_port_is_taken) {
-    const ListeningPort program(9000, "192.168.7.2");
+    LocalPort program(9000);
+    program.open("192.168.7.2");
     wizard.answerListener(Stop::webadmin, {ethernet_row});
     wizard.waitForText("Warning!");
     wizard.waitForKey();
@@ -112,7 +118,8 @@ TEST_F(PortWarning, names_the_interface_on_which_the_port_is_taken) {
 }
 
 TEST_F(PortWarning, does_not_come_for_a_port_that_is_taken_on_another_interface) {
-    const ListeningPort program(9000, "192.168.7.2");
+    LocalPort program(9000);
+    program.open("192.168.7.2");
     wizard.answerListener(Stop::webadmin, {ethernet_row + 1});
     wizard.waitForScreen(Stop::smtp);
 }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <filesystem>
+
 #include "tests/e2e/focus.h"
 #include "tests/e2e/key_wait.h"
 #include "tests/support/process.h"
@@ -33,6 +36,21 @@ bool is_visited(Stop stop, const Answers& answers) {
 
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
     : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
+
+WizardRun::WizardRun(const std::string& program) : TerminalProgram({{program}}) {}
+
+WizardRun::WizardRun(const EnvironmentChanges& environment)
+    : TerminalProgram({{WIZARD_PROGRAM}, 24, 80, "xterm-256color", "C.UTF-8", environment}) {}
+
+WizardRun::~WizardRun() {
+    std::error_code ignored;
+    const std::filesystem::path directory =
+        std::filesystem::read_symlink("/proc/" + std::to_string(pid()) + "/cwd", ignored);
+    if (directory.stem() != "teluma-wizard")
+        return;
+    signal(SIGKILL);
+    std::filesystem::remove_all(directory, ignored);
+}
 
 void WizardRun::waitForKey(const Caller& caller) {
     const auto waits = [this] {

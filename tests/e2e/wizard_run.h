@@ -5,6 +5,7 @@
 
 #include "tests/e2e/answers.h"
 #include "tests/e2e/stops.h"
+#include "tests/support/environment.h"
 #include "tests/support/terminal_program.h"
 
 /// A run of the wizard in a terminal, and a user who knows every screen.
@@ -14,8 +15,20 @@
 /// the screen forwards and does not wait for what comes then.
 class WizardRun : public TerminalProgram {
   public:
+    /// Runs the wizard of the build.
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
+
+    /// Runs an installed one.
+    explicit WizardRun(const std::string& program);
+
+    /// On a terminal of the usual kind, with these changes of the environment.
+    explicit WizardRun(const EnvironmentChanges& environment);
+
+    /// Removes the private directory of a wizard that has to be killed: it stands on the host.
+    ~WizardRun();
+    WizardRun(const WizardRun&) = delete;
+    WizardRun& operator=(const WizardRun&) = delete;
 
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.

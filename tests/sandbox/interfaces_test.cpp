@@ -5,12 +5,11 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
-#include <sys/socket.h>
 
 #include <string>
 #include <vector>
 
-#include "tests/support/descriptor.h"
+#include "tests/support/local_port.h"
 
 namespace {
 
@@ -56,16 +55,10 @@ TEST(ListedInterfaces, keep_the_order_of_the_list_with_those_that_are_down) {
 }
 
 TEST(ListedInterfaces, have_addresses_that_can_be_listened_at_and_reached) {
-    const Descriptor listener(checked(socket(AF_INET, SOCK_STREAM, 0), "socket"));
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(25);
-    ASSERT_EQ(inet_pton(AF_INET, "192.168.1.5", &address.sin_addr), 1);
-    const auto* any = reinterpret_cast<const sockaddr*>(&address);
-    ASSERT_EQ(bind(listener.get(), any, sizeof address), 0);
-    ASSERT_EQ(listen(listener.get(), 1), 0);
-    const Descriptor client(checked(socket(AF_INET, SOCK_STREAM, 0), "socket"));
-    EXPECT_EQ(connect(client.get(), any, sizeof address), 0);
+    LocalPort port(25);
+    port.open("192.168.1.5");
+    connection_to(25, "192.168.1.5");
+    EXPECT_EQ(port.takeAll(), 1);
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {

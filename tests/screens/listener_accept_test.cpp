@@ -7,9 +7,9 @@
 
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
-#include "tests/screens/waits.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {
@@ -38,9 +38,7 @@ TEST_P(ListenerAnswer, is_taken_by_the_space_key_too) {
 }
 
 TEST_P(ListenerAnswer, is_checked_under_a_pending_box_with_the_screen_hidden) {
-    int probes = 0;
-    when_sleeping([&] {
-        ++probes;
+    wizard.waits.inSleep = [&] {
         EXPECT_EQ(screen_state, state_pending);
         EXPECT_PICTURE(pending_region(wizard.image(), 44), R"(
 ┌──────────────────────────────────────────────┐
@@ -53,9 +51,9 @@ TEST_P(ListenerAnswer, is_checked_under_a_pending_box_with_the_screen_hidden) {
 )");
         EXPECT_FALSE(wizard.image().shows(listener.title));
         EXPECT_FALSE(wizard.image().shows("Interface:"));
-    });
+    };
     wizard.play(answer_listener(row_eth0, number));
-    EXPECT_EQ(probes, 1);
+    EXPECT_EQ(wizard.waits.sleeps, std::vector<int>{0});
     EXPECT_FALSE(wizard.image().shows("Operation pending!"));
 }
 
@@ -73,8 +71,7 @@ TEST_P(ListenerAnswer, without_digits_leaves_the_port_in_the_settings) {
     EXPECT_EQ(wizard.chosenPort(), 77);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, ListenerAnswer, testing::ValuesIn(all_listeners()),
-                         name_of_listener);
+INSTANTIATE_TEST_SUITE_P(Screens, ListenerAnswer, testing::ValuesIn(all_listeners()), CaseName());
 
 class RefusedPort : public testing::TestWithParam<ListenerFacts> {
   protected:
@@ -102,8 +99,7 @@ TEST_P(RefusedPort, sends_the_focus_to_the_port_after_an_error) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, RefusedPort, testing::ValuesIn(all_listeners()),
-                         name_of_listener);
+INSTANTIATE_TEST_SUITE_P(Screens, RefusedPort, testing::ValuesIn(all_listeners()), CaseName());
 
 class ServiceAnswer : public ListenerAnswer {};
 
@@ -120,7 +116,7 @@ TEST_P(ServiceAnswer, leaves_the_focus_of_the_services_screen_alone) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, ServiceAnswer, testing::ValuesIn(service_listeners()),
-                         name_of_listener);
+                         CaseName());
 
 TEST(WebAdminAnswer, with_too_high_a_port_stores_it_all_the_same) {
     ListenerRig wizard(webadmin_listener());

@@ -40,10 +40,6 @@ std::vector<ListenerFacts> all_listeners() {
     return listeners;
 }
 
-std::string name_of_listener(const testing::TestParamInfo<ListenerFacts>& info) {
-    return info.param.name;
-}
-
 ListenerRig::ListenerRig(const ListenerFacts& listener, const RigSetup& setup)
     : WizardRig(listener.state, setup), facts(listener) {
     std::fill(std::begin(wizard_settings.service_enabled),

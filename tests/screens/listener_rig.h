@@ -28,9 +28,6 @@ const ListenerFacts& webadmin_listener();
 std::vector<ListenerFacts> service_listeners();
 std::vector<ListenerFacts> all_listeners();
 
-/// For tests with a listener as their parameter.
-std::string name_of_listener(const testing::TestParamInfo<ListenerFacts>& info);
-
 /// The wizard on the screen of a listener, all services being enabled.
 class ListenerRig : public WizardRig {
   public:

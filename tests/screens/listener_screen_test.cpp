@@ -7,8 +7,9 @@
 #include <string>
 
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {
@@ -97,8 +98,7 @@ TEST_P(EachListener, back_leads_to_the_screen_before_and_its_first_control) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, EachListener, testing::ValuesIn(all_listeners()),
-                         name_of_listener);
+INSTANTIATE_TEST_SUITE_P(Screens, EachListener, testing::ValuesIn(all_listeners()), CaseName());
 
 class EachService : public EachListener {};
 
@@ -125,8 +125,7 @@ TEST_P(EachService, a_visit_that_ended_with_back_keeps_the_typed_port_but_not_th
     EXPECT_EQ(wizard.portShown(row_lo), "77");
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, EachService, testing::ValuesIn(service_listeners()),
-                         name_of_listener);
+INSTANTIATE_TEST_SUITE_P(Screens, EachService, testing::ValuesIn(service_listeners()), CaseName());
 
 /// Answers the screen of a listener with a port that nobody uses.
 void accept(WizardRig& wizard, const ListenerFacts& listener, int row, const LocalPort& port) {

@@ -7,8 +7,8 @@
 #include "screens/listeners.h"
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {

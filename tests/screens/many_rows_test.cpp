@@ -6,8 +6,9 @@
 #include <string>
 
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
+#include "tests/support/case_name.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 #include "wizard/wizard_settings.h"
 
@@ -82,7 +83,7 @@ TEST_P(MostInterfaces, a_larger_terminal_shows_the_whole_screen_after_a_resize) 
 
 INSTANTIATE_TEST_SUITE_P(Screens, MostInterfaces,
                          testing::Values(webadmin_listener(), service_listeners().back()),
-                         name_of_listener);
+                         CaseName());
 
 class MostNetworks : public testing::Test {
   protected:

@@ -6,9 +6,9 @@
 
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
-#include "tests/screens/waits.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {
@@ -80,15 +80,13 @@ TEST_P(PortInUse, retry_goes_on_when_the_port_became_free_after_some_attempts) {
 }
 
 TEST_P(PortInUse, retry_probes_under_a_pending_box) {
-    int probes = 0;
-    when_sleeping([&] {
-        ++probes;
+    wizard.waits.inSleep = [&] {
         EXPECT_EQ(screen_state, state_pending);
         EXPECT_TRUE(wizard.image().shows("Please wait until the port is being checked!"));
         EXPECT_FALSE(wizard.image().shows(warning_title));
-    });
+    };
     playWithPort(row_eth0, {Key::enter});
-    EXPECT_EQ(probes, 2);
+    EXPECT_EQ(wizard.waits.sleeps, (std::vector<int>{0, 0}));
 }
 
 TEST_P(PortInUse, on_another_interface_does_not_matter) {
@@ -105,7 +103,7 @@ TEST_P(PortInUse, on_any_interface_matters_for_all_of_them) {
     EXPECT_TRUE(wizard.image().shows(warning_title));
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, PortInUse, testing::ValuesIn(all_listeners()), name_of_listener);
+INSTANTIATE_TEST_SUITE_P(Screens, PortInUse, testing::ValuesIn(all_listeners()), CaseName());
 
 class ServicePortInUse : public PortInUse {};
 
@@ -130,7 +128,7 @@ TEST_P(ServicePortInUse, back_stores_the_row_but_not_the_port) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, ServicePortInUse, testing::ValuesIn(service_listeners()),
-                         name_of_listener);
+                         CaseName());
 
 class WebAdminPortInUse : public PortInUse {};
 
@@ -152,6 +150,6 @@ TEST_P(WebAdminPortInUse, retry_once_it_is_free_leaves_the_focus_of_the_services
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, WebAdminPortInUse, testing::Values(webadmin_listener()),
-                         name_of_listener);
+                         CaseName());
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <filesystem>
 
-#include "tests/screens/local_port.h"
-#include "tests/screens/waits.h"
+#include "tests/support/local_port.h"
+#include "tests/support/waits.h"
 #include "wizard/wizard_settings.h"
 
 namespace {
@@ -72,14 +72,10 @@ TEST_F(PortProbe, leaves_nothing_open_when_the_port_is_free) {
 
 TEST_F(PortProbe, sleeps_before_it_connects) {
     port.open();
-    int sleeps = 0;
-    when_sleeping([&] {
-        ++sleeps;
-        EXPECT_EQ(port.takeConnection().get(), -1);
-    });
+    Waits waits;
+    waits.inSleep = [&] { EXPECT_EQ(port.takeConnection().get(), -1); };
     probe_port("127.0.0.1", port.number());
-    EXPECT_EQ(sleeps, 1);
-    when_sleeping(nullptr);
+    EXPECT_EQ(waits.sleeps, std::vector<int>{0});
 }
 
 TEST_F(PortProbe, finds_a_port_free_for_want_of_a_socket) {

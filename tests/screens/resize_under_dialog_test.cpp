@@ -7,9 +7,10 @@
 
 #include "tests/screens/domain_rig.h"
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
 #include "tests/screens/moved_picture.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 
 namespace {
@@ -81,6 +82,6 @@ TEST_P(ListenerResizeUnderDialog, comes_back_in_its_new_place_after_the_warning_
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, ListenerResizeUnderDialog, testing::ValuesIn(all_listeners()),
-                         name_of_listener);
+                         CaseName());
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Every screen on the smallest terminal and on a large one, fresh and after a change of the
-// terminal's size.
+// Every screen on the smallest terminal, on a large one and on one of odd measures, fresh and after
+// a change of the terminal's size.
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 
 #include "tests/screens/moved_picture.h"
 #include "tests/screens/screen_views.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
 #include "wizard/screen_state.h"
@@ -21,6 +22,8 @@ struct Size {
 constexpr Size smallest = {20, 72};
 constexpr Size usual = {24, 80};
 constexpr Size large = {60, 200};
+// Of which a frame that leaves a row over elsewhere leaves none, and the other way round.
+constexpr Size odd = {25, 81};
 
 RigSetup terminal_of(const Size& size) {
     RigSetup setup;
@@ -62,6 +65,13 @@ TEST_P(SizedScreen, stands_in_the_middle_of_a_large_terminal) {
     }
 }
 
+TEST_P(SizedScreen, stands_in_the_middle_of_a_terminal_with_odd_numbers_of_rows_and_columns) {
+    for (const ScreenView& view : views_of(screen)) {
+        SCOPED_TRACE(view.name());
+        EXPECT_SAME_LOOK(moved(view, odd), drawn(view, terminal_of(odd)));
+    }
+}
+
 void expect_fresh_look_after_resizes(const ScreenView& view) {
     SCOPED_TRACE(view.name());
     std::vector<Step> steps = {view.keys()};
@@ -98,7 +108,7 @@ TEST_P(SizedScreen, takes_keys_after_a_resize) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, SizedScreen, testing::ValuesIn(all_screens()), name_of_screen);
+INSTANTIATE_TEST_SUITE_P(Screens, SizedScreen, testing::ValuesIn(all_screens()), CaseName());
 
 class PicturedScreen : public testing::TestWithParam<ScreenView> {};
 

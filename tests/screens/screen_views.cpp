@@ -75,10 +75,6 @@ void PrintTo(const ScreenView& view, std::ostream* out) {
     *out << view.name();
 }
 
-std::string name_of_screen(const testing::TestParamInfo<ScreenFacts>& info) {
-    return info.param.name;
-}
-
 std::string name_of_view(const testing::TestParamInfo<ScreenView>& info) {
     return info.param.name();
 }

@@ -52,7 +52,6 @@ std::vector<ScreenView> fresh_views_of_different_screens();
 
 void PrintTo(const ScreenFacts& screen, std::ostream* out);
 void PrintTo(const ScreenView& view, std::ostream* out);
-std::string name_of_screen(const testing::TestParamInfo<ScreenFacts>& info);
 std::string name_of_view(const testing::TestParamInfo<ScreenView>& info);
 
 /// What the wizard shows of a screen that has been entered with the focus there already.

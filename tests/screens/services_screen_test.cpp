@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/screens/listener_rig.h"
-#include "tests/screens/local_port.h"
+#include "tests/support/local_port.h"
 #include "wizard/screen_state.h"
 #include "wizard/wizard_settings.h"
 

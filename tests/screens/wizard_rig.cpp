@@ -9,7 +9,6 @@
 #include "screens/screen.h"
 #include "screens/screen_list.h"
 #include "tests/screens/apply_double.h"
-#include "tests/screens/waits.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
 #include "wizard/host_facts.h"
@@ -75,13 +74,11 @@ WizardRig::WizardRig(int state, const RigSetup& setup) : terminal(setup.rows, se
 
 WizardRig::~WizardRig() {
     release_screens();
-    when_waiting_for_key(nullptr);
-    when_sleeping(nullptr);
 }
 
 void WizardRig::play(std::vector<Step> steps, const Caller& caller) {
     script.assign(steps.begin(), steps.end());
-    when_waiting_for_key([this] { takeStep(); });
+    waits.atKey = [this] { takeStep(); };
     try {
         run_screens();
     } catch (const ScriptOver&) {

@@ -10,6 +10,7 @@
 #include "tests/support/curses_terminal.h"
 #include "tests/support/key.h"
 #include "tests/support/screen_image.h"
+#include "tests/support/waits.h"
 
 /// A network interface as its row shows it.
 struct InterfaceFacts {
@@ -65,6 +66,9 @@ class WizardRig {
 
     /// Gives the terminal a new size and has the wizard notice: for a step.
     void resize(int rows, int cols);
+
+    /// For what is to happen in a sleep; those at keys are the steps'.
+    Waits waits;
 
   private:
     void takeStep();

@@ -1,7 +1,5 @@
 #include "tests/standin/cli_client.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
 
@@ -9,16 +7,9 @@
 
 #include "tests/support/caller.h"
 #include "tests/support/deadline.h"
+#include "tests/support/local_port.h"
 
-CliClient::CliClient(int port)
-    : socket(checked(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket")) {
-    sockaddr_in name{};
-    name.sin_family = AF_INET;
-    name.sin_port = htons(static_cast<in_port_t>(port));
-    name.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    checked(connect(socket.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name),
-            "connect");
-}
+CliClient::CliClient(int port) : socket(connection_to(port)) {}
 
 void CliClient::send(const std::string& bytes) const {
     std::size_t done = 0;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <ostream>
 
 #include "tests/standin/logged_in_session.h"
 
@@ -30,6 +31,10 @@ struct Case {
     const char* command;
     Lines contexts;
 };
+
+void PrintTo(const Case& tested, std::ostream* out) {
+    *out << tested.command;
+}
 
 const Lines everywhere = {"root", "server", "service", "sslcontrol", "create", "domain", "account"};
 

@@ -1,5 +1,6 @@
 #include "tests/support/curses_terminal.h"
 
+#include <fcntl.h>
 #include <panel.h>
 #include <unistd.h>
 
@@ -86,6 +87,9 @@ void CursesTerminal::startCurses(const std::string& term) {
     if (stream == nullptr)
         throw std::runtime_error("no stream for the terminal");
     program_side.release();
+    input_before =
+        Descriptor(checked(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
+    checked(dup2(fileno(stream.get()), STDIN_FILENO), "dup2");
     screen = newterm(term.c_str(), stream.get(), stream.get());
     if (screen == nullptr)
         throw std::runtime_error("curses cannot use the terminal " + term);
@@ -104,6 +108,7 @@ CursesTerminal::~CursesTerminal() {
         endwin();
     delscreen(screen);
     keep_ground_panel(ground);
+    dup2(input_before.get(), STDIN_FILENO);
     std::setlocale(LC_CTYPE, locale_before.c_str());
 }
 

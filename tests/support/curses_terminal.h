@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "tests/support/descriptor.h"
 #include "tests/support/key.h"
 #include "tests/support/pty.h"
 #include "tests/support/screen_image.h"
@@ -16,8 +17,9 @@
 /// time, but as many one after the other as you like.
 ///
 /// It leaves curses as the wizard's start-up does: the standard screen with its colour pairs
-/// (1 white on black, 2 white on blue, 3 black on red), cbreak, noecho and keypad. Where the
-/// terminal has no colours (vt220) there are no pairs. The signal handlers are those from before:
+/// (1 white on black, 2 white on blue, 3 black on red), cbreak, noecho and keypad. The terminal is
+/// also the standard input while the object lives, as in the program. Where the terminal has no
+/// colours (vt220) there are no pairs. The signal handlers are those from before:
 /// curses' own are taken out again. LINES and COLUMNS leave the environment, as they would override
 /// the terminal's size. What cannot be set up throws.
 ///
@@ -62,6 +64,7 @@ class CursesTerminal {
     void startCurses(const std::string& term);
 
     std::string locale_before;
+    Descriptor input_before;
     Pty pty;
     ScreenReader reader;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/ui/at_waits.h"
+#include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
 #include "ui/colours.h"
 #include "ui/modal_dialog.h"
@@ -27,5 +27,5 @@ class DialogTest : public UiTest {
         refresh();
     }
 
-    AtWaits waits;
+    KeyWaits waits;
 };

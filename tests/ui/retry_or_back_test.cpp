@@ -1,8 +1,8 @@
 #include <string>
 
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "tests/ui/dialog_test.h"
-#include "tests/ui/listener.h"
 #include "ui/message_dialogs.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
@@ -18,11 +18,13 @@ const char* const warning =
 /// A warning about a port that is taken, until a test frees it.
 class RetryOrBackTest : public DialogTest {
   protected:
+    RetryOrBackTest() { taken.open(); }
+
     int ask(const char* message = warning) {
-        return askRetryOrBack(message, "Warning!", taken.host().c_str(), taken.port());
+        return askRetryOrBack(message, "Warning!", "127.0.0.1", taken.number());
     }
 
-    Listener taken;
+    LocalPort taken;
 };
 
 TEST_F(RetryOrBackTest, warns_in_a_box_of_60_columns_with_the_focus_on_retry) {
@@ -44,7 +46,7 @@ TEST_F(RetryOrBackTest, a_short_warning_has_a_narrow_box_with_the_buttons_beside
 TEST_F(RetryOrBackTest, enter_at_once_means_retry) {
     terminal.press(Key::enter);
     EXPECT_NE(ask(), 0);
-    EXPECT_TRUE(taken.wasProbed());
+    EXPECT_EQ(taken.takeAll(), 1);
 }
 
 TEST_F(RetryOrBackTest, retry_with_a_port_still_taken_is_minus_one) {
@@ -54,7 +56,7 @@ TEST_F(RetryOrBackTest, retry_with_a_port_still_taken_is_minus_one) {
 
 TEST_F(RetryOrBackTest, retry_with_a_port_that_was_freed_while_the_warning_stood_is_one) {
     waits.then([&] {
-        taken.stop();
+        taken.close();
         terminal.press(Key::enter);
     });
     EXPECT_EQ(ask(), 1);
@@ -62,7 +64,7 @@ TEST_F(RetryOrBackTest, retry_with_a_port_that_was_freed_while_the_warning_stood
 
 TEST_F(RetryOrBackTest, space_presses_retry_too) {
     waits.then([&] {
-        taken.stop();
+        taken.close();
         terminal.press(Key::space);
     });
     EXPECT_EQ(ask(), 1);
@@ -71,7 +73,7 @@ TEST_F(RetryOrBackTest, space_presses_retry_too) {
 TEST_F(RetryOrBackTest, tab_then_enter_means_back_and_probes_nothing) {
     terminal.type("\t\n");
     EXPECT_EQ(ask(), 0);
-    EXPECT_FALSE(taken.wasProbed());
+    EXPECT_EQ(taken.takeAll(), 0);
     EXPECT_FALSE(terminal.image().shows("Operation pending!"));
 }
 
@@ -135,16 +137,16 @@ TEST_F(RetryOrBackTest, stands_where_a_new_size_of_the_terminal_puts_it) {
 }
 
 TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
-    waits.then([&] { terminal.press(Key::enter); });
-    // The probe waits too.
-    waits.then([&] {
+    terminal.press(Key::enter);
+    waits.inSleep = [&] {
         EXPECT_EQ(screen_state, 102);
         EXPECT_EQ(ModalDialog::open(), nullptr);
         EXPECT_NE(pending_frame(), nullptr);
-        EXPECT_FALSE(taken.wasProbed());
+        EXPECT_EQ(taken.takeAll(), 0);
         EXPECT_SCREEN(terminal.image(), "golden/pending");
-    });
+    };
     EXPECT_EQ(ask(), -1);
+    EXPECT_EQ(waits.sleeps, std::vector<int>{0});
     EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(screen_state, state_domain);
     EXPECT_EQ(panels_shown(), 0);

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
-#include <stdexcept>
 #include <vector>
 
 #include "tests/support/deadline.h"
@@ -13,29 +11,6 @@
 
 namespace {
 
-bool is_screen_side(int descriptor) {
-    char name[64];
-    return ptsname_r(descriptor, name, sizeof name) == 0;
-}
-
-// Curses keeps to itself what it reads from; it is the program's side of a pseudo-terminal, and the
-// tests have opened no other.
-int descriptor_of_curses() {
-    constexpr int most_descriptors = 256;
-    for (int descriptor = most_descriptors; descriptor > STDERR_FILENO; --descriptor) {
-        if (isatty(descriptor) == 1 && !is_screen_side(descriptor))
-            return descriptor;
-    }
-    throw std::runtime_error("curses has no terminal");
-}
-
-// The key loops wait at the standard input, which is the terminal when the program runs.
-int make_standard_input(int descriptor) {
-    const int before = dup(STDIN_FILENO);
-    dup2(descriptor, STDIN_FILENO);
-    return before;
-}
-
 void measure_screen() {
     screen_rows = getmaxy(stdscr);
     screen_cols = getmaxx(stdscr);
@@ -44,9 +19,7 @@ void measure_screen() {
 }  // namespace
 
 UiTest::UiTest(int rows, int cols)
-    : terminal(rows, cols),
-      standard_input(make_standard_input(descriptor_of_curses())),
-      root_frame(std::make_unique<Window>(stdscr, nullptr)) {
+    : terminal(rows, cols), root_frame(std::make_unique<Window>(stdscr, nullptr)) {
     main_window = root();
     measure_screen();
     screen_state = state_password;
@@ -56,8 +29,6 @@ UiTest::UiTest(int rows, int cols)
 UiTest::~UiTest() {
     alarm(0);
     main_window = nullptr;
-    dup2(standard_input, STDIN_FILENO);
-    close(standard_input);
 }
 
 ScreenImage UiTest::shown() {

@@ -36,7 +36,6 @@ class UiTest : public testing::Test {
     CursesTerminal terminal;
 
   private:
-    int standard_input;
     std::unique_ptr<Window> root_frame;
 };
 

@@ -1,5 +1,6 @@
 #include <type_traits>
 
+#include "tests/support/case_name.h"
 #include "tests/support/screen_text.h"
 #include "tests/ui/ui_test.h"
 #include "ui/button.h"
@@ -89,10 +90,7 @@ TEST_P(EveryWidget, has_no_size_once_its_curses_window_is_released) {
     delete widget;
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, EveryWidget, testing::ValuesIn(kinds),
-                         [](const testing::TestParamInfo<WidgetKind>& kind) {
-                             return std::string(kind.param.name);
-                         });
+INSTANTIATE_TEST_SUITE_P(Kinds, EveryWidget, testing::ValuesIn(kinds), CaseName());
 
 TEST(WidgetClasses, all_derive_from_window_and_the_password_field_from_the_text_field) {
     EXPECT_TRUE((std::is_base_of_v<Window, Button>));

@@ -11,6 +11,7 @@
 
 #include "screens/screen.h"
 #include "screens/screen_list.h"
+#include "tests/support/case_name.h"
 #include "tests/wizard/scenes.h"
 #include "tests/wizard/screen_session.h"
 #include "ui/modal_dialog.h"
@@ -132,7 +133,7 @@ std::vector<Scene> one_scene_of_each() {
     return scenes;
 }
 
-INSTANTIATE_TEST_SUITE_P(Scene, OnResize, testing::ValuesIn(one_scene_of_each()), scene_name);
+INSTANTIATE_TEST_SUITE_P(Scene, OnResize, testing::ValuesIn(one_scene_of_each()), CaseName());
 
 class OnResizeOfAnyScreen : public testing::Test {
   protected:

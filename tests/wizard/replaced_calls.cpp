@@ -1,8 +1,6 @@
 #include "tests/wizard/replaced_calls.h"
 
-#include <dlfcn.h>
 #include <sys/ioctl.h>
-#include <sys/select.h>
 #include <sys/syscall.h>
 
 #include <cstdarg>
@@ -52,15 +50,6 @@ uid_t getuid() noexcept {
 gid_t getgid() noexcept {
     return replaced_calls.getgid ? replaced_calls.getgid()
                                  : static_cast<gid_t>(syscall(SYS_getgid));
-}
-
-int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
-            const timespec* timeout, const sigset_t* mask) {
-    const bool waits_for_key = readable != nullptr && FD_ISSET(STDIN_FILENO, readable);
-    if (waits_for_key && replaced_calls.before_key_wait)
-        replaced_calls.before_key_wait();
-    static const auto real = reinterpret_cast<decltype(&pselect)>(dlsym(RTLD_NEXT, "pselect"));
-    return real(count, readable, writable, exceptional, timeout, mask);
 }
 
 }  // extern "C"

@@ -17,9 +17,6 @@ struct ReplacedCalls {
 
     std::function<uid_t()> getuid;
     std::function<gid_t()> getgid;
-
-    /// Called before pselect(2) waits for something to read at standard input; it does wait then.
-    std::function<void()> before_key_wait;
 };
 
 extern ReplacedCalls replaced_calls;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
 #include "tests/wizard/scenes.h"
@@ -93,7 +94,7 @@ TEST_P(Resized, while_another_screen_was_shown_it_looks_as_drawn_afresh) {
         expect_same(fresh_look(GetParam(), size), look_after_resize(GetParam(), usual, size));
 }
 
-INSTANTIATE_TEST_SUITE_P(Scene, Resized, testing::ValuesIn(all_scenes()), scene_name);
+INSTANTIATE_TEST_SUITE_P(Scene, Resized, testing::ValuesIn(all_scenes()), CaseName());
 
 // The pictures that were looked at with a ruler; all others are compared with fresh ones.
 

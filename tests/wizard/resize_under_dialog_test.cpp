@@ -2,16 +2,15 @@
 // resized meanwhile.
 
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 #include <string>
 
 #include "screens/domain_screen.h"
 #include "screens/listener_screen.h"
 #include "screens/password_screen.h"
-#include "tests/support/descriptor.h"
+#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/local_port.h"
 #include "tests/wizard/screen_session.h"
 #include "wizard/screen_state.h"
 
@@ -81,34 +80,12 @@ const Interruption interruptions[] = {
      down + "\t" + erase_port + "0\t\n", "\n", "\t\t\t\n"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Dialog, ScreenUnderDialog, testing::ValuesIn(interruptions),
-                         [](const auto& tested) { return std::string(tested.param.name); });
-
-// A TCP port of the loopback interface that is in use as long as the object lives.
-class TakenPort {
-  public:
-    TakenPort() : listener(checked(socket(AF_INET, SOCK_STREAM, 0), "socket")) {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        auto* any = reinterpret_cast<sockaddr*>(&address);
-        socklen_t size = sizeof address;
-        checked(bind(listener.get(), any, size), "bind");
-        checked(listen(listener.get(), SOMAXCONN), "listen");
-        checked(getsockname(listener.get(), any, &size), "getsockname");
-        number = ntohs(address.sin_port);
-    }
-
-    std::string text() const { return std::to_string(number); }
-
-  private:
-    Descriptor listener;
-    int number;
-};
+INSTANTIATE_TEST_SUITE_P(Dialog, ScreenUnderDialog, testing::ValuesIn(interruptions), CaseName());
 
 TEST(ScreenUnderWarning, comes_back_where_the_new_size_puts_it_when_the_user_goes_back) {
-    const TakenPort port;
-    const std::string keys = down + "\t" + erase_port + port.text() + "\t\n";
+    LocalPort port;
+    port.open();
+    const std::string keys = down + "\t" + erase_port + std::to_string(port.number()) + "\t\n";
     expect_right_place({"webadmin", state_webadmin, listener_screen_entry, state_retry_back, keys,
                         "\t\n", "\t\t\n"});
     expect_right_place(

@@ -164,7 +164,3 @@ Scene dialog_scene(const std::string& name) {
 void PrintTo(const Scene& scene, std::ostream* out) {
     *out << scene.name;
 }
-
-std::string scene_name(const testing::TestParamInfo<Scene>& tested) {
-    return tested.param.name;
-}

@@ -33,6 +33,5 @@ Scene screen_scene(const std::string& name, int control);
 /// The dialog of this name ("message", "no", "yes", "retry", "back", "pending" ...).
 Scene dialog_scene(const std::string& name);
 
-/// How GoogleTest prints a scene, and names a case by it.
+/// How GoogleTest prints a scene.
 void PrintTo(const Scene& scene, std::ostream* out);
-std::string scene_name(const testing::TestParamInfo<Scene>& tested);

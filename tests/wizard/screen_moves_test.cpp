@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/case_name.h"
 #include "wizard/screen_state.h"
 #include "wizard/wizard_settings.h"
 
@@ -111,7 +112,6 @@ const Walk walks[] = {
     {"all", {1, 1, 1}, {state_pop3, state_imap, state_webmail, state_relay}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Services, WalkWith, testing::ValuesIn(walks),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(Services, WalkWith, testing::ValuesIn(walks), CaseName());
 
 }  // namespace

@@ -3,15 +3,14 @@
 #include <vector>
 
 #include "tests/support/curses_terminal.h"
-#include "tests/wizard/key_waits.h"
-#include "tests/wizard/keyboard_input.h"
+#include "tests/support/key_waits.h"
 
 struct Size {
     int rows;
     int cols;
 };
 
-/// The wizard after start-up: curses on a terminal of its own whose keyboard is standard input, a
+/// The wizard after start-up: curses on a terminal of its own, a
 /// host with four interfaces, and the screens that exist from the start, hidden. There can be only
 /// one at a time; when it goes, everything that the process remembers is as before start-up. A test
 /// that waits for a key that nobody types ends when patience() is over, by SIGALRM.
@@ -30,7 +29,4 @@ class ScreenSession {
 
     CursesTerminal terminal;
     KeyWaits waits;
-
-  private:
-    KeyboardInput keyboard;
 };

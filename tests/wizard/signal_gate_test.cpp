@@ -12,6 +12,7 @@
 #include <chrono>
 #include <csignal>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <thread>
 
@@ -294,6 +295,46 @@ TEST_F(SignalGate, a_child_gets_default_actions_in_place_of_handlers_and_of_igno
         return (has_default_action(SIGUSR1) ? 1 : 0) + (has_default_action(SIGPIPE) ? 2 : 0);
     }));
     EXPECT_EQ(WEXITSTATUS(status), 3);
+}
+
+TEST_F(SignalGate, a_child_ignores_what_the_program_was_started_to_ignore) {
+    signal(SIGALRM, SIG_IGN);
+    hold_signal(SIGALRM, note_signal);
+    hold_signal(SIGALRM, note_signal);
+    const int status = wait_for_child(start_child([] {
+        restore_signals_in_child();
+        return is_ignored(SIGALRM) ? 1 : 0;
+    }));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+}
+
+TEST_F(SignalGate, a_signal_that_was_ignored_and_blocked_before_is_let_in_once_it_is_held) {
+    signal(SIGPROF, SIG_IGN);
+    sigset_t profiling;
+    sigemptyset(&profiling);
+    sigaddset(&profiling, SIGPROF);
+    sigprocmask(SIG_BLOCK, &profiling, nullptr);
+    hold_signal(SIGPROF, note_signal);
+    raise(SIGPROF);
+    let_signals_in();
+    EXPECT_EQ(signals_seen, 1);
+}
+
+TEST_F(SignalGate, a_child_is_waited_for_though_the_program_was_started_to_forget_its_children) {
+    signal(SIGCHLD, SIG_IGN);
+    keep_track_of_children();
+    EXPECT_EQ(WEXITSTATUS(wait_for_child(start_child([] { return 7; }))), 7);
+}
+
+TEST_F(SignalGate, a_crash_in_a_handler_finds_its_signal_let_in) {
+    on_signal = [] {
+        for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
+            EXPECT_FALSE(is_blocked(crash)) << crash;
+        EXPECT_TRUE(is_blocked(SIGTERM));
+    };
+    raise(SIGUSR1);
+    let_signals_in();
+    EXPECT_EQ(signals_seen, 1);
 }
 
 TEST_F(SignalGate, an_ignored_signal_does_nothing) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <thread>
 
+#include "tests/e2e/listening_port.h"
 #include "tests/support/terminal_program.h"
 #include "tools/player/scenes.h"
 
@@ -119,6 +120,7 @@ class Player {
         std::fflush(stdout);
     }
 
+    ListeningPort other_program{port_in_use};
     TerminalProgram wizard;
     bool live;
     size_t forwarded = 0;

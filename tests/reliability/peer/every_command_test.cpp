@@ -9,10 +9,10 @@
 #include <tuple>
 #include <vector>
 
-#include "tests/apply/case_name.h"
 #include "tests/apply/step_commands.h"
 #include "tests/reliability/peer/child_run.h"
 #include "tests/reliability/peer/whole_run.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"

@@ -1,0 +1,10 @@
+# server_prefix(SYSTEM VARIABLE): the directory of the server on a system, named as uname does.
+function(server_prefix system variable)
+  if(system MATCHES "^(FreeBSD|OpenBSD)$")
+    set(${variable} /usr/local/teluma PARENT_SCOPE)
+  elseif(system STREQUAL "NetBSD")
+    set(${variable} /usr/pkg/teluma PARENT_SCOPE)
+  else()
+    set(${variable} /opt/teluma PARENT_SCOPE)
+  endif()
+endfunction()

@@ -1,0 +1,106 @@
+// The Debian package, installed beside the server in the sandbox by dpkg itself.
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "tests/e2e/apply_server.h"
+#include "tests/e2e/wizard_run.h"
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+
+namespace {
+
+constexpr const char* program = "/opt/teluma/bin/teluma-wizard";
+
+std::string package() {
+    for (const auto& entry : std::filesystem::directory_iterator(PACKAGES)) {
+        if (entry.path().extension() == ".deb")
+            return entry.path();
+    }
+    return "no package in " PACKAGES;
+}
+
+// The host's list of installed packages, without one of them.
+std::string status_without(const std::string& name) {
+    std::string status = read_file("/var/lib/dpkg/status");
+    const size_t begin = status.find("Package: " + name + "\n");
+    if (begin == std::string::npos)
+        return status;
+    const size_t end = status.find("\n\n", begin);
+    return status.substr(0, begin) + (end == std::string::npos ? "" : status.substr(end + 2));
+}
+
+// A file tree of its own, in which dpkg takes the host's packages for installed. Its /opt is that
+// of the sandbox, where the server is.
+class FreshTree : public testing::Test {
+  protected:
+    FreshTree() {
+        std::filesystem::create_directories(root + "/opt");
+        for (const char* directory : {"info", "updates", "triggers"})
+            std::filesystem::create_directories(database + directory);
+        // What is not the host's must not be installed: the wizard itself, from an earlier package.
+        write_file(database + "status", status_without("teluma-wizard"));
+        if (mount("/opt", (root + "/opt").c_str(), nullptr, MS_BIND, nullptr) != 0)
+            throw std::system_error(errno, std::generic_category(), "mount");
+    }
+
+    CommandResult dpkg(const std::string& action, const std::string& what) {
+        return run_command({"dpkg", "--root=" + root, action, what},
+                           {{"PATH", "/usr/sbin:/usr/bin:/sbin:/bin"}});
+    }
+
+    void install() {
+        const CommandResult result = dpkg("--install", package());
+        ASSERT_EQ(result.status, exited(0)) << result.out << result.err;
+    }
+
+    const std::string root = std::filesystem::current_path() / "tree";
+    const std::string database = root + "/var/lib/dpkg/";
+};
+
+TEST_F(FreshTree, gets_a_wizard_that_configures_the_server_beside_it) {
+    install();
+    InstalledServer server;
+    // The command that root types is a link to where the program is.
+    WizardRun wizard(root + "/usr/sbin/teluma-wizard");
+    EXPECT_EQ(std::filesystem::canonical("/proc/" + std::to_string(wizard.pid()) + "/exe"),
+              program);
+    Answers answers;
+    answers.domain = "example.org";
+    wizard.walkToTheEnd(answers);
+    EXPECT_EQ(wizard.finish(), exited(0));
+    EXPECT_NE(wizard.printedAfterwards().find("\thttp://192.168.7.2:9000\n"), std::string::npos);
+    const std::vector<std::string> commands = server.commands();
+    EXPECT_NE(std::find(commands.begin(), commands.end(), "set primarydomain example.org"),
+              commands.end());
+}
+
+TEST_F(FreshTree, finds_the_man_page_by_its_usual_name) {
+    install();
+    const CommandResult page =
+        run_command({"gzip", "-dc", root + "/usr/share/man/man8/teluma-wizard.8.gz"});
+    EXPECT_EQ(page.out, read_file(SOURCES "/docs/teluma-wizard.8"));
+}
+
+TEST_F(FreshTree, keeps_the_server_when_the_wizard_is_removed) {
+    install();
+    const CommandResult result = dpkg("--remove", "teluma-wizard");
+    EXPECT_EQ(result.status, exited(0)) << result.err;
+    EXPECT_FALSE(exists(program));
+    EXPECT_FALSE(exists(root + "/usr/sbin/teluma-wizard"));
+    EXPECT_TRUE(exists(InstalledServer::binary));
+}
+
+TEST_F(FreshTree, refuses_the_wizard_where_the_curses_library_is_missing) {
+    write_file(database + "status", status_without("libncursesw6"));
+    const CommandResult result = dpkg("--install", package());
+    EXPECT_EQ(result.status, exited(1));
+    EXPECT_NE(result.err.find("depends on libncursesw6"), std::string::npos) << result.err;
+}
+
+}  // namespace

@@ -1,0 +1,74 @@
+// The documents name what there is.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <set>
+
+#include "tests/support/files.h"
+
+namespace {
+
+using Names = std::set<std::string>;
+
+const std::string sources = SOURCES;
+
+// The files and folders of the project that a document links to, from its own folder.
+Names links_in(const std::string& document) {
+    static const std::regex link(R"(\]\(([^):#]+)\))");
+    const std::string text = read_file(document);
+    Names links;
+    for (std::sregex_iterator found(text.begin(), text.end(), link), end; found != end; ++found)
+        links.insert((*found)[1]);
+    return links;
+}
+
+TEST(Documents, LinkOnlyToWhatThereIs) {
+    size_t links = 0;
+    for (const std::string& document : {sources + "/README.md", sources + "/CONTRIBUTING.md",
+                                        sources + "/docs/architecture.md"}) {
+        for (const std::string& link : links_in(document)) {
+            ++links;
+            const std::filesystem::path target =
+                std::filesystem::path(document).parent_path() / link;
+            EXPECT_TRUE(exists(target)) << document << " links to " << link;
+        }
+    }
+    EXPECT_GT(links, 10U);
+}
+
+TEST(Documents, ShowEveryPictureInTheReadme) {
+    const Names shown = links_in(sources + "/README.md");
+    for (const auto& entry : std::filesystem::directory_iterator(sources + "/docs/pictures")) {
+        const std::string picture = entry.path().lexically_relative(sources);
+        EXPECT_EQ(shown.count(picture), 1U) << picture;
+    }
+}
+
+TEST(Documents, AgreeOnTheVersion) {
+    const std::string version = PROJECT_VERSION;
+    EXPECT_NE(read_file(sources + "/CHANGELOG.md").find("\n## " + version + "\n"),
+              std::string::npos);
+    EXPECT_EQ(
+        read_file(sources + "/packaging/debian/changelog").find("teluma-wizard (" + version + ") "),
+        0U);
+    EXPECT_NE(read_file(sources + "/wizard/terminal_session.cpp").find("(v" + version + ")"),
+              std::string::npos);
+}
+
+// Folders and names of modules, in backquotes, which name a source or header without its ending.
+TEST(Documents, NameModulesThatThereAreInTheArchitecture) {
+    static const std::regex quoted(
+        "`((wizard|ui|screens|apply|cmake|tests|tools|standin)/[^` ]*)`");
+    const std::string text = read_file(sources + "/docs/architecture.md");
+    size_t modules = 0;
+    for (std::sregex_iterator found(text.begin(), text.end(), quoted), end; found != end; ++found) {
+        const std::string path = sources + "/" + (*found)[1].str();
+        ++modules;
+        EXPECT_TRUE(exists(path) || exists(path + ".h")) << path;
+    }
+    EXPECT_GT(modules, 15U);
+}
+
+}  // namespace

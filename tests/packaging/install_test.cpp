@@ -1,0 +1,47 @@
+// What `cmake --install` puts where.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+#include "tests/support/temp_dir.h"
+
+namespace {
+
+using Files = std::set<std::string>;
+
+// The files below a directory, by their paths from there.
+Files files_below(const std::string& directory) {
+    Files files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+        if (!entry.is_directory())
+            files.insert(entry.path().lexically_relative(directory));
+    }
+    return files;
+}
+
+const Files program_and_man_page = {"bin/teluma-wizard", "share/man/man8/teluma-wizard.8"};
+
+TEST(Install, PutsTheProgramAndItsManPageBelowAnyPrefix) {
+    const TempDir prefix;
+    const CommandResult result =
+        run_command({CMAKE_PROGRAM, "--install", BUILD_DIRECTORY, "--prefix", prefix.path()});
+    ASSERT_EQ(result.status, exited(0)) << result.err;
+    EXPECT_EQ(files_below(prefix.path()), program_and_man_page);
+    EXPECT_EQ(file_facts(prefix / "bin/teluma-wizard").mode, 0755U);
+    EXPECT_EQ(read_file(prefix / "share/man/man8/teluma-wizard.8"),
+              read_file(SOURCES "/docs/teluma-wizard.8"));
+}
+
+TEST(Install, PutsThemBesideTheServerByDefault) {
+    const TempDir root;
+    const CommandResult result =
+        run_command({CMAKE_PROGRAM, "--install", BUILD_DIRECTORY}, {{"DESTDIR", root.path()}});
+    ASSERT_EQ(result.status, exited(0)) << result.err;
+    EXPECT_EQ(files_below(root / INSTALL_PREFIX), program_and_man_page);
+}
+
+}  // namespace

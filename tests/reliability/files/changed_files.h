@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "tests/e2e/apply_server.h"
+#include "tests/support/files.h"
+
+/// A file as it stands at a moment.
+struct FileState {
+    std::string content;
+    FileFacts facts;
+};
+
+bool operator==(const FileState& one, const FileState& other);
+
+FileState state_of(const std::string& path);
+
+/// The host before the wizard, to which it can be brought back any number of times, with a server
+/// that runs; and the files that the wizard changes. For sandboxed tests.
+class ChangedFiles {
+  public:
+    static constexpr const char* sendmail = "/usr/sbin/sendmail";
+    static constexpr const char* wrapper = "/opt/teluma/bin/sendmail";
+
+    /// Gives the files owners and modes of their own. The server's CLI is at "localhost". There is
+    /// a backup of a sendmail already.
+    ChangedFiles();
+
+    /// Ends the server, puts everything back and starts the server.
+    void reset();
+
+    /// Remembers the configuration and the script as what a whole run makes of them.
+    void rememberAsNew();
+
+    /// Expects that each of the two is the old file, or the new one, or that the old one stands
+    /// beside it; that what stands beside it as the old one is just that; and that there are the
+    /// old sendmail, in its place or as a backup, and the backup that was there before.
+    void expectNothingLost() const;
+
+    /// Expects the old ones beside both files.
+    void expectOriginalsKept() const;
+
+    /// Does what an administrator has to do who finds a file neither old nor new: copies the old
+    /// one back. Returns how many files that were.
+    int restoreBroken() const;
+
+  private:
+    bool isOldOrNew(const std::string& path) const;
+
+    InstalledServer server;
+    std::map<std::string, FileState> old_files;
+    std::map<std::string, std::string> new_contents;
+    std::map<std::string, FileState> old_programs;  // the sendmails and the wrapper
+};

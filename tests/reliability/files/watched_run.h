@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/wizard_run.h"
+
+/// A run of the wizard whose calls about files are watched, and fail or kill by orders. Its sleeps
+/// take next to no time. One may live at a time.
+class WatchedRun : public WizardRun {
+  public:
+    /// A run without orders.
+    WatchedRun() : WatchedRun(EnvironmentChanges{}) {}
+
+    /// A run in which the `count`-th call of this kind ("teluma-wizard fsync /var/opt/...") fails
+    /// with the errno `failure`.
+    static EnvironmentChanges failing(const std::string& call, int count, int failure);
+
+    /// A run in which SIGKILL comes just before the `count`-th call that changes a file, counted
+    /// from 1; shim_orders.h says to whom.
+    static EnvironmentChanges killing(int count, const std::string& whom);
+
+    explicit WatchedRun(EnvironmentChanges orders);
+
+    /// Removes the private directory that a killed run has left behind.
+    ~WatchedRun();
+    WatchedRun(const WatchedRun&) = delete;
+    WatchedRun& operator=(const WatchedRun&) = delete;
+
+    /// Answers every screen with as little to do for the server as can be, but with all that
+    /// changes files. Starts at the screen `from`.
+    void answerAll(const std::string& domain = "first.example", Stop from = Stop::password);
+
+    /// Waits until no cp or rm runs that a killed wizard has left behind.
+    static void waitForCommands();
+
+    /// The calls so far, as shim_orders.h writes them down.
+    static std::vector<std::string> calls();
+
+    /// The path of the private directory; empty while there is none.
+    static std::string privateDirectory();
+};

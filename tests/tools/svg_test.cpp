@@ -1,0 +1,114 @@
+#include "tools/pictures/svg.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr int blue = 4;
+constexpr int red = 1;
+constexpr int white = 7;
+
+// A screen of one row that shows these characters, one in a cell.
+ScreenImage row_of(const std::vector<std::string>& characters) {
+    ScreenImage image(1, static_cast<int>(characters.size()));
+    for (int col = 0; col < image.cols(); ++col)
+        image.cell(0, col).text = characters[static_cast<size_t>(col)];
+    image.setCursor({{0, 0}, false});
+    return image;
+}
+
+std::string drawing_of(const ScreenImage& image) {
+    return svg_of(image, "a screen");
+}
+
+bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+int count_of(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size())
+        ++count;
+    return count;
+}
+
+TEST(Svg, NamesTheScreenForThoseWhoCannotSeeIt) {
+    EXPECT_TRUE(holds(svg_of(row_of({" "}), "Relay & \"more\""),
+                      "<title>Relay &amp; &quot;more&quot;</title>"));
+}
+
+TEST(Svg, HoldsEachWordToItsColumns) {
+    const std::string drawing = drawing_of(row_of({" ", "a", "b", "c", " ", "d"}));
+    EXPECT_TRUE(holds(drawing, "<text x=\"8\" y=\"13\" textLength=\"24\">abc</text>"));
+    EXPECT_TRUE(holds(drawing, "<text x=\"40\" y=\"13\">d</text>"));
+}
+
+TEST(Svg, KeepsCharactersThatMeanSomethingToSvgReadable) {
+    EXPECT_TRUE(holds(drawing_of(row_of({"<", "&", ">"})), ">&lt;&amp;&gt;</text>"));
+}
+
+TEST(Svg, DrawsBoldWordsApart) {
+    ScreenImage image = row_of({"a", "b"});
+    image.cell(0, 1).bold = true;
+    const std::string drawing = drawing_of(image);
+    EXPECT_TRUE(holds(drawing, "font-weight=\"700\">\n<text x=\"8\" y=\"13\">b</text>"));
+    EXPECT_TRUE(holds(drawing, "<text x=\"0\" y=\"13\">a</text>"));
+}
+
+TEST(Svg, DrawsALineOverSeveralCellsAsOneStroke) {
+    const std::string drawing = drawing_of(row_of({"├", "─", "─", "┤"}));
+    EXPECT_TRUE(holds(drawing, "M4 9H28"));
+    EXPECT_FALSE(holds(drawing, "─"));
+}
+
+TEST(Svg, DrawsTheCornersOfABoxToTheMiddleOfTheirCells) {
+    ScreenImage image(2, 2);
+    image.cell(0, 0).text = "┌";
+    image.cell(0, 1).text = "┐";
+    image.cell(1, 0).text = "└";
+    image.cell(1, 1).text = "┘";
+    const std::string drawing = drawing_of(image);
+    for (const char* stroke : {"M4 9H12", "M4 27H12", "M4 9V27", "M12 9V27"})
+        EXPECT_TRUE(holds(drawing, stroke)) << stroke;
+    EXPECT_EQ(count_of(drawing, "M"), 4 + count_of(drawing, "Mono") + count_of(drawing, "Menlo"));
+}
+
+TEST(Svg, CoversCellsOfOneColourWithOneRectangle) {
+    ScreenImage image(4, 6);
+    for (int row = 1; row < 3; ++row) {
+        for (int col = 2; col < 5; ++col)
+            image.cell(row, col).background = red;
+    }
+    const std::string drawing = drawing_of(image);
+    EXPECT_TRUE(holds(drawing, "<rect x=\"16\" y=\"18\" width=\"24\" height=\"36\""));
+    EXPECT_TRUE(holds(drawing, "<rect x=\"0\" y=\"0\" width=\"48\" height=\"72\""));
+}
+
+TEST(Svg, DrawsDifferentColoursDifferently) {
+    ScreenImage image = row_of({"a", "b"});
+    image.cell(0, 0) = {"a", white, blue, false};
+    ScreenImage other = image;
+    other.cell(0, 1).background = red;
+    EXPECT_NE(drawing_of(image), drawing_of(other));
+    other = image;
+    other.cell(0, 1).foreground = red;
+    EXPECT_NE(drawing_of(image), drawing_of(other));
+}
+
+TEST(Svg, DrawsTheCursorOnlyWhereItCanBeSeen) {
+    ScreenImage image = row_of({" ", " "});
+    const std::string hidden = drawing_of(image);
+    image.setCursor({{0, 1}, true});
+    EXPECT_TRUE(holds(drawing_of(image), "<rect x=\"8\" y=\"0\" width=\"8\" height=\"18\""));
+    EXPECT_FALSE(holds(hidden, "<rect x=\"8\""));
+}
+
+TEST(Svg, RefusesAColourThatItHasNoShadeFor) {
+    ScreenImage image = row_of({"a"});
+    image.cell(0, 0).background = 8;
+    EXPECT_THROW(drawing_of(image), std::invalid_argument);
+}
+
+}  // namespace

@@ -1,0 +1,134 @@
+// In a sandbox whose /tmp is its own and empty.
+
+#include "wizard/private_directory.h"
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "tests/support/descriptor.h"
+#include "tests/support/files.h"
+
+namespace {
+
+std::string current_directory() {
+    return std::filesystem::current_path();
+}
+
+std::string parent_of(const std::string& path) {
+    return std::filesystem::path(path).parent_path();
+}
+
+int entries_of(const std::string& path) {
+    const std::filesystem::directory_iterator begin(path);
+    return static_cast<int>(std::distance(begin, std::filesystem::directory_iterator()));
+}
+
+// Covers a directory by an empty one that nothing can be made in.
+void bar(const char* path) {
+    checked(mount("none", path, "tmpfs", MS_RDONLY, nullptr), "mount");
+}
+
+class PrivateDirectory : public testing::Test {
+  protected:
+    PrivateDirectory() { checked(mount("none", "/tmp", "tmpfs", 0, "mode=1777"), "mount"); }
+
+    // In a process of its own: enters the directory, does something there and ends through exit().
+    // Returns what `action` returns.
+    static bool inside(const std::function<bool()>& action) {
+        const pid_t child = fork();
+        if (child == 0) {
+            enter_private_directory();
+            std::exit(action() ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+
+    // Where it was made; written down by the process that was there.
+    static std::string place() {
+        EXPECT_TRUE(inside([] {
+            write_file("/run/scratch/place", current_directory());
+            return true;
+        }));
+        return read_file("/run/scratch/place");
+    }
+};
+
+TEST_F(PrivateDirectory, is_the_current_one_and_closed_to_everybody_else) {
+    EXPECT_TRUE(inside([] {
+        const FileFacts facts = file_facts(current_directory());
+        return parent_of(current_directory()) == "/tmp" && facts.mode == 0700 &&
+               facts.owner == getuid() && entries_of(".") == 0;
+    }));
+}
+
+TEST_F(PrivateDirectory, is_closed_whatever_the_mask) {
+    const mode_t mask = umask(0);
+    EXPECT_TRUE(inside([] { return file_facts(current_directory()).mode == 0700; }));
+    umask(mask);
+}
+
+TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
+    if (chown("/run/scratch", 12, 12) != 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    EXPECT_TRUE(inside([] {
+        const std::string copy = current_directory() + "/temp.cfg";
+        write_file("temp.cfg", "secret", 0666);
+        return setgid(12) == 0 && setuid(12) == 0 && access(copy.c_str(), F_OK) == -1;
+    }));
+}
+
+TEST_F(PrivateDirectory, has_another_name_every_time) {
+    EXPECT_NE(place(), place());
+}
+
+TEST_F(PrivateDirectory, is_gone_at_the_end) {
+    EXPECT_FALSE(exists(place()));
+    EXPECT_EQ(entries_of("/tmp"), 0);
+}
+
+TEST_F(PrivateDirectory, is_gone_at_the_end_with_a_working_copy_in_it) {
+    EXPECT_TRUE(inside([] {
+        write_file("temp.cfg", "half");
+        return true;
+    }));
+    EXPECT_EQ(entries_of("/tmp"), 0);
+}
+
+TEST_F(PrivateDirectory, is_left_by_a_child_for_where_the_program_was_started) {
+    EXPECT_TRUE(inside([] {
+        leave_private_directory_in_child();
+        return current_directory() == "/run/scratch";
+    }));
+}
+
+TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_tmp) {
+    bar("/tmp");
+    checked(mount("none", "/var/tmp", "tmpfs", 0, "mode=1777"), "mount");
+    EXPECT_EQ(parent_of(place()), "/var/tmp");
+    EXPECT_EQ(entries_of("/var/tmp"), 0);
+}
+
+TEST_F(PrivateDirectory, is_made_in_run_when_there_is_no_other_room) {
+    bar("/tmp");
+    bar("/var/tmp");
+    EXPECT_EQ(parent_of(place()), "/run");
+}
+
+TEST_F(PrivateDirectory, that_can_be_made_nowhere_leaves_the_program_where_it_was) {
+    bar("/tmp");
+    bar("/var/tmp");
+    checked(mount(nullptr, "/run", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), "mount");
+    EXPECT_TRUE(inside([] { return current_directory() == "/run/scratch"; }));
+}
+
+}  // namespace
