@@ -1,5 +1,6 @@
 #include "ui/label.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "ui/colours.h"
@@ -26,7 +27,7 @@ void Label::draw() {
         return;
     }
     const int length = static_cast<int>(std::strlen(text.get()));
-    const int prefix = highlightLength < length ? highlightLength : length;
+    const int prefix = std::clamp(highlightLength, 0, length);
     wattron(cursesWindow, COLOR_PAIR(highlightPair));
     mvwprintw(cursesWindow, 0, 0, "%.*s", prefix, text.get());
     wattroff(cursesWindow, COLOR_PAIR(highlightPair));

@@ -16,6 +16,7 @@
 #include "wizard/terminal_session.h"
 
 int main() {
+    fill_standard_descriptors();
     hold_signal(SIGWINCH, on_resize);
     for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
         hold_signal(signal_number, abort_wizard);

@@ -25,6 +25,15 @@ void leave_curses() {
 
 }  // namespace
 
+void fill_standard_descriptors() {
+    int descriptor = 0;
+    do {
+        descriptor = open("/dev/null", O_RDWR);
+    } while (descriptor != -1 && descriptor <= STDERR_FILENO);
+    if (descriptor != -1)
+        close(descriptor);
+}
+
 void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
@@ -55,8 +64,8 @@ void silence_standard_error() {
     const int null_device = open("/dev/null", O_WRONLY | O_CLOEXEC);
     if (null_device == -1)
         return;
-    close(STDERR_FILENO);
-    dup(null_device);
+    dup2(null_device, STDERR_FILENO);
+    close(null_device);
 }
 
 bool is_superuser() {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "tests/apply/sandboxed_server_case.h"
-#include "tests/apply/server_account.h"
 #include "tests/apply/small_directory.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 #include "wizard/host_facts.h"
 
 namespace {

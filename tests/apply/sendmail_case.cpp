@@ -7,9 +7,9 @@
 #include <filesystem>
 
 #include "apply/sendmail_install.h"
-#include "tests/apply/server_account.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 
 SendmailCase::SendmailCase() {
     unlink(sendmail);

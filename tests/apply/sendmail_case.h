@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/apply/system_log.h"
+#include "tests/support/system_log.h"
 
 /// The wrapper and /usr/sbin of the sandbox that the test runs in, without a sendmail at first, and
 /// its system log.

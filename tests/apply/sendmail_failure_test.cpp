@@ -14,9 +14,9 @@
 
 #include "apply/sendmail_install.h"
 #include "tests/apply/sendmail_case.h"
-#include "tests/apply/server_account.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 
 namespace {
 

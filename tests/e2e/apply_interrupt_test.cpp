@@ -2,20 +2,15 @@
 // is known.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <fstream>
 #include <set>
 
-#include "tests/e2e/apply_decoy.h"
-#include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
+#include "tests/e2e/apply_waits.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/silent_port.h"
 #include "tests/support/case_name.h"
-#include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
@@ -69,19 +64,6 @@ TEST_P(ApplySilence, of_the_server_is_ended_by_ctrl_c_and_the_server_too) {
 
 INSTANTIATE_TEST_SUITE_P(At, ApplySilence, testing::ValuesIn(silent_commands()), CaseName());
 
-TEST_F(ApplyInterrupt, ends_the_wait_for_a_pid_file_that_stays) {
-    const Decoy decoy;
-    write_file(InstalledServer::pid_file, std::to_string(decoy.pid()) + "\n");
-    wizard.walkToTheEnd(answers);
-    decoy.waitForSignals(1);
-    wizard.waitForKey();
-    EXPECT_EQ(progress_lines(wizard.image()),
-              std::vector<std::string>{running("setting admin password")});
-    interrupt();
-    decoy.waitForSignals(2);
-    EXPECT_TRUE(server.commands().empty());
-}
-
 TEST_F(ApplyInterrupt, ends_the_wait_for_a_server_that_does_not_remove_its_pid_file) {
     server.faults("stop * stays\n");
     server.start();
@@ -91,105 +73,40 @@ TEST_F(ApplyInterrupt, ends_the_wait_for_a_server_that_does_not_remove_its_pid_f
     EXPECT_TRUE(server.commands().empty());
 }
 
-TEST_F(ApplyInterrupt, ends_the_wait_for_the_new_servers_pid_file_and_leaves_that_server_alone) {
-    server.faults("start * missing\n");
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("connecting to CLI");
-    interrupt();
-    EXPECT_TRUE(server.isRunning());
-}
-
-TEST_F(ApplyInterrupt, ends_the_wait_before_connecting) {
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("connecting to CLI");
-    interrupt();
-    server.waitForEnd();
-}
-
-TEST_F(ApplyInterrupt, ends_the_wait_for_ok) {
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText(" OK ");
-    interrupt();
-    server.waitForEnd();
-}
-
-TEST_F(ApplyInterrupt, ends_the_wizard_at_the_error_of_a_step) {
-    server.faults("\"create domain\" 1 refuse\n");
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    interrupt();
-    server.waitForEnd();
-}
-
-TEST_F(ApplyInterrupt, ends_the_wizard_at_the_error_of_the_login) {
-    server.faults("password * refuse\n");
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    interrupt();
-    server.waitForEnd();
-}
-
-/// Whether a connection attempt of this host is waiting for its answer, by the kernel's table.
-bool somebody_connects() {
-    std::ifstream table("/proc/net/tcp");
-    std::string line;
-    while (std::getline(table, line)) {
-        const std::string syn_sent = " 02 ";
-        if (line.find(syn_sent) != std::string::npos)
-            return true;
-    }
-    return false;
-}
-
-TEST_F(ApplyInterrupt, ends_a_connection_attempt_that_nobody_answers) {
-    const Decoy decoy;
-    const SilentPort silent(9091);
-    server.replaceBy("case $1 in -A) exit; esac\necho " + std::to_string(decoy.pid()) + " >" +
-                     InstalledServer::pid_file);
-    wizard.walkToTheEnd(answers);
-    wait_until(somebody_connects, "the wizard was connecting");
-    wizard.waitForKey();
-    interrupt();
-    decoy.waitForSignals(1);
-}
-
-/// The executable in the server's place runs for ever, at the password or at the start.
-class ApplyStuckCommand : public ApplyInterrupt {
+class ApplyWaitInterrupt : public testing::TestWithParam<ApplyWait> {
   protected:
-    void waitForCommand() {
-        wizard.walkToTheEnd(answers);
-        wait_until([] { return exists("/run/scratch/stuck"); }, "the command ran");
-        wizard.waitForKey();
-    }
+    ApplyWaitInterrupt() { stage.open(wizard); }
 
-    static pid_t commandPid() { return std::stoi(read_file("/run/scratch/stuck")); }
-
-    const std::string stuck =
-        "echo $$ >/run/scratch/stuck.new; mv /run/scratch/stuck.new /run/scratch/stuck\n"
-        "exec sleep 1000\n";
+    ApplyStage stage{GetParam()};
+    WizardRun wizard;
 };
 
-TEST_F(ApplyStuckCommand, that_sets_the_password_is_ended_by_ctrl_c) {
-    server.replaceBy(stuck);
-    waitForCommand();
-    interrupt();
-    wait_until([] { return !process_running(commandPid()); }, "the command had ended");
+INSTANTIATE_TEST_SUITE_P(At, ApplyWaitInterrupt, every_apply_wait(), apply_wait_name);
+
+TEST_P(ApplyWaitInterrupt, by_ctrl_c_ends_the_wizard_and_the_server_if_it_is_known) {
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    stage.expectServerTold();
 }
 
-TEST_F(ApplyStuckCommand, that_starts_the_server_is_ended_by_ctrl_c) {
-    server.replaceBy("case $1 in -A) exit; esac\n" + stuck);
-    waitForCommand();
-    interrupt();
-    wait_until([] { return !process_running(commandPid()); }, "the command had ended");
+using ApplyStuckCommand = ApplyWaitInterrupt;
+
+INSTANTIATE_TEST_SUITE_P(At, ApplyStuckCommand,
+                         testing::Values(ApplyWait::password_command, ApplyWait::start_command),
+                         apply_wait_name);
+
+TEST_P(ApplyStuckCommand, is_ended_by_ctrl_c) {
+    const pid_t command = stage.command();
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    wait_until([command] { return !process_running(command); }, "the command had ended");
 }
 
 // No process id is known then, so nobody gets a signal from the wizard, its own group included.
-TEST_F(ApplyStuckCommand, lives_on_when_the_wizard_alone_is_interrupted) {
-    server.replaceBy(stuck);
-    waitForCommand();
+TEST_P(ApplyStuckCommand, lives_on_when_the_wizard_alone_is_interrupted) {
     wizard.signal(SIGINT);
     EXPECT_TRUE(is_aborted(wizard));
-    EXPECT_TRUE(process_running(commandPid()));
+    EXPECT_TRUE(process_running(stage.command()));
 }
 
 }  // namespace

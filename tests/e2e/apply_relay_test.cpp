@@ -1,12 +1,12 @@
 // What the run makes of the filters script for the networks that are ticked.
 
 #include <gtest/gtest.h>
-#include <pwd.h>
 
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/apply_wire.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 
 namespace {
 
@@ -66,12 +66,8 @@ TEST_P(ApplyRelayNetworks, are_written_from_the_last_to_the_first) {
 TEST_F(ApplyRelay, leaves_the_script_to_the_servers_account_with_its_mode) {
     answers.relay = {false, true, false};
     runThrough();
-    const passwd* account = getpwnam("teluma");
-    ASSERT_NE(account, nullptr);
-    const FileFacts facts = file_facts(InstalledServer::filters);
-    EXPECT_EQ(facts.owner, account->pw_uid);
-    EXPECT_EQ(facts.group, account->pw_gid);
-    EXPECT_EQ(facts.mode, 0640u);
+    expect_server_owns(InstalledServer::filters);
+    EXPECT_EQ(file_facts(InstalledServer::filters).mode, 0640u);
 }
 
 const NetworksCase networks_cases[] = {

@@ -2,46 +2,21 @@
 // on from there.
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/focus.h"
 #include "tests/e2e/frame.h"
-#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
+#include "tests/support/server_account.h"
+#include "tests/support/system_log.h"
 
 namespace {
 
 const char* const sendmail = "/usr/sbin/sendmail";
 const char* const wrapper = "/opt/teluma/bin/sendmail";
 const char* const other_wrapper = "/opt/teluma/bin/sendmail.away";
-
-/// The system log of the sandbox.
-class SystemLog {
-  public:
-    SystemLog() : socket(checked(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0), "socket")) {
-        const sockaddr_un log = {AF_UNIX, "/dev/log"};
-        checked(bind(socket.get(), reinterpret_cast<const sockaddr*>(&log), sizeof log), "bind");
-    }
-
-    /// The messages so far: the priority in front, without the date behind it.
-    std::vector<std::string> messages() {
-        std::vector<std::string> found;
-        char message[1024];
-        ssize_t length = 0;
-        while ((length = recv(socket.get(), message, sizeof message, MSG_DONTWAIT)) >= 0) {
-            const std::string text(message, static_cast<size_t>(length));
-            found.push_back(text.substr(0, text.find('>') + 1) + text.substr(text.find("WIZARD")));
-        }
-        return found;
-    }
-
-  private:
-    Descriptor socket;
-};
 
 class ApplySendmailFailure : public ApplyTest {
   protected:
@@ -77,7 +52,7 @@ TEST_F(ApplySendmailFailure, without_the_wrapper_is_logged_as_a_failed_chown) {
 }
 
 TEST_F(ApplySendmailFailure, without_the_servers_account_is_logged_as_a_failed_chown) {
-    write_file("/etc/passwd", "root:x:0:0:root:/root:/bin/sh\n");
+    remove_server_account();
     walkIntoFailure();
     EXPECT_EQ(log.messages(),
               std::vector<std::string>{"<11>WIZARD: Unable to chown /opt/teluma/bin/sendmail"});

@@ -1,12 +1,12 @@
 // What the run makes of the system's sendmail and of the wrapper.
 
 #include <gtest/gtest.h>
-#include <pwd.h>
 #include <unistd.h>
 
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 
 namespace {
 
@@ -54,12 +54,8 @@ TEST_F(ApplySendmail, becomes_a_link_to_the_wrapper_and_the_file_its_backup) {
 
 TEST_F(ApplySendmail, has_a_wrapper_that_runs_as_the_servers_account) {
     runThrough();
-    const passwd* account = getpwnam("teluma");
-    ASSERT_NE(account, nullptr);
-    const FileFacts facts = file_facts(wrapper);
-    EXPECT_EQ(facts.mode, 06755u);
-    EXPECT_EQ(facts.owner, account->pw_uid);
-    EXPECT_EQ(facts.group, account->pw_gid);
+    expect_server_owns(wrapper);
+    EXPECT_EQ(file_facts(wrapper).mode, 06755u);
 }
 
 TEST_F(ApplySendmail, is_linked_without_a_backup_where_there_was_none) {

@@ -1,5 +1,38 @@
 #include "tests/e2e/endings.h"
 
+#include "tests/support/emulator.h"
+
+namespace {
+
+// Letters that turn into lines where the line drawing characters are still switched on.
+constexpr const char* letters = "lqx";
+
+std::string without(const std::string& unwanted, std::string text) {
+    for (size_t at = text.find(unwanted); at != std::string::npos; at = text.find(unwanted, at))
+        text.erase(at, unwanted.size());
+    return text;
+}
+
+// What this terminal does at the switch to the normal screen hides what the program has left
+// switched on, so the output is looked at without it.
+testing::AssertionResult prints_plainly(WizardRun& wizard) {
+    const ScreenImage screen = wizard.image();
+    Emulator emulator(screen.rows(), screen.cols(), "xterm-256color");
+    emulator.feed(without("\x1b[?1049l", wizard.output()));
+    emulator.feed(std::string("\r\n") + letters);
+    const ScreenImage printed = emulator.image();
+    const std::optional<Position> at = printed.find(letters);
+    if (!at)
+        return testing::AssertionFailure() << "letters are not printed as such";
+    Cell plain;
+    plain.text = letters[0];
+    if (printed.cell(at->row, at->col) != plain)
+        return testing::AssertionFailure() << "letters look " << printed.cell(at->row, at->col);
+    return testing::AssertionSuccess();
+}
+
+}  // namespace
+
 testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
     if (wizard.modes() != wizard.modesBefore())
         return testing::AssertionFailure()
@@ -8,7 +41,7 @@ testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
         return testing::AssertionFailure() << "the cursor is hidden";
     if (wizard.alternateScreen())
         return testing::AssertionFailure() << "the alternate screen is still shown";
-    return testing::AssertionSuccess();
+    return prints_plainly(wizard);
 }
 
 testing::AssertionResult ends_with(WizardRun& wizard, const ExitStatus& status,

@@ -32,10 +32,18 @@ bool is_visited(Stop stop, const Answers& answers) {
     }
 }
 
+std::vector<std::string> with_wizard(std::vector<std::string> launcher) {
+    launcher.emplace_back(WIZARD_PROGRAM);
+    return launcher;
+}
+
 }  // namespace
 
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
     : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
+
+WizardRun::WizardRun(std::vector<std::string> launcher)
+    : TerminalProgram({with_wizard(std::move(launcher))}) {}
 
 WizardRun::WizardRun(const std::string& program) : TerminalProgram({{program}}) {}
 

@@ -19,6 +19,9 @@ class WizardRun : public TerminalProgram {
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
 
+    /// A run started by another command that the wizard's is appended to, as env(1).
+    explicit WizardRun(std::vector<std::string> launcher);
+
     /// Runs an installed one.
     explicit WizardRun(const std::string& program);
 

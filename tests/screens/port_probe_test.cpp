@@ -6,9 +6,9 @@
 #include <sys/socket.h>
 
 #include <cerrno>
-#include <filesystem>
 
 #include "tests/support/local_port.h"
+#include "tests/support/open_descriptors.h"
 #include "tests/support/waits.h"
 #include "wizard/wizard_settings.h"
 
@@ -23,11 +23,6 @@ class PortProbe : public testing::Test {
 
     LocalPort port;
 };
-
-long open_descriptors() {
-    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
-    return std::distance(begin(descriptors), end(descriptors));
-}
 
 TEST_F(PortProbe, finds_a_port_taken_where_a_program_accepts_connections) {
     port.open();

@@ -86,6 +86,14 @@ TEST_F(LabelTest, a_highlight_longer_than_the_text_colours_all_of_it) {
     EXPECT_COLOURS(image, "KKKKK\n");
 }
 
+TEST_F(LabelTest, an_empty_text_in_front_of_a_field_with_the_focus_draws_nothing) {
+    Label empty(root(), 5, 10, "");
+    empty.setColors(2, 2, 0);
+    empty.setFocused(true);
+    empty.draw();
+    EXPECT_EQ(shown().rowText(5).find_first_not_of(' '), std::string::npos);
+}
+
 TEST_F(LabelTest, a_negative_pair_takes_the_highlight_away) {
     label.setHighlight(1, 4);
     draw();

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/e2e/frame.h"
 #include "tests/reliability/files/changed_files.h"
 #include "tests/reliability/files/fault_cases.h"
@@ -116,7 +115,7 @@ TEST_P(Faults, are_told_lead_to_the_right_screen_and_lose_no_file) {
     std::cout << GetParam().cases.size() << " faults\n";
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Faults, testing::ValuesIn(fault_groups()), case_name<FaultGroup>);
+INSTANTIATE_TEST_SUITE_P(Of, Faults, testing::ValuesIn(fault_groups()), CaseName());
 
 // The calls of one kind may be many; the first, and where it matters others, stand for them.
 TEST(CallsOfARun, are_all_among_the_faults) {

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/apply_cases.h"
 #include "tests/reliability/files/changed_files.h"
 #include "tests/reliability/files/watched_run.h"
 
@@ -125,6 +124,6 @@ const Killing killings[] = {
     {"the_command_alone", "child", 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Files, Killed, testing::ValuesIn(killings), case_name<Killing>);
+INSTANTIATE_TEST_SUITE_P(Files, Killed, testing::ValuesIn(killings), CaseName());
 
 }  // namespace

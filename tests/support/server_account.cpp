@@ -1,18 +1,20 @@
-#include "tests/apply/server_account.h"
+#include "tests/support/server_account.h"
 
 #include <gtest/gtest.h>
 #include <pwd.h>
 
-#include "standin/text.h"
+#include <sstream>
+
 #include "tests/support/files.h"
 
 void remove_server_account() {
-    std::string users;
-    for (const std::string& user : standin::split_lines(read_file("/etc/passwd"))) {
-        if (!standin::begins_with(user, "teluma:"))
-            users += user + "\n";
+    std::istringstream users(read_file("/etc/passwd"));
+    std::string others;
+    for (std::string user; std::getline(users, user);) {
+        if (user.rfind("teluma:", 0) != 0)
+            others += user + "\n";
     }
-    write_file("/etc/passwd", users);
+    write_file("/etc/passwd", others);
 }
 
 void expect_server_owns(const std::string& path) {

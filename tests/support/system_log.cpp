@@ -1,4 +1,4 @@
-#include "tests/apply/system_log.h"
+#include "tests/support/system_log.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+#include "tests/e2e/answers.h"
+#include "tests/e2e/apply_decoy.h"
+#include "tests/e2e/apply_server.h"
+#include "tests/e2e/silent_port.h"
+#include "tests/e2e/wizard_run.h"
+
+/// What the wizard can be waiting for while it applies the answers.
+enum class ApplyWait {
+    old_pid_file,      // a server that does not end, for ever
+    password_command,  // the server's executable, for ever
+    start_command,     // the same
+    new_pid_file,      // the pid file of a server that runs
+    before_connecting,
+    connection,     // a host that does not answer
+    silent_server,  // an answer
+    step_error,     // "OK" in the dialog that tells of a failed step
+    login_error,    // the same of a failed login
+    final_ok,       // "OK" when all is done
+};
+
+/// Prepares a sandbox's server so that wizards come to wait for something, and brings them there.
+/// One object serves one wizard.
+class ApplyStage {
+  public:
+    explicit ApplyStage(ApplyWait wait);
+
+    /// From the wizard's start to the wait.
+    void open(WizardRun& wizard, const Caller& caller = Caller::here());
+
+    /// The stuck command, where the wait is for one.
+    pid_t command() const;
+
+    /// After the wizard's end: waits until the server has been told to end where its process id was
+    /// known, and expects that nobody has been told anything where not.
+    void expectServerTold() const;
+
+  private:
+    void replaceServer() const;
+    void waitForStage(WizardRun& wizard, const Caller& caller);
+
+    ApplyWait kind;
+    InstalledServer server;
+    std::optional<Decoy> decoy;
+    std::optional<SilentPort> silent_port;
+};
+
+std::string apply_wait_name(const testing::TestParamInfo<ApplyWait>& info);
+
+inline auto every_apply_wait() {
+    return testing::Values(ApplyWait::old_pid_file, ApplyWait::password_command,
+                           ApplyWait::start_command, ApplyWait::new_pid_file,
+                           ApplyWait::before_connecting, ApplyWait::connection,
+                           ApplyWait::silent_server, ApplyWait::step_error, ApplyWait::login_error,
+                           ApplyWait::final_ok);
+}

@@ -1,0 +1,126 @@
+// Who may not start the wizard, and where: it says why and ends before the first screen.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/stops.h"
+#include "tests/support/golden.h"
+#include "tests/support/key.h"
+#include "tests/support/process.h"
+#include "tests/support/terminal_program.h"
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+const std::string too_small =
+    "Please enlarge your window so it will have at least 72 columns and 20 lines!\n";
+
+/// Starts the wizard by other commands than a test of its screens would.
+class Start : public testing::Test {
+  protected:
+    /// A command that the wizard's own is appended to.
+    static Words as(const std::string& user, const std::string& group) {
+        return {"setpriv", "--reuid", user, "--regid", group, "--clear-groups", "--"};
+    }
+
+    /// Where every user may run the wizard: the build may stand where only root may go.
+    static ProgramSetup setup(Words launcher, int rows = 24, int cols = 80) {
+        const std::string copy = "/run/scratch/teluma-wizard";
+        std::filesystem::copy_file(WIZARD_PROGRAM, copy,
+                                   std::filesystem::copy_options::overwrite_existing);
+        chmod(copy.c_str(), 0755);
+        chmod("/run/scratch", 0755);
+        launcher.push_back(copy);
+        return {std::move(launcher), rows, cols};
+    }
+
+    /// Expects this end, with nothing printed but this and the terminal as it was.
+    static void expectEnd(TerminalProgram& wizard, int status, const std::string& printed) {
+        EXPECT_EQ(wizard.waitExit(), exited(status));
+        EXPECT_EQ(wizard.printedAfterwards(), printed);
+        EXPECT_EQ(wizard.modes(), wizard.modesBefore());
+        EXPECT_TRUE(wizard.image().cursor().visible);
+        EXPECT_FALSE(wizard.alternateScreen());
+    }
+};
+
+TEST_F(Start, on_71_columns_is_refused_with_status_0) {
+    TerminalProgram wizard(setup({}, 20, 71));
+    expectEnd(wizard, 0, too_small);
+}
+
+TEST_F(Start, on_19_lines_is_refused_with_status_0) {
+    TerminalProgram wizard(setup({}, 19, 72));
+    expectEnd(wizard, 0, too_small);
+}
+
+TEST_F(Start, on_72_columns_and_20_lines_shows_the_first_screen) {
+    TerminalProgram wizard(setup({}, 20, 72));
+    wizard.waitForText(title_of(Stop::password));
+}
+
+TEST_F(Start, on_a_terminal_that_nobody_knows_has_status_1_and_leaves_the_terminal_alone) {
+    ProgramSetup unknown = setup({});
+    unknown.term = "no-such-terminal";
+    TerminalProgram wizard(unknown);
+    EXPECT_EQ(wizard.waitExit(), exited(1));
+    EXPECT_NE(wizard.output().find("no-such-terminal"), std::string::npos) << wizard.output();
+    EXPECT_EQ(wizard.modes(), wizard.modesBefore());
+}
+
+TEST_F(Start, sends_what_the_wizard_and_its_commands_write_to_standard_error_nowhere) {
+    TerminalProgram wizard(setup({}));
+    wizard.waitForText(title_of(Stop::password));
+    EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(wizard.pid()) + "/fd/2"),
+              "/dev/null");
+}
+
+/// A user who is no superuser, be it by the user's number or by the group's alone.
+class StartByOthers : public Start {
+  protected:
+    void SetUp() override {
+        Words command = as("12345", "12345");
+        command.emplace_back("true");
+        if (run_command(command).status != exited(0))
+            GTEST_SKIP() << "there is only one user in the sandbox of an ordinary user";
+    }
+
+    static void expectRefusal(const Words& launcher, Key key) {
+        TerminalProgram wizard(setup(launcher));
+        EXPECT_SCREEN(wizard, "golden/not_superuser");
+        wizard.press(key);
+        expectEnd(wizard, 1, "");
+    }
+};
+
+TEST_F(StartByOthers, with_another_user_and_group_is_refused_with_status_1) {
+    expectRefusal(as("12345", "12345"), Key::enter);
+}
+
+TEST_F(StartByOthers, with_another_user_in_the_superusers_group_is_refused) {
+    expectRefusal(as("12345", "0"), Key::space);
+}
+
+TEST_F(StartByOthers, with_the_superuser_in_another_group_is_refused) {
+    expectRefusal(as("0", "12345"), Key::enter);
+}
+
+TEST_F(StartByOthers, on_a_small_terminal_is_refused_for_its_size) {
+    TerminalProgram wizard(setup(as("12345", "12345"), 19, 72));
+    expectEnd(wizard, 0, too_small);
+}
+
+TEST_F(StartByOthers, is_aborted_by_ctrl_c_as_any_run_is) {
+    TerminalProgram wizard(setup(as("12345", "12345")));
+    wizard.waitForText("Error!");
+    wizard.press(Key::ctrl_c);
+    expectEnd(wizard, 1, "\nTELUMA Configuration Wizard Aborted!\n");
+}
+
+}  // namespace

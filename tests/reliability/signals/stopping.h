@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tests/e2e/wizard_run.h"
+
+/// Sends SIGTSTP, as Ctrl-Z does, and waits until the wizard has stopped or ended.
+void stop(WizardRun& wizard);
+
+void wait_until_stopped(WizardRun& wizard);
+
+/// Sends SIGCONT.
+void go_on(WizardRun& wizard);

@@ -1,0 +1,4 @@
+#pragma once
+
+/// How many descriptors this process has open.
+long open_descriptors();

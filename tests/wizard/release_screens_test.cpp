@@ -1,0 +1,66 @@
+#include "wizard/release_screens.h"
+
+#include <gtest/gtest.h>
+#include <panel.h>
+
+#include "screens/alias_screen.h"
+#include "screens/listener_screen.h"
+#include "screens/screen.h"
+#include "screens/screen_list.h"
+#include "tests/wizard/screen_session.h"
+#include "ui/main_window.h"
+#include "ui/pending_box.h"
+#include "wizard/host_facts.h"
+#include "wizard/screen_state.h"
+
+namespace {
+
+struct Interrupted {};
+
+/// Shows a screen until it waits for a key, and there leaves everything as it stands.
+void interrupt_at_key(ScreenSession& session, int state, void (*entry)()) {
+    screen_state = state;
+    session.waits.then([] { throw Interrupted{}; });
+    EXPECT_THROW(entry(), Interrupted);
+}
+
+void expect_nothing_left() {
+    for (int state = 0; state < screen_count; ++state)
+        EXPECT_EQ(screen_of(state).frame, nullptr) << state;
+    EXPECT_EQ(pending_frame(), nullptr);
+    EXPECT_EQ(main_window, nullptr);
+    EXPECT_EQ(interface_table, nullptr);
+    EXPECT_EQ(relay_network_list, nullptr);
+}
+
+TEST(ReleaseScreens, does_nothing_before_anything_is_built) {
+    release_screens();
+    expect_nothing_left();
+}
+
+TEST(ReleaseScreens, leaves_nothing_of_the_screens_that_exist_from_the_start) {
+    const ScreenSession session;
+    release_screens();
+    expect_nothing_left();
+    EXPECT_EQ(panel_above(nullptr), nullptr);
+}
+
+TEST(ReleaseScreens, leaves_nothing_of_the_screens_that_were_built_on_a_visit_nor_of_a_box) {
+    ScreenSession session;
+    interrupt_at_key(session, state_aliases, alias_screen_entry);
+    interrupt_at_key(session, state_webadmin, listener_screen_entry);
+    interrupt_at_key(session, state_imap, listener_screen_entry);
+    showPending("Please wait!", "Operation pending!");
+    release_screens();
+    expect_nothing_left();
+    EXPECT_EQ(panel_above(nullptr), nullptr);
+}
+
+TEST(ReleaseScreens, does_nothing_a_second_time) {
+    const ScreenSession session;
+    release_screens();
+    release_screens();
+    expect_nothing_left();
+}
+
+}  // namespace
