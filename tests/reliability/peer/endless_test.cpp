@@ -1,0 +1,125 @@
+// A server that never comes to an end: the wizard stays as small as it was, Ctrl-C ends it, and
+// nothing of what it is told reaches the screen.
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "tests/e2e/apply_decoy.h"
+#include "tests/e2e/apply_test.h"
+#include "tests/e2e/endings.h"
+#include "tests/reliability/peer/endless_server.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/wait_until.h"
+
+namespace {
+
+// The number behind a name in a file of the process, as "VmRSS:" in its status.
+long process_fact(pid_t process, const std::string& file, const std::string& name) {
+    std::istringstream words(read_file("/proc/" + std::to_string(process) + "/" + file));
+    std::string word;
+    while (words >> word && word != name)
+        continue;
+    long number = 0;
+    words >> number;
+    return number;
+}
+
+// With an address sanitizer that gives back at once what was freed.
+class EagerSanitizer {
+  protected:
+    EagerSanitizer() {
+        const char* options = getenv("ASAN_OPTIONS");
+        const std::string eager = std::string(options != nullptr ? options : "") +
+                                  ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
+        setenv("ASAN_OPTIONS", eager.c_str(), 1);
+    }
+};
+
+class Endless : private EagerSanitizer,
+                public ApplyTest,
+                public testing::WithParamInterface<EndlessAnswer> {
+  protected:
+    Endless() {
+        askForLittle();
+        server.replaceBy("case $1 in -A) exit; esac\necho " + std::to_string(decoy.pid()) + " >" +
+                         InstalledServer::pid_file);
+    }
+
+    void waitUntilRead(long bytes) const {
+        const long before = process_fact(wizard.pid(), "io", "rchar:");
+        wait_until([&] { return process_fact(wizard.pid(), "io", "rchar:") - before > bytes; },
+                   "the wizard had read on");
+    }
+
+    long kilobytes() const { return process_fact(wizard.pid(), "status", "VmRSS:"); }
+
+    const Decoy decoy;
+    const EndlessServer peer{GetParam()};
+};
+
+TEST_P(Endless, talk_makes_the_wizard_no_larger_and_is_ended_by_ctrl_c) {
+    // A line is a few bytes; one that was kept would take 16 at least.
+    constexpr long bytes = 300000;
+    constexpr long most_kilobytes = 1000;
+    wizard.walkToTheEnd(answers);
+    wizard.waitForText("Operations pending");
+    waitUntilRead(bytes);
+    const long before = kilobytes();
+    waitUntilRead(bytes);
+    EXPECT_LT(kilobytes() - before, most_kilobytes);
+    EXPECT_TRUE(wizard.image().shows("Operations pending"));
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    EXPECT_EQ(wizard.output().find(GetParam().repeated), std::string::npos);
+    decoy.waitForSignals(1);
+}
+
+const EndlessAnswer endless_answers[] = {
+    {"of_lines_in_the_greeting", "", "", "g\r\n"},
+    {"of_lines_in_a_reply", "create domain", "", "l\r\n"},
+    {"of_escape_sequences", "create domain", "", "\x1b[2J\x1b[31m\r\n"},
+    {"of_rows_in_a_listener_table", "list listeners", "-----\r\n", "1|\r\n"},
+    {"of_services", "show attr services", "", "services\r\n"},
+    {"of_bytes_that_make_no_line", "create domain", "", "\r\r"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Server, Endless, testing::ValuesIn(endless_answers), CaseName());
+
+using EndlessLine = Endless;
+
+TEST_P(EndlessLine, fails_the_step) {
+    wizard.walkToTheEnd(answers);
+    wizard.waitForText("Error!");
+    wizard.waitForKey();
+    EXPECT_EQ(wizard.output().find("xxxxx"), std::string::npos);
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+}
+
+const EndlessAnswer endless_lines[] = {
+    {"as_the_greeting", "", "", "x"},
+    {"in_a_reply", "create domain", "", "x"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Server, EndlessLine, testing::ValuesIn(endless_lines), CaseName());
+
+class ClosedConnection : public ApplyTest {};
+
+TEST_F(ClosedConnection, is_written_to_in_vain_as_often_as_the_user_tries) {
+    constexpr int tries = 4;
+    server.faults("\"create domain\" 1 close\n");
+    wizard.walkToTheEnd(answers);
+    for (int i = 1; i < tries; ++i) {
+        wizard.dismissError("exist!");
+        wizard.walkToTheEnd(answers, Stop::domain);
+    }
+    wizard.waitForText("exist!");
+    wizard.press(Key::ctrl_c);
+    EXPECT_TRUE(is_aborted(wizard));
+    server.waitForEnd();
+}
+
+}  // namespace
