@@ -15,13 +15,14 @@ constexpr char name[] = "temp.cfg";
 
 std::FILE* open_original(const char* path) {
     const int descriptor = open(path, O_RDWR | O_CLOEXEC);
-    struct stat facts {};
     if (descriptor == -1)
         return nullptr;
-    if (fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode))
-        return fdopen(descriptor, "r+");
-    close(descriptor);
-    return nullptr;
+    struct stat facts {};
+    const bool is_file = fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode);
+    std::FILE* original = is_file ? fdopen(descriptor, "r+") : nullptr;
+    if (original == nullptr)
+        close(descriptor);
+    return original;
 }
 
 std::FILE* working_copy_open() {

@@ -38,7 +38,7 @@ TEST_P(ApplyPassword, of_the_postmaster_is_sent_as_typed) {
 
 const PasswordCase password_cases[] = {
     {"the_first_half_of_the_printable_characters",
-     " !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNO"},
+     "! \"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNO"},
     {"the_second_half_of_the_printable_characters",
      "PQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~"},
     {"a_leading_dash", "-A -f"},

@@ -29,9 +29,10 @@ const std::vector<FaultGroup>& fault_groups() {
          }},
         {"the_server",
          {
-             {WIZARD "fopen " RUN "teluma.pid", 1, EMFILE, Outcome::waits},
+             {WIZARD "open " RUN "teluma.pid", 1, EMFILE, Outcome::waits},
+             {WIZARD "fdopen " RUN "teluma.pid", 1, ENOMEM, Outcome::waits},
              {WIZARD "read " RUN "teluma.pid", 1, EIO, Outcome::waits},
-             {WIZARD "fopen " RUN "teluma.pid", -1, EMFILE, completes},
+             {WIZARD "open " RUN "teluma.pid", -1, EMFILE, completes},
              {WIZARD "read " RUN "teluma.pid", -1, EIO, completes},
              {WIZARD "close " RUN "teluma.pid", 1, EIO, completes},
              // Setting the password, starting the server, looking up its address.
@@ -47,7 +48,8 @@ const std::vector<FaultGroup>& fault_groups() {
          }},
         {"the_configuration",
          {
-             {WIZARD "fopen " CONFIG, 1, EMFILE, no_login},
+             {WIZARD "open " CONFIG, 1, EMFILE, no_login},
+             {WIZARD "fdopen " CONFIG, 1, ENOMEM, no_login},
              {WIZARD "read " CONFIG, 1, EIO, no_login},
              {WIZARD "open temp.cfg", 1, ENOSPC, no_login},
              {WIZARD "fdopen temp.cfg", 1, ENOMEM, no_login},
@@ -59,7 +61,7 @@ const std::vector<FaultGroup>& fault_groups() {
          {
              {WIZARD "lstat " CONFIG ".beforewizard", 1, EIO, no_login},
              {WIZARD "unlink " CONFIG ".beforewizard.new", 1, EIO, completes},
-             {WIZARD "open " CONFIG, 1, EMFILE, no_login},
+             {WIZARD "open " CONFIG, 2, EMFILE, no_login},
              {WIZARD "open " CONFIG ".beforewizard.new", 1, ENOSPC, no_login},
              {WIZARD "read " CONFIG, 2, EIO, no_login},
              {WIZARD "read " CONFIG, 3, EIO, no_login},
@@ -91,7 +93,8 @@ const std::vector<FaultGroup>& fault_groups() {
          }},
         {"the_filters_script",
          {
-             {WIZARD "fopen " FILTERS, 1, EACCES, no_relay},
+             {WIZARD "open " FILTERS, 1, EACCES, no_relay},
+             {WIZARD "fdopen " FILTERS, 1, ENOMEM, no_relay},
              {WIZARD "read " FILTERS, 1, EIO, no_relay},
              {WIZARD "open temp.cfg", 2, ENOSPC, no_relay},
              {WIZARD "fdopen temp.cfg", 2, ENOMEM, no_relay},
@@ -112,7 +115,7 @@ const std::vector<FaultGroup>& fault_groups() {
          {
              {WIZARD "lstat " FILTERS ".beforewizard", 1, EIO, no_relay},
              {WIZARD "unlink " FILTERS ".beforewizard.new", 1, EIO, completes},
-             {WIZARD "open " FILTERS, 1, EMFILE, no_relay},
+             {WIZARD "open " FILTERS, 2, EMFILE, no_relay},
              {WIZARD "open " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},
              {WIZARD "read " FILTERS, 2, EIO, no_relay},
              {WIZARD "write " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},

@@ -64,18 +64,16 @@ int openat(int directory, const char* path, int flags, ...) {
     return next_call<decltype(::openat)>("openat")(directory, path, flags, mode);
 }
 
-std::FILE* fopen(const char* path, const char* mode) {
-    if (fails("fopen", path, Effect::none))
-        return nullptr;
-    std::FILE* file = next_call<decltype(::fopen)>("fopen")(path, mode);
-    if (file != nullptr && fails("read", path, Effect::none))
-        spoil(fileno(file), "/", O_RDONLY | O_DIRECTORY);
-    return file;
-}
+// The names that these have for programs whose sizes of files have 64 bits on every system.
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+int openat64(int directory, const char* path, int flags, ...) __attribute__((alias("openat")));
 
 std::FILE* fdopen(int descriptor, const char* mode) noexcept {
-    if (fails("fdopen", name_of(descriptor).c_str(), Effect::none))
+    const std::string name = name_of(descriptor);
+    if (fails("fdopen", name.c_str(), Effect::none))
         return nullptr;
+    if (*mode == 'r' && fails("read", name.c_str(), Effect::none))
+        spoil(descriptor, "/", O_RDONLY | O_DIRECTORY);
     return next_call<decltype(::fdopen)>("fdopen")(descriptor, mode);
 }
 
@@ -133,16 +131,10 @@ ssize_t readlink(const char* path, char* target, size_t size) noexcept {
                : next_call<decltype(::readlink)>("readlink")(path, target, size);
 }
 
-int lstat(const char* path, struct stat* facts) noexcept {
+int lstat64(const char* path, struct stat64* facts) noexcept {
     return fails("lstat", path, Effect::none)
                ? -1
-               : next_call<int(const char*, struct stat*)>("lstat")(path, facts);
-}
-
-int stat(const char* path, struct stat* facts) noexcept {
-    return fails("stat", path, Effect::none)
-               ? -1
-               : next_call<int(const char*, struct stat*)>("stat")(path, facts);
+               : next_call<int(const char*, struct stat64*)>("lstat64")(path, facts);
 }
 
 char* mkdtemp(char* path) {
