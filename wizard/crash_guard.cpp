@@ -56,8 +56,7 @@ void guard_terminal_against_crashes() {
     // cursor, the normal screen.
     for (const char* capability : {"rmkx", "op", "sgr0", "cnorm", "rmcup"}) {
         const char* sequence = tigetstr(capability);
-        const bool is_text = sequence != nullptr && sequence != reinterpret_cast<char*>(-1);
-        if (is_text)
+        if (sequence != nullptr)
             tputs(sequence, 1, add_to_farewell);
     }
     stack_t stack{};
