@@ -19,12 +19,19 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// The last of the lines that names the attribute.
-std::optional<std::string> line_with(const Lines& lines, const std::string& attribute) {
-    const auto found = std::find_if(lines.rbegin(), lines.rend(), [&](const std::string& line) {
-        return line.find(attribute) != std::string::npos;
-    });
-    return found == lines.rend() ? std::nullopt : std::optional(*found);
+// The last of the lines that shows a value of the attribute, which begins with `open`; an empty one
+// where it is only named.
+std::optional<std::string> line_with(const Lines& lines, const std::string& attribute, char open) {
+    std::optional<std::string> found;
+    for (const std::string& line : lines) {
+        if (line.find(attribute) == std::string::npos)
+            continue;
+        if (line.find(open) != std::string::npos)
+            found = line;
+        else if (!found)
+            found = "";
+    }
+    return found;
 }
 
 // What stands between `open` and `close`, which may be missing.
@@ -40,7 +47,7 @@ std::optional<std::string> expected_services(ReplyModel& model) {
     const auto lines = model.linesUpTo(">");
     if (!lines || !any_holds(*lines, "OK:"))
         return std::nullopt;
-    const auto line = line_with(*lines, "services");
+    const auto line = line_with(*lines, "services", '(');
     if (!line)
         return std::nullopt;
     const bool logs = enclosed(*line, '(', ')').find("log") != std::string::npos;
@@ -51,7 +58,7 @@ std::optional<std::string> expected_filters_file(ReplyModel& model) {
     const auto lines = model.linesUpTo(">");
     if (!lines)
         return std::nullopt;
-    std::string path = enclosed(line_with(*lines, "smtpFiltersFile").value_or(""), '"', '"');
+    std::string path = enclosed(line_with(*lines, "smtpFiltersFile", '"').value_or(""), '"', '"');
     path.erase(std::remove(path.begin(), path.end(), ' '), path.end());
     return path;
 }
