@@ -29,6 +29,12 @@ class ServerLifecycle : public SandboxedServerCase {
         server.start();
         return server.process();
     }
+
+    // A server takes its pid file away a little before it is gone itself.
+    static void waitForEnd(pid_t process) {
+        wait_until([=] { return !process_running(process) && kill(process, 0) != 0; },
+                   "the server was gone");
+    }
 };
 
 TEST_F(ServerLifecycle, a_server_that_is_not_running_is_started_with_the_password) {
@@ -43,7 +49,7 @@ TEST_F(ServerLifecycle, a_server_that_is_not_running_is_started_with_the_passwor
 TEST_F(ServerLifecycle, a_running_server_is_replaced_by_another_process) {
     const pid_t before = startedBefore();
     EXPECT_EQ(restart(), 0);
-    EXPECT_FALSE(process_running(before));
+    waitForEnd(before);
     EXPECT_NE(server_pid, before);
     EXPECT_TRUE(process_running(server_pid));
     EXPECT_EQ(server.commands(), Lines{"-A Adm1n secret"});
@@ -87,7 +93,7 @@ TEST_F(ServerLifecycle, waits_on_while_the_pid_file_stays_for_ever) {
 TEST_F(ServerLifecycle, a_stale_pid_file_of_a_crashed_server_fails) {
     const pid_t before = startedBefore();
     kill(before, SIGKILL);
-    wait_until([=] { return !process_running(before) && kill(before, 0) != 0; }, "it is gone");
+    waitForEnd(before);
     EXPECT_EQ(restart(), 1);
     EXPECT_EQ(server.commands(), Lines{});
     EXPECT_EQ(storedId(), std::to_string(before) + "\n");
@@ -128,6 +134,7 @@ TEST_F(ServerLifecycle, without_a_new_pid_file_the_old_process_id_stays_known) {
     EXPECT_EQ(restart(), 0);
     EXPECT_EQ(server_pid, before);
     EXPECT_EQ(cli_login(), 0);
+    waitForEnd(before);
     EXPECT_EQ(server_stop(), 1);
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 TEST(ApplyWithoutStandardError, does_everything_all_the_same) {
     InstalledServer server;
-    WizardRun wizard(std::vector<std::string>{"sh", "-c", R"(exec "$0" 2>&-)"});
+    WizardRun wizard(std::vector<std::string>{"sh", "-c", R"(exec "$0" 2>&-)", WIZARD_PROGRAM});
     wizard.walkToTheEnd();
     EXPECT_EQ(wizard.finish(), exited(0));
     EXPECT_FALSE(server.commands().empty());

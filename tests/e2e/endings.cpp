@@ -1,5 +1,8 @@
 #include "tests/e2e/endings.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "tests/support/emulator.h"
 
 namespace {
@@ -17,7 +20,8 @@ std::string without(const std::string& unwanted, std::string text) {
 // switched on, so the output is looked at without it.
 testing::AssertionResult prints_plainly(WizardRun& wizard) {
     const ScreenImage screen = wizard.image();
-    Emulator emulator(screen.rows(), screen.cols(), "xterm-256color");
+    const int cols = std::max(screen.cols(), static_cast<int>(std::strlen(letters)) + 1);
+    Emulator emulator(std::max(screen.rows(), 2), cols, "xterm-256color");
     emulator.feed(without("\x1b[?1049l", wizard.output()));
     emulator.feed(std::string("\r\n") + letters);
     const ScreenImage printed = emulator.image();
