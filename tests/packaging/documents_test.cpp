@@ -24,7 +24,7 @@ Names links_in(const std::string& document) {
     return links;
 }
 
-TEST(Documents, LinkOnlyToWhatThereIs) {
+TEST(Documents, link_only_to_what_there_is) {
     size_t links = 0;
     for (const std::string& document : {sources + "/README.md", sources + "/CONTRIBUTING.md",
                                         sources + "/docs/architecture.md"}) {
@@ -38,7 +38,7 @@ TEST(Documents, LinkOnlyToWhatThereIs) {
     EXPECT_GT(links, 10U);
 }
 
-TEST(Documents, ShowEveryPictureInTheReadme) {
+TEST(Documents, show_every_picture_in_the_readme) {
     const Names shown = links_in(sources + "/README.md");
     for (const auto& entry : std::filesystem::directory_iterator(sources + "/docs/pictures")) {
         const std::string picture = entry.path().lexically_relative(sources);
@@ -46,7 +46,7 @@ TEST(Documents, ShowEveryPictureInTheReadme) {
     }
 }
 
-TEST(Documents, AgreeOnTheVersion) {
+TEST(Documents, agree_on_the_version) {
     const std::string version = PROJECT_VERSION;
     EXPECT_NE(read_file(sources + "/CHANGELOG.md").find("\n## " + version + "\n"),
               std::string::npos);
@@ -58,7 +58,7 @@ TEST(Documents, AgreeOnTheVersion) {
 }
 
 // Folders and names of modules, in backquotes, which name a source or header without its ending.
-TEST(Documents, NameModulesThatThereAreInTheArchitecture) {
+TEST(Documents, name_modules_that_there_are_in_the_architecture) {
     static const std::regex quoted(
         "`((wizard|ui|screens|apply|cmake|tests|tools|standin)/[^` ]*)`");
     const std::string text = read_file(sources + "/docs/architecture.md");

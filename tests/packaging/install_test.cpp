@@ -25,7 +25,7 @@ Files files_below(const std::string& directory) {
 
 const Files program_and_man_page = {"bin/teluma-wizard", "share/man/man8/teluma-wizard.8"};
 
-TEST(Install, PutsTheProgramAndItsManPageBelowAnyPrefix) {
+TEST(Install, puts_the_program_and_its_man_page_below_any_prefix) {
     const TempDir prefix;
     const CommandResult result =
         run_command({CMAKE_PROGRAM, "--install", BUILD_DIRECTORY, "--prefix", prefix.path()});
@@ -36,7 +36,7 @@ TEST(Install, PutsTheProgramAndItsManPageBelowAnyPrefix) {
               read_file(SOURCES "/docs/teluma-wizard.8"));
 }
 
-TEST(Install, PutsThemBesideTheServerByDefault) {
+TEST(Install, puts_them_beside_the_server_by_default) {
     const TempDir root;
     const CommandResult result =
         run_command({CMAKE_PROGRAM, "--install", BUILD_DIRECTORY}, {{"DESTDIR", root.path()}});

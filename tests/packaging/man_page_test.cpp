@@ -45,7 +45,7 @@ Texts messages_below(const std::string& directory) {
     return messages;
 }
 
-TEST(ManPage, TellsOfEveryMessageOfTheProgram) {
+TEST(ManPage, tells_of_every_message_of_the_program) {
     const std::string page = read_file(SOURCES "/docs/teluma-wizard.8");
     size_t messages = 0;
     for (const char* folder : {"/wizard", "/ui", "/screens", "/apply"}) {

@@ -18,7 +18,7 @@ Names kept_pictures() {
 }
 
 // With the line breaks of the file, a failure shows the rows that differ.
-TEST(KeptPictures, ShowTheScreensAsTheWizardDrawsThemNow) {
+TEST(KeptPictures, show_the_screens_as_the_wizard_draws_them_now) {
     Names drawn;
     for (const Picture& picture : draw_pictures(WIZARD_PROGRAM)) {
         const std::string name = picture.name + ".svg";

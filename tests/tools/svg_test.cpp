@@ -34,22 +34,22 @@ int count_of(const std::string& text, const std::string& part) {
     return count;
 }
 
-TEST(Svg, NamesTheScreenForThoseWhoCannotSeeIt) {
+TEST(Svg, names_the_screen_for_those_who_cannot_see_it) {
     EXPECT_TRUE(holds(svg_of(row_of({" "}), "Relay & \"more\""),
                       "<title>Relay &amp; &quot;more&quot;</title>"));
 }
 
-TEST(Svg, HoldsEachWordToItsColumns) {
+TEST(Svg, holds_each_word_to_its_columns) {
     const std::string drawing = drawing_of(row_of({" ", "a", "b", "c", " ", "d"}));
     EXPECT_TRUE(holds(drawing, "<text x=\"8\" y=\"13\" textLength=\"24\">abc</text>"));
     EXPECT_TRUE(holds(drawing, "<text x=\"40\" y=\"13\">d</text>"));
 }
 
-TEST(Svg, KeepsCharactersThatMeanSomethingToSvgReadable) {
+TEST(Svg, keeps_characters_that_mean_something_to_svg_readable) {
     EXPECT_TRUE(holds(drawing_of(row_of({"<", "&", ">"})), ">&lt;&amp;&gt;</text>"));
 }
 
-TEST(Svg, DrawsBoldWordsApart) {
+TEST(Svg, draws_bold_words_apart) {
     ScreenImage image = row_of({"a", "b"});
     image.cell(0, 1).bold = true;
     const std::string drawing = drawing_of(image);
@@ -57,13 +57,13 @@ TEST(Svg, DrawsBoldWordsApart) {
     EXPECT_TRUE(holds(drawing, "<text x=\"0\" y=\"13\">a</text>"));
 }
 
-TEST(Svg, DrawsALineOverSeveralCellsAsOneStroke) {
+TEST(Svg, draws_a_line_over_several_cells_as_one_stroke) {
     const std::string drawing = drawing_of(row_of({"├", "─", "─", "┤"}));
     EXPECT_TRUE(holds(drawing, "M4 9H28"));
     EXPECT_FALSE(holds(drawing, "─"));
 }
 
-TEST(Svg, DrawsTheCornersOfABoxToTheMiddleOfTheirCells) {
+TEST(Svg, draws_the_corners_of_a_box_to_the_middle_of_their_cells) {
     ScreenImage image(2, 2);
     image.cell(0, 0).text = "┌";
     image.cell(0, 1).text = "┐";
@@ -75,7 +75,7 @@ TEST(Svg, DrawsTheCornersOfABoxToTheMiddleOfTheirCells) {
     EXPECT_EQ(count_of(drawing, "M"), 4 + count_of(drawing, "Mono") + count_of(drawing, "Menlo"));
 }
 
-TEST(Svg, CoversCellsOfOneColourWithOneRectangle) {
+TEST(Svg, covers_cells_of_one_colour_with_one_rectangle) {
     ScreenImage image(4, 6);
     for (int row = 1; row < 3; ++row) {
         for (int col = 2; col < 5; ++col)
@@ -86,7 +86,7 @@ TEST(Svg, CoversCellsOfOneColourWithOneRectangle) {
     EXPECT_TRUE(holds(drawing, "<rect x=\"0\" y=\"0\" width=\"48\" height=\"72\""));
 }
 
-TEST(Svg, DrawsDifferentColoursDifferently) {
+TEST(Svg, draws_different_colours_differently) {
     ScreenImage image = row_of({"a", "b"});
     image.cell(0, 0) = {"a", white, blue, false};
     ScreenImage other = image;
@@ -97,7 +97,7 @@ TEST(Svg, DrawsDifferentColoursDifferently) {
     EXPECT_NE(drawing_of(image), drawing_of(other));
 }
 
-TEST(Svg, DrawsTheCursorOnlyWhereItCanBeSeen) {
+TEST(Svg, draws_the_cursor_only_where_it_can_be_seen) {
     ScreenImage image = row_of({" ", " "});
     const std::string hidden = drawing_of(image);
     image.setCursor({{0, 1}, true});
@@ -105,7 +105,7 @@ TEST(Svg, DrawsTheCursorOnlyWhereItCanBeSeen) {
     EXPECT_FALSE(holds(hidden, "<rect x=\"8\""));
 }
 
-TEST(Svg, RefusesAColourThatItHasNoShadeFor) {
+TEST(Svg, refuses_a_colour_that_it_has_no_shade_for) {
     ScreenImage image = row_of({"a"});
     image.cell(0, 0).background = 8;
     EXPECT_THROW(drawing_of(image), std::invalid_argument);

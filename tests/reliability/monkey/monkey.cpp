@@ -99,12 +99,14 @@ void Monkey::resize() {
 }
 
 void Monkey::resizeStorm() {
+    // The keys before it may end the wizard at any moment.
     for (std::uint32_t left = 1 + chance(10); left > 0 && !hasEnded(); --left)
-        wizard->signal(SIGWINCH);
+        kill(wizard->pid(), SIGWINCH);
 }
 
 void Monkey::stopAndGoOn() {
     const bool resizes = chance(2) == 0;
+    settle();
     if (hasEnded())
         return;
     stop(*wizard);
