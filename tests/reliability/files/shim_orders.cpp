@@ -130,7 +130,11 @@ std::string name_of(int descriptor) {
     char name[4096];
     const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
     const long length = syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), name, sizeof(name));
-    return length > 0 ? std::string(name, static_cast<size_t>(length)) : "";
+    if (length <= 0)
+        return "";
+    // The server may take its pid file away while the wizard reads it; see proc(5).
+    const std::string path(name, static_cast<size_t>(length));
+    return path.substr(0, path.rfind(" (deleted)"));
 }
 
 bool is_watched_process() {
