@@ -2,6 +2,7 @@
 
 #include <vterm.h>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -107,7 +108,11 @@ void Emulator::feed(const std::string& bytes) {
     std::string output = terminal->repeats.expand(bytes);
     if (terminal->skipped)
         output = terminal->skipped->filter(output);
-    vterm_input_write(terminal->vterm, output.data(), output.size());
+    // libvterm takes room on the stack for all that it is given at once.
+    constexpr size_t most_at_once = 65536;
+    for (size_t at = 0; at < output.size(); at += most_at_once)
+        vterm_input_write(terminal->vterm, output.data() + at,
+                          std::min(most_at_once, output.size() - at));
 }
 
 void Emulator::resize(int rows, int cols) {
