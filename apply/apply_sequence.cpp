@@ -13,6 +13,7 @@
 #include "apply/server_process.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
+#include "ui/terminal_output.h"
 #include "wizard/host_facts.h"
 #include "wizard/release_screens.h"
 #include "wizard/screen_state.h"
@@ -65,7 +66,7 @@ bool log_in() {
             "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
         server_stop();
         release_screens();
-        endwin();
+        close_screen();
         std::exit(1);
     }
     settings.done_login = 1;

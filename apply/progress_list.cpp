@@ -1,7 +1,6 @@
 #include "apply/progress_list.h"
 
 #include <curses.h>
-#include <panel.h>
 
 #include <memory>
 #include <string>
@@ -12,6 +11,7 @@
 #include "ui/keys.h"
 #include "ui/label.h"
 #include "ui/pending_box.h"
+#include "ui/terminal_output.h"
 
 namespace {
 
@@ -31,11 +31,6 @@ using ProgressList = std::vector<ProgressEntry>;
 
 ProgressList entries;
 std::unique_ptr<Button> ok_button;
-
-void update_screen() {
-    update_panels();
-    doupdate();
-}
 
 void make_label(ProgressEntry& entry, int row) {
     entry.label = std::make_unique<Label>(pending_frame(), row, label_col, entry.text.c_str());
@@ -79,7 +74,7 @@ void progress_add(const char* key, const char* text) {
         line = line.substr(0, text_limit) + "..";
     entries.push_back({key, line + " ... ", nullptr});
     make_labels();
-    update_screen();
+    show_frame();
 }
 
 void progress_done(const char* key) {
@@ -90,12 +85,12 @@ void progress_done(const char* key) {
     entry->text += " ... DONE";
     if (entry->label != nullptr)
         make_label(*entry, entry->label->getRow());
-    update_screen();
+    show_frame();
 }
 
 void progress_show_all() {
     make_labels();
-    update_screen();
+    show_frame();
 }
 
 void progress_hide_all() {
@@ -117,7 +112,7 @@ void progress_wait_for_ok() {
     ok_button = std::make_unique<Button>(pending_frame(), row, col, 3, 6, "OK", pair_button);
     ok_button->setFocused(true);
     ok_button->draw();
-    update_screen();
+    show_frame();
     while (!is_press(read_key(*ok_button)))
         continue;
     ok_button.reset();

@@ -8,6 +8,7 @@
 #include "ui/list.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
+#include "ui/terminal_output.h"
 #include "ui/text_field.h"
 #include "wizard/screen_size.h"
 #include "wizard/screen_state.h"
@@ -66,8 +67,7 @@ void draw_widgets(Screen& screen) {
             widget.window->draw();
     }
     set_cursor(focused_control(screen));
-    update_panels();
-    doupdate();
+    show_frame();
 }
 
 void place(Screen& screen) {

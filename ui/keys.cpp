@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "ui/terminal_output.h"
 #include "ui/window.h"
 #include "wizard/signal_gate.h"
 
@@ -43,6 +44,7 @@ int read_key(const Window& widget) {
             return key == KEY_ENTER ? key_enter : key;
         if (has_input)
             hang_up();
+        send_output();
         has_input = wait_readable(STDIN_FILENO) == 0;
     }
 }

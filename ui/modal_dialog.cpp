@@ -6,6 +6,7 @@
 #include "ui/keys.h"
 #include "ui/line_breaker.h"
 #include "ui/main_window.h"
+#include "ui/terminal_output.h"
 #include "wizard/screen_size.h"
 #include "wizard/screen_state.h"
 
@@ -74,8 +75,7 @@ void ModalDialog::setFocus(size_t index) {
     buttons[focus]->draw();
     buttons[index]->draw();
     focus = index;
-    update_panels();
-    doupdate();
+    show_frame();
 }
 
 void ModalDialog::place() {
@@ -92,6 +92,5 @@ void ModalDialog::draw() {
     frame->draw();
     message->draw();
     curs_set(0);
-    update_panels();
-    doupdate();
+    show_frame();
 }

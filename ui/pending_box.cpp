@@ -6,6 +6,7 @@
 
 #include "ui/colours.h"
 #include "ui/main_window.h"
+#include "ui/terminal_output.h"
 #include "ui/window.h"
 #include "wizard/screen_size.h"
 #include "wizard/screen_state.h"
@@ -75,8 +76,7 @@ void draw_box() {
     print_message();
     pending.frame->setTitle(message_is_too_long() ? "Error!" : pending.title.c_str(), pair_screen);
     pending.frame->draw();
-    update_panels();
-    doupdate();
+    show_frame();
 }
 
 void open_box(const char* message, const char* title, bool lists_progress) {

@@ -1,17 +1,16 @@
 #include "wizard/abort_wizard.h"
 
-#include <curses.h>
-
 #include <cstdio>
 #include <cstdlib>
 
 #include "apply/server_process.h"
+#include "ui/terminal_output.h"
 #include "wizard/release_screens.h"
 
 void abort_wizard(int /*signal_number*/) {
     release_screens();
     server_stop();
-    endwin();
+    close_screen();
     std::printf("\nTELUMA Configuration Wizard Aborted!\n");
     std::exit(1);
 }
@@ -19,7 +18,7 @@ void abort_wizard(int /*signal_number*/) {
 void exit_wizard() {
     server_stop();
     release_screens();
-    endwin();
+    close_screen();
     std::puts("\nTELUMA Configuration Wizard Aborted!");
     std::exit(0);
 }

@@ -1,9 +1,8 @@
-#include <curses.h>
-
 #include <csignal>
 #include <initializer_list>
 
 #include "screens/screen_list.h"
+#include "ui/terminal_output.h"
 #include "wizard/abort_wizard.h"
 #include "wizard/host_facts.h"
 #include "wizard/install_profile.h"
@@ -35,7 +34,7 @@ int main() {
         return refuse_user();
     create_screens();
     run_screens();
-    endwin();
+    close_screen();
     print_summary();
     release_screens();
     return 0;

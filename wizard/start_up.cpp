@@ -12,6 +12,7 @@
 #include "ui/key_sequences.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
+#include "ui/terminal_output.h"
 #include "ui/window.h"
 #include "wizard/crash_guard.h"
 #include "wizard/terminal_session.h"
@@ -20,7 +21,7 @@ namespace {
 
 void leave_curses() {
     if (!isendwin())
-        endwin();
+        close_screen();
 }
 
 }  // namespace
@@ -38,7 +39,10 @@ void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
     remember_terminal_modes();
-    if (initscr() == nullptr) {
+    if (!open_screen()) {
+        // In curses' own words, as the library may well be there.
+        const char* type = std::getenv("TERM");
+        std::fprintf(stderr, "Error opening terminal: %s.\n", type != nullptr ? type : "unknown");
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }
@@ -50,6 +54,7 @@ void start_curses() {
     // An interrupt key that threw away the key before it would leave curses reading a key that is
     // not there, deaf to the interrupt.
     noqiflush();
+    keep_output_back();
     keypad(stdscr, TRUE);
     learn_key_sequences();
     check_terminal_size();
@@ -76,6 +81,6 @@ int refuse_user() {
     showMessage("You MUST be a superuser to run this program!", "Error!");
     delete main_window;
     main_window = nullptr;
-    endwin();
+    close_screen();
     return 1;
 }

@@ -9,6 +9,7 @@
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #if defined(__sun)
@@ -59,6 +60,14 @@ void host_domain_name(char* name, std::size_t size) {
         name[0] = '\0';
 #endif
     name[size - 1] = '\0';
+}
+
+int nameless_file() {
+#ifdef MFD_CLOEXEC
+    return memfd_create("terminal", MFD_CLOEXEC);
+#else
+    return -1;
+#endif
 }
 
 namespace {

@@ -37,6 +37,11 @@ int detect_os();
 /// on some systems, where none is set.
 void host_domain_name(char* name, std::size_t size);
 
+/// A file without a name for reading and writing, close-on-exec, that takes no room on any disk and
+/// is gone when it is closed: memfd_create(2), on Linux and FreeBSD. Returns its descriptor, or -1
+/// where the system has no such files.
+int nameless_file();
+
 /// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
 /// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in
 /// *count. An entry with an empty name follows the last one unless the table is full. Returns a

@@ -1,7 +1,6 @@
 #include "wizard/terminal_session.h"
 
 #include <curses.h>
-#include <panel.h>
 
 #include <cerrno>
 #include <csignal>
@@ -14,6 +13,7 @@
 #include "ui/keys.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
+#include "ui/terminal_output.h"
 #include "ui/window.h"
 #include "wizard/release_screens.h"
 #include "wizard/screen_size.h"
@@ -25,7 +25,7 @@ void check_terminal_size() {
     screen_cols = getmaxx(stdscr);
     if (screen_cols >= min_screen_cols && screen_rows >= min_screen_rows)
         return;
-    endwin();
+    close_screen();
     std::puts("Please enlarge your window so it will have at least 72 columns and 20 lines!");
     release_screens();
     std::exit(0);
@@ -65,20 +65,17 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    clear();
-    endwin();
-    refresh();
+    renew_screen();
     check_terminal_size();
     draw_background();
     redraw_screens();
     redraw_dialogs();
-    update_panels();
-    doupdate();
+    show_frame();
     errno = errno_before;
 }
 
 void suspend_wizard(int signal_number) {
-    endwin();
+    close_screen();
     stop_process(signal_number);
     on_resize(SIGWINCH);
 }

@@ -6,7 +6,7 @@
 
 int main() {
     std::signal(SIGINT, [](int) {});
-    if (initscr() == nullptr)
+    if (newterm(nullptr, stdout, stdin) == nullptr)
         return 1;
     endwin();
 }

@@ -1,0 +1,250 @@
+// When what curses says reaches the terminal.
+
+#include "ui/terminal_output.h"
+
+#include <curses.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <thread>
+
+#include "tests/support/descriptor.h"
+#include "tests/support/emulator.h"
+#include "tests/support/pty.h"
+#include "tests/support/wait_until.h"
+
+namespace {
+
+constexpr const char* other_screen = "\x1b[?1049h";
+constexpr const char* normal_screen = "\x1b[?1049l";
+
+/// A program that has opened its screen on a terminal; each case is one by itself.
+class TerminalOutput : public testing::Test {
+  protected:
+    TerminalOutput() {
+        setenv("TERM", "xterm-256color", 1);
+        const Descriptor terminal = pty.openProgramSide();
+        dup2(terminal.get(), STDIN_FILENO);
+        dup2(terminal.get(), STDOUT_FILENO);
+        inherited_before = inheritedDescriptors();
+        EXPECT_TRUE(open_screen());
+        cbreak();
+        noecho();
+    }
+
+    ~TerminalOutput() override {
+        if (!isendwin())
+            endwin();
+        news();
+        dup2(output_before.get(), STDOUT_FILENO);
+        // A failure was told to the terminal.
+        if (HasFailure())
+            std::cout << all_bytes << std::flush;
+    }
+
+    /// What has reached the terminal since the last call.
+    std::string news() {
+        const std::string bytes = pty.read();
+        emulator.feed(bytes);
+        all_bytes += bytes;
+        return bytes;
+    }
+
+    /// How many descriptors a program would get that is started now.
+    static int inheritedDescriptors() {
+        int count = 0;
+        for (int descriptor = 0; descriptor < 64; ++descriptor)
+            count += fcntl(descriptor, F_GETFD) == 0 ? 1 : 0;
+        return count;
+    }
+
+    void show() {
+        wnoutrefresh(stdscr);
+        show_frame();
+    }
+
+    void draw(int row, const std::string& text) { mvaddstr(row, 0, text.c_str()); }
+
+    std::string rowText(int row) {
+        const std::string text = emulator.image().rowText(row);
+        return text.substr(0, text.find_last_not_of(' ') + 1);
+    }
+
+    Descriptor output_before{dup(STDOUT_FILENO)};
+    Pty pty{24, 80};
+    TerminalModes modes_before = pty.modes();
+    int inherited_before = 0;
+    Emulator emulator{24, 80, "xterm-256color"};
+    std::string all_bytes;
+};
+
+TEST_F(TerminalOutput, goes_through_before_it_is_kept_back) {
+    draw(0, "through");
+    refresh();
+    news();
+    EXPECT_EQ(rowText(0), "through");
+}
+
+TEST_F(TerminalOutput, that_is_kept_back_waits_to_be_sent) {
+    keep_output_back();
+    news();
+    draw(0, "one");
+    refresh();
+    curs_set(0);
+    draw(1, "two");
+    refresh();
+    keypad(stdscr, TRUE);
+    EXPECT_EQ(news(), "");
+    send_output();
+    news();
+    EXPECT_EQ(rowText(0), "one");
+    EXPECT_EQ(rowText(1), "two");
+    EXPECT_FALSE(emulator.image().cursor().visible);
+}
+
+TEST_F(TerminalOutput, is_sent_once) {
+    keep_output_back();
+    draw(0, "a long text");
+    show();
+    news();
+    send_output();
+    EXPECT_EQ(news(), "");
+    draw(0, "bb");
+    show();
+    EXPECT_LT(news().size(), 30U);
+    EXPECT_EQ(rowText(0), "bblong text");
+}
+
+TEST_F(TerminalOutput, of_a_character_in_the_same_attributes_is_that_character) {
+    start_color();
+    init_pair(2, COLOR_WHITE, COLOR_BLUE);
+    keep_output_back();
+    wattrset(stdscr, A_BOLD | COLOR_PAIR(2));
+    draw(0, "x");
+    show();
+    news();
+    addch('y');
+    show();
+    EXPECT_EQ(news(), "y");
+}
+
+TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
+    keep_output_back();
+    curs_set(0);
+    attron(A_BOLD);
+    draw(0, "last words");
+    refresh();
+    close_screen();
+    const std::string bytes = news();
+    EXPECT_LT(bytes.find("last words"), bytes.find(normal_screen));
+    EXPECT_FALSE(emulator.alternateScreen());
+    EXPECT_TRUE(emulator.image().cursor().visible);
+    EXPECT_EQ(pty.modes(), modes_before);
+    EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
+    news();
+    const Position where = emulator.image().find("plain").value();
+    EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+}
+
+TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
+    keep_output_back();
+    show();
+    const TerminalModes modes_of_curses = pty.modes();
+    close_screen();
+    EXPECT_EQ(pty.modes(), modes_before);
+    renew_screen();
+    EXPECT_EQ(pty.modes(), modes_of_curses);
+    draw(3, "back");
+    show();
+    EXPECT_NE(news().rfind(other_screen), std::string::npos);
+    EXPECT_TRUE(emulator.alternateScreen());
+    EXPECT_EQ(rowText(3), "back");
+    draw(4, "kept");
+    refresh();
+    EXPECT_EQ(news(), "");
+}
+
+TEST_F(TerminalOutput, goes_to_a_screen_of_the_new_size_from_then_on) {
+    keep_output_back();
+    draw(0, "before");
+    show();
+    news();
+    pty.resize(34, 100);
+    emulator.resize(34, 100);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 34);
+    EXPECT_EQ(getmaxx(stdscr), 100);
+    draw(33, "the new bottom");
+    show();
+    news();
+    EXPECT_EQ(rowText(0), "");
+    EXPECT_EQ(rowText(33), "the new bottom");
+}
+
+TEST_F(TerminalOutput, of_a_new_size_is_said_in_one_go) {
+    keep_output_back();
+    show();
+    news();
+    pty.resize(34, 100);
+    renew_screen();
+    EXPECT_EQ(news(), "");
+}
+
+TEST_F(TerminalOutput, has_the_keypad_on_when_the_size_has_changed) {
+    keep_output_back();
+    keypad(stdscr, TRUE);
+    show();
+    pty.resize(34, 100);
+    renew_screen();
+    show();
+    news();
+    EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
+}
+
+TEST_F(TerminalOutput, finds_the_modes_that_it_needs_when_the_size_changes) {
+    keep_output_back();
+    const TerminalModes modes_of_curses = pty.modes();
+    termios other{};
+    tcgetattr(STDIN_FILENO, &other);
+    other.c_lflag |= ICANON | ECHO;
+    tcsetattr(STDIN_FILENO, TCSANOW, &other);
+    renew_screen();
+    EXPECT_EQ(pty.modes(), modes_of_curses);
+}
+
+TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
+    keep_output_back();
+    pty.resize(0, 0);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 24);
+    EXPECT_EQ(getmaxx(stdscr), 80);
+}
+
+TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
+    keep_output_back();
+    show();
+    close_screen();
+    renew_screen();
+    EXPECT_EQ(inheritedDescriptors(), inherited_before);
+}
+
+TEST_F(TerminalOutput, of_more_than_a_pipe_holds_gets_there) {
+    keep_output_back();
+    std::string all;
+    for (int frame = 0; frame < 200; ++frame) {
+        for (int row = 0; row < 24; ++row)
+            draw(row, std::string(79, static_cast<char>('a' + (frame + row) % 26)));
+        refresh();
+    }
+    std::thread sender(send_output);
+    const std::string last(79, static_cast<char>('a' + (199 + 23) % 26));
+    wait_until([&] { return news().empty() && rowText(23) == last; }, "the last row is there");
+    sender.join();
+}
+
+}  // namespace

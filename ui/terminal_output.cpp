@@ -1,0 +1,133 @@
+#include "ui/terminal_output.h"
+
+#include <curses.h>
+#include <fcntl.h>
+#include <panel.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include "ui/output_thinner.h"
+#include "wizard/tel_help.h"
+
+namespace {
+
+constexpr int no_descriptor = -1;
+
+// Curses writes to a descriptor of its own, which is a copy of standard output, or of the store
+// while output is kept back; standard output itself remains the terminal always.
+int curses_descriptor = no_descriptor;
+int store = no_descriptor;
+bool keeps_back = false;
+termios modes_of_curses;
+OutputThinner thinner;
+
+void connect_curses_to(int descriptor) {
+    dup2(descriptor, curses_descriptor);
+    fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+FILE* stream_for_curses() {
+    store = isatty(STDOUT_FILENO) != 0 ? nameless_file() : no_descriptor;
+    if (store == no_descriptor)
+        return stdout;
+    const int copy = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    FILE* stream = copy != no_descriptor ? fdopen(copy, "w") : nullptr;
+    if (stream == nullptr)
+        return stdout;
+    curses_descriptor = copy;
+    return stream;
+}
+
+// As curses does it: a terminal that is gone must not keep the wizard from ending.
+void write_to_terminal(const std::string& text) {
+    for (size_t written = 0; written < text.size();) {
+        const ssize_t more = write(STDOUT_FILENO, text.data() + written, text.size() - written);
+        if (more >= 0) {
+            written += static_cast<size_t>(more);
+        } else if (errno == EAGAIN) {
+            pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
+            poll(&terminal, 1, -1);
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+std::string take_from_store() {
+    const off_t length = lseek(store, 0, SEEK_CUR);
+    if (length <= 0)
+        return {};
+    std::string said(static_cast<size_t>(length), '\0');
+    const ssize_t count = pread(store, said.data(), said.size(), 0);
+    lseek(store, 0, SEEK_SET);
+    said.resize(count < 0 ? 0 : static_cast<size_t>(count));
+    return said;
+}
+
+// What curses does by itself where its output is not kept back.
+void renew_terminal() {
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && is_term_resized(size.ws_row, size.ws_col))
+        resizeterm(size.ws_row, size.ws_col);
+    tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
+}
+
+}  // namespace
+
+bool open_screen() {
+    FILE* stream = stream_for_curses();
+    if (newterm(nullptr, stream, stdin) == nullptr) {
+        if (stream != stdout)
+            std::fclose(stream);
+        return false;
+    }
+    def_prog_mode();
+    return true;
+}
+
+void keep_output_back() {
+    if (curses_descriptor == no_descriptor || keeps_back)
+        return;
+    tcgetattr(STDOUT_FILENO, &modes_of_curses);
+    connect_curses_to(store);
+    keeps_back = true;
+}
+
+void send_output() {
+    if (keeps_back)
+        write_to_terminal(thinner.thin(take_from_store()));
+}
+
+void show_frame() {
+    update_panels();
+    doupdate();
+    send_output();
+}
+
+void close_screen() {
+    if (keeps_back) {
+        write_to_terminal(thinner.thin(take_from_store()) + thinner.settle());
+        thinner = OutputThinner();
+        connect_curses_to(STDOUT_FILENO);
+        keeps_back = false;
+    }
+    endwin();
+}
+
+void renew_screen() {
+    if (keeps_back)
+        renew_terminal();
+    clear();
+    endwin();
+    refresh();
+    // Curses has not seen that it came back to a terminal.
+    if (keeps_back)
+        keypad(stdscr, TRUE);
+    keep_output_back();
+}
