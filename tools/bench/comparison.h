@@ -2,6 +2,12 @@
 
 #include <string>
 
-/// Prints the table of the wizard beside the programs that people use instead: `wizard` and `floor`
-/// are the programs' paths.
-void compare(const std::string& wizard, const std::string& floor);
+/// Measure the wizard beside the programs that people use instead, and print the samples of
+/// `compared_rows`; `wizard` and `floor` are the programs' paths.
+
+/// Time, memory, bytes and writes. The programs take turns for so many rounds, so that what else
+/// the machine does falls on all of them.
+void compare(const std::string& wizard, const std::string& floor, int rounds);
+
+/// The processor time of programs that have nothing to do. It takes a quarter of a minute.
+void compare_idleness(const std::string& wizard, const std::string& floor);

@@ -2,11 +2,13 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
-#include <cstring>
 
 /// bench_floor: the least that a program can do that shows a box for a password: raw mode, one
-/// write for the frame, one byte for each key. Ends at the end of input.
+/// write for the frame, one byte for each key, the frame anew in another size. Ends at the end of
+/// input.
 
 namespace {
 
@@ -26,10 +28,11 @@ void draw() {
     ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
     const int top = (size.ws_row - box_rows) / 2;
     const int left = (size.ws_col - box_cols) / 2;
+    length = 0;
     add("\033[?1049h\033[37;44m\033[2J");
     for (int row = 0; row < box_rows; ++row) {
         const bool edge = row == 0 || row == box_rows - 1;
-        char place[16];
+        char place[32];
         std::snprintf(place, sizeof(place), "\033[%d;%dH", top + row + 1, left + 1);
         add(place);
         for (int col = 0; edge && col < box_cols; ++col)
@@ -43,6 +46,9 @@ void draw() {
         _exit(1);
 }
 
+// That it is called is enough: it interrupts the read.
+void on_resize(int) {}
+
 }  // namespace
 
 int main() {
@@ -50,11 +56,16 @@ int main() {
     tcgetattr(STDIN_FILENO, &modes);
     cfmakeraw(&modes);
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+    struct sigaction action {};
+    action.sa_handler = on_resize;
+    sigaction(SIGWINCH, &action, nullptr);
     draw();
-    char key = 0;
-    while (read(STDIN_FILENO, &key, 1) == 1) {
-        if (write(STDOUT_FILENO, "*", 1) != 1)
-            return 1;
+    for (;;) {
+        char key = 0;
+        const ssize_t count = read(STDIN_FILENO, &key, 1);
+        if (count == -1 && errno == EINTR)
+            draw();
+        else if (count != 1 || write(STDOUT_FILENO, "*", 1) != 1)
+            return 0;
     }
-    return 0;
 }

@@ -9,20 +9,20 @@
 #include <csignal>
 #include <ctime>
 #include <fstream>
-#include <sstream>
+#include <stdexcept>
 
+#include "tests/support/deadline.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/environment.h"
-#include "tests/support/files.h"
+#include "tests/support/process.h"
+#include "tests/support/screen_text.h"
+#include "tools/bench/key_rest.h"
 
 namespace {
 
-// A program that has written nothing for so long is taken to wait. Only bursts are told apart by
-// it; it is in no figure.
-constexpr int quiet_milliseconds = 300;
-
-// A loaded machine may take so long to start a program.
-constexpr int patience_milliseconds = 5000;
+// After so long a silence this process looks whether the program rests. To look more often would
+// take a processor from it.
+constexpr int silence_milliseconds = 10;
 
 double now() {
     timespec time{};
@@ -36,7 +36,7 @@ double now() {
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(terminal, standard);
     started = now();
-    execvp(arguments[0], arguments);
+    execv(arguments[0], arguments);
     _exit(127);
 }
 
@@ -44,11 +44,30 @@ std::string proc_file(pid_t process, const char* name) {
     return "/proc/" + std::to_string(process) + "/" + name;
 }
 
+// Memory in which a child leaves a number.
+class SharedNumber {
+  public:
+    SharedNumber()
+        : memory(mmap(nullptr, sizeof(double), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
+                      -1, 0)) {
+        checked(memory == MAP_FAILED ? -1 : 0, "mmap");
+    }
+    ~SharedNumber() { munmap(memory, sizeof(double)); }
+    SharedNumber(const SharedNumber&) = delete;
+    SharedNumber& operator=(const SharedNumber&) = delete;
+
+    double& operator*() const { return *static_cast<double*>(memory); }
+
+  private:
+    void* memory;
+};
+
 }  // namespace
 
 MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, int cols)
-    : pty(rows, cols) {
-    first_screen = burst(start(arguments));
+    : name(arguments.at(0)), pty(rows, cols), emulator(rows, cols, "xterm-256color") {
+    const double started = start(arguments);
+    first = watch(started, [this] { return rests_for_key(child); });
 }
 
 MeasuredProgram::~MeasuredProgram() {
@@ -56,71 +75,101 @@ MeasuredProgram::~MeasuredProgram() {
     waitpid(child, nullptr, 0);
 }
 
-// Returns the moment of exec, which the child leaves in memory that it shares.
+// Returns the moment of exec.
 double MeasuredProgram::start(std::vector<std::string>& arguments) {
     const Descriptor terminal = pty.openProgramSide();
     std::vector<char*> pointers = exec_array(arguments);
-    void* shared =
-        mmap(nullptr, sizeof(double), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    auto* started = static_cast<double*>(shared);
-    checked(shared == MAP_FAILED ? -1 : 0, "mmap");
-    *started = 0;
+    const SharedNumber started;
     child = checked(fork(), "fork");
     if (child == 0)
         run_in_terminal(terminal.get(), pointers.data(), *started);
     pollfd output{pty.descriptor(), POLLIN, 0};
-    poll(&output, 1, patience_milliseconds);
-    const double since = *started;
-    munmap(shared, sizeof(double));
-    return since;
+    poll(&output, 1, static_cast<int>(patience().count()));
+    return *started;
 }
 
-bool MeasuredProgram::takeOutput(Burst& burst, double since, int milliseconds) {
+// Takes what is written next; false when nothing comes for `milliseconds`.
+bool MeasuredProgram::takePiece(std::vector<Piece>& pieces, int milliseconds) {
     pollfd output{pty.descriptor(), POLLIN, 0};
     if (poll(&output, 1, milliseconds) <= 0)
         return false;
     const std::string bytes = pty.read();
-    burst.bytes += bytes;
-    burst.milliseconds = now() - since;
+    pieces.push_back({bytes, now(), std::nullopt});
     return !bytes.empty();
 }
 
-Burst MeasuredProgram::burst(double since) {
-    Burst burst;
-    while (takeOutput(burst, since, quiet_milliseconds))
+// The terminal is shown the pieces that it has not seen. While a program writes nothing is done but
+// to note the time.
+void MeasuredProgram::show(std::vector<Piece>& pieces) {
+    for (Piece& piece : pieces) {
+        if (piece.picture)
+            continue;
+        emulator.feed(piece.bytes);
+        piece.picture = emulator.image();
+    }
+}
+
+Burst MeasuredProgram::watch(double since, const std::function<bool()>& complete) {
+    const Deadline deadline;
+    std::vector<Piece> pieces;
+    for (bool done = false; !done;) {
+        if (deadline.passed())
+            fail("was waited for in vain");
+        if (takePiece(pieces, silence_milliseconds))
+            continue;
+        show(pieces);
+        if (!process_running(child))
+            fail("has ended");
+        done = complete();
+    }
+    while (takePiece(pieces, 0))
         continue;
+    show(pieces);
+
+    Burst burst;
+    for (const Piece& piece : pieces)
+        burst.bytes += piece.bytes.size();
+    const std::string last = to_text(emulator.image());
+    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+        if (to_text(*piece->picture) != last)
+            break;
+        burst.milliseconds = piece->time - since;
+    }
     return burst;
 }
 
 Burst MeasuredProgram::type(const std::string& bytes) {
     const double since = now();
     pty.write(bytes);
-    return burst(since);
+    return watch(since, [this] { return rests_for_key(child); });
 }
 
 Burst MeasuredProgram::typeUntil(const std::string& bytes, const std::string& text) {
-    constexpr int longest_wait = 30000;
-    Burst burst;
     const double since = now();
     pty.write(bytes);
-    while (burst.bytes.find(text) == std::string::npos && takeOutput(burst, since, longest_wait))
-        continue;
-    return burst;
+    return watch(since, [&] { return emulator.image().shows(text); });
 }
 
 Burst MeasuredProgram::resize(int rows, int cols) {
+    emulator.resize(rows, cols);
     const double since = now();
     pty.resize(rows, cols);
-    return burst(since);
+    return watch(since, [this] { return rests_for_key(child); });
 }
 
-long MeasuredProgram::memory() const {
+void MeasuredProgram::expect(const std::string& text) const {
+    if (!emulator.image().shows(text))
+        fail("does not show \"" + text + "\"");
+}
+
+double MeasuredProgram::memory() const {
     std::ifstream file(proc_file(child, "smaps_rollup"));
     std::string word;
-    long kilobytes = -1;
+    double kilobytes = 0;
     while (file >> word && word != "Pss:")
         continue;
-    file >> kilobytes;
+    if (!(file >> kilobytes))
+        fail("can't be asked for its memory");
     return kilobytes;
 }
 
@@ -128,6 +177,11 @@ double MeasuredProgram::processorTime() const {
     // proc(5): the first number of schedstat is the time on a processor, in nanoseconds.
     std::ifstream file(proc_file(child, "schedstat"));
     double nanoseconds = 0;
-    file >> nanoseconds;
+    if (!(file >> nanoseconds))
+        fail("can't be asked for its processor time");
     return nanoseconds / 1e6;
+}
+
+void MeasuredProgram::fail(const std::string& what) const {
+    throw std::runtime_error(name + " " + what + "; the screen:\n" + emulator.image().text());
 }

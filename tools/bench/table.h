@@ -3,21 +3,26 @@
 #include <string>
 #include <vector>
 
-/// The middle one of the values, or of two the mean; 0 of none.
-double median(std::vector<double> values);
+#include "tools/bench/rows.h"
+#include "tools/bench/samples.h"
 
-/// A figure of each peer, as peers_of() lists them.
-using Figures = std::vector<double>;
+/// Markdown tables of medians, a line each for the heading, the rule below it and each row. A row
+/// or column without samples throws std::runtime_error that names it.
 
-/// Prints the heading of the comparison's table, in Markdown.
-void print_heading();
+/// The wizard beside whiptail, dialog and the floor, with the wizard's figure as a multiple of the
+/// better one of whiptail's and dialog's ("-" if that is 0), what it must reach and whether it
+/// does. Figures are compared as they are printed.
+std::string comparison_table(const std::vector<Row>& rows, const std::vector<Sample>& samples);
 
-/// Prints a row: the figures with `decimals` places and the wizard's as a multiple of the better
-/// of the two peers'.
-void print_row(const std::string& name, const Figures& figures, int decimals);
+/// The wizard alone, with what it must reach and whether it does.
+std::string own_table(const std::vector<Row>& rows, const std::vector<Sample>& samples);
 
-/// Prints a row of the wizard's own table.
-void print_own(const std::string& name, const std::string& value);
+/// How a figure grows from a list of 2 rows to one of 29.
+std::string list_table(const std::vector<Row>& rows, const std::vector<Sample>& samples);
+
+/// The columns of a row's samples one below the other, with a heading for both sides.
+std::string column_table(const std::string& row, const std::string& names,
+                         const std::string& figures, const std::vector<Sample>& samples);
 
 /// `value` with `decimals` places.
 std::string number(double value, int decimals);

@@ -1,21 +1,34 @@
 #include "tools/bench/walk.h"
 
-#include "tools/bench/measured_program.h"
-#include "tools/bench/peers.h"
-#include "tools/bench/table.h"
+#include <string>
 
-size_t walk_to_last_screen(MeasuredProgram& wizard) {
-    size_t bytes = 0;
-    // From the second screen to the last but one: domain, aliases, WebAdmin, SMTP, services, POP3,
-    // IMAP, WebMail, relay.
-    for (const char* keys : {leave_first_screen, "\t\tp\t\r", "\t\r", "\t\t\r", "\t\t\r", "\t\r",
-                             "\t\t\r", "\t\t\r", "\t\t\r", "\t\r"})
-        bytes += wizard.type(keys).bytes.size();
-    return bytes;
+#include "tools/bench/measured_program.h"
+
+namespace {
+
+// Typed on the screen, one key or text at a time, it leads to the next one.
+std::vector<std::string> strokes_on(Stop stop) {
+    switch (stop) {
+        case Stop::password:
+            return {"secret", "\t", "secret", "\t", "\r"};
+        case Stop::domain:
+            return {"\t", "\t", "secret", "\t", "\r"};
+        default:
+            break;
+    }
+    std::vector<std::string> strokes(static_cast<size_t>(facts_of(stop).next), "\t");
+    strokes.emplace_back("\r");
+    return strokes;
 }
 
-void measure_walk(const std::string& wizard) {
-    MeasuredProgram program({wizard});
-    const size_t bytes = program.firstScreen().bytes.size() + walk_to_last_screen(program);
-    print_own("bytes of the walk through all 11 screens", number(static_cast<double>(bytes), 0));
+}  // namespace
+
+size_t walk(MeasuredProgram& wizard, Stop end) {
+    size_t bytes = 0;
+    for (int place = 0; place < place_of(end); ++place) {
+        for (const std::string& stroke : strokes_on(stop_at(place)))
+            bytes += wizard.type(stroke).bytes;
+        wizard.expect(title_of(stop_at(place + 1)));
+    }
+    return bytes;
 }
