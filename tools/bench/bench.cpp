@@ -28,8 +28,10 @@ struct Part {
 
 void print_tables() {
     const std::vector<Sample> samples = read_samples(std::cin);
-    std::cout << comparison_table(compared_rows, samples) << "\n"
-              << own_table(own_rows, samples) << "\n"
+    const std::string with_targets =
+        comparison_table(compared_rows, samples) + "\n" + own_table(own_rows, samples);
+    std::cout << with_targets << "\n"
+              << reached_count(with_targets) << "\n\n"
               << list_table(list_rows, samples) << "\n"
               << column_table(calls_row, "step of an apply run", "system calls", samples);
 }

@@ -66,26 +66,18 @@ class SharedNumber {
 
 MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, int cols)
     : name(arguments.at(0)), pty(rows, cols), emulator(rows, cols, "xterm-256color") {
-    const double started = start(arguments);
-    first = watch(started, [this] { return rests_for_key(child); });
-}
-
-MeasuredProgram::~MeasuredProgram() {
-    kill(-child, SIGKILL);
-    waitpid(child, nullptr, 0);
-}
-
-// Returns the moment of exec.
-double MeasuredProgram::start(std::vector<std::string>& arguments) {
     const Descriptor terminal = pty.openProgramSide();
     std::vector<char*> pointers = exec_array(arguments);
     const SharedNumber started;
     child = checked(fork(), "fork");
     if (child == 0)
         run_in_terminal(terminal.get(), pointers.data(), *started);
-    pollfd output{pty.descriptor(), POLLIN, 0};
-    poll(&output, 1, static_cast<int>(patience().count()));
-    return *started;
+    first = watch([this] { return rests_for_key(child); }).since(*started);
+}
+
+MeasuredProgram::~MeasuredProgram() {
+    kill(-child, SIGKILL);
+    waitpid(child, nullptr, 0);
 }
 
 // Takes what is written next; false when nothing comes for `milliseconds`.
@@ -109,7 +101,7 @@ void MeasuredProgram::show(std::vector<Piece>& pieces) {
     }
 }
 
-Burst MeasuredProgram::watch(double since, const std::function<bool()>& complete) {
+MeasuredProgram::Answer MeasuredProgram::watch(const std::function<bool()>& complete) {
     const Deadline deadline;
     std::vector<Piece> pieces;
     for (bool done = false; !done;) {
@@ -126,35 +118,39 @@ Burst MeasuredProgram::watch(double since, const std::function<bool()>& complete
         continue;
     show(pieces);
 
-    Burst burst;
+    Answer answer;
     for (const Piece& piece : pieces)
-        burst.bytes += piece.bytes.size();
+        answer.bytes += piece.bytes.size();
     const std::string last = to_text(emulator.image());
     for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
         if (to_text(*piece->picture) != last)
             break;
-        burst.milliseconds = piece->time - since;
+        answer.completed = piece->time;
     }
-    return burst;
+    return answer;
+}
+
+Burst MeasuredProgram::Answer::since(double cause) const {
+    return {bytes, bytes == 0 ? 0 : completed - cause};
 }
 
 Burst MeasuredProgram::type(const std::string& bytes) {
-    const double since = now();
+    const double typed = now();
     pty.write(bytes);
-    return watch(since, [this] { return rests_for_key(child); });
+    return watch([this] { return rests_for_key(child); }).since(typed);
 }
 
 Burst MeasuredProgram::typeUntil(const std::string& bytes, const std::string& text) {
-    const double since = now();
+    const double typed = now();
     pty.write(bytes);
-    return watch(since, [&] { return emulator.image().shows(text); });
+    return watch([&] { return emulator.image().shows(text); }).since(typed);
 }
 
 Burst MeasuredProgram::resize(int rows, int cols) {
     emulator.resize(rows, cols);
-    const double since = now();
+    const double resized = now();
     pty.resize(rows, cols);
-    return watch(since, [this] { return rests_for_key(child); });
+    return watch([this] { return rests_for_key(child); }).since(resized);
 }
 
 void MeasuredProgram::expect(const std::string& text) const {

@@ -61,8 +61,15 @@ class MeasuredProgram {
         std::optional<ScreenImage> picture;  ///< once it has been shown to the terminal
     };
 
-    double start(std::vector<std::string>& arguments);
-    Burst watch(double since, const std::function<bool()>& complete);
+    /// All that was written, until `completed`, the moment at which the picture was complete.
+    struct Answer {
+        size_t bytes = 0;
+        double completed = 0;
+
+        Burst since(double cause) const;
+    };
+
+    Answer watch(const std::function<bool()>& complete);
     bool takePiece(std::vector<Piece>& pieces, int milliseconds);
     void show(std::vector<Piece>& pieces);
     [[noreturn]] void fail(const std::string& what) const;

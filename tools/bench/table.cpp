@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 
 namespace {
@@ -13,7 +14,7 @@ using Words = std::vector<std::string>;
 std::string line(const Words& words) {
     std::string text = "|";
     for (const std::string& word : words)
-        text += " " + word + " |";
+        text += word.empty() ? " |" : " " + word + " |";
     return text + "\n";
 }
 
@@ -116,6 +117,19 @@ std::string column_table(const std::string& row, const std::string& names,
     for (const std::string& column : columns)
         table += line({column, number(median(values_of(samples, row, column)), 0)});
     return table;
+}
+
+std::string reached_count(const std::string& tables) {
+    std::istringstream lines(tables);
+    std::string line;
+    int reached = 0;
+    int targets = 0;
+    while (std::getline(lines, line)) {
+        const bool is_reached = line.find("| reached |") != std::string::npos;
+        reached += is_reached ? 1 : 0;
+        targets += is_reached || line.find("| NOT reached |") != std::string::npos ? 1 : 0;
+    }
+    return std::to_string(reached) + " of " + std::to_string(targets) + " targets are reached.";
 }
 
 std::string number(double value, int decimals) {

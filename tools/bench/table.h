@@ -24,5 +24,8 @@ std::string list_table(const std::vector<Row>& rows, const std::vector<Sample>& 
 std::string column_table(const std::string& row, const std::string& names,
                          const std::string& figures, const std::vector<Sample>& samples);
 
+/// A sentence on how many of the rows of tables reach what they must.
+std::string reached_count(const std::string& tables);
+
 /// `value` with `decimals` places.
 std::string number(double value, int decimals);

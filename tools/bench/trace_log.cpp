@@ -73,7 +73,8 @@ class Reader {
 Trace read_trace(std::istream& log) {
     Reader reader;
     std::string line;
-    while (std::getline(log, line))
+    // The last line may not have been written to its end yet.
+    while (std::getline(log, line) && !log.eof())
         reader.take(line);
     return reader.trace;
 }
