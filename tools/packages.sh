@@ -1,6 +1,6 @@
 # shellcheck shell=sh
-# Sourced by ./check and ./demo: gets the Debian packages that are missing, and runs noisy commands
-# quietly.
+# Sourced by ./check, ./demo and ./bench: gets the Debian packages that are missing, and runs noisy
+# commands quietly.
 
 started=$(date +%s)
 

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tests/support/emulator.h"
+#include "tests/support/pty.h"
+#include "tests/support/screen_image.h"
+
+/// What a program has written in answer to something.
+struct Burst {
+    size_t bytes = 0;         ///< all of them
+    double milliseconds = 0;  ///< from the cause to the byte that made the picture complete
+};
+
+/// A program in a terminal (TERM and the locale are this process's own), which is watched from
+/// outside. It is killed when the object goes.
+///
+/// Every wait is for the program to rest, waiting for a key, and what it shows then is the complete
+/// picture. A wait in vain for patience(), or for a program that has ended, throws
+/// std::runtime_error with what the terminal shows.
+class MeasuredProgram {
+  public:
+    /// Starts the program, a path, and waits for its first screen. A program that starts another
+    /// one in its place, as strace -D, is measured from its own exec on. Throws std::system_error.
+    explicit MeasuredProgram(std::vector<std::string> arguments, int rows = 24, int cols = 80);
+    ~MeasuredProgram();
+    MeasuredProgram(const MeasuredProgram&) = delete;
+    MeasuredProgram& operator=(const MeasuredProgram&) = delete;
+
+    /// The first screen, from exec on.
+    const Burst& firstScreen() const { return first; }
+
+    Burst type(const std::string& bytes);
+
+    /// The same, but waits until `text` is shown.
+    Burst typeUntil(const std::string& bytes, const std::string& text);
+
+    Burst resize(int rows, int cols);
+
+    /// Throws std::runtime_error unless the terminal shows `text`.
+    void expect(const std::string& text) const;
+
+    /// Proportional set size in kB, of the program itself.
+    double memory() const;
+
+    /// Processor time in milliseconds that the program has used so far.
+    double processorTime() const;
+
+    pid_t pid() const { return child; }
+
+  private:
+    /// A piece of output.
+    struct Piece {
+        std::string bytes;
+        double time;                         ///< milliseconds, at which it was here
+        std::optional<ScreenImage> picture;  ///< once it has been shown to the terminal
+    };
+
+    /// All that was written, until `completed`, the moment at which the picture was complete.
+    struct Answer {
+        size_t bytes = 0;
+        double completed = 0;
+
+        Burst since(double cause) const;
+    };
+
+    Answer watch(const std::function<bool()>& complete);
+    bool takePiece(std::vector<Piece>& pieces, int milliseconds);
+    void show(std::vector<Piece>& pieces);
+    [[noreturn]] void fail(const std::string& what) const;
+
+    std::string name;
+    Pty pty;
+    Emulator emulator;
+    pid_t child = -1;
+    Burst first;
+};
