@@ -27,8 +27,10 @@ int server_read_pid() {
     std::FILE* file = open_original(profile().pid_file);
     if (file == nullptr)
         return no_pid_file;
-    char line[256] = {};
-    std::fgets(line, sizeof(line), file);
+    char line[256];
+    // After a read error the line may hold anything.
+    if (std::fgets(line, sizeof(line), file) == nullptr)
+        line[0] = '\0';
     std::fclose(file);
     server_pid = std::atoi(line);
     return server_pid;

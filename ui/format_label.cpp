@@ -7,7 +7,7 @@
 FormatLabel::FormatLabel(const char* text, int row, int col, Window* parent, int width, int mode)
     : Window(parent, row, col, countLines(text, width, mode), width),
       text(strdup(text)),
-      lineCount(countLines(text, width, mode)),
+      lineCount(height),
       mode(mode) {
     create();
 }

@@ -52,10 +52,10 @@ void remember_terminal_modes() {
 }
 
 void guard_terminal_against_crashes() {
-    // Names of terminfo(5): the keypad as it was, the original colours, plain text, a visible
-    // cursor, the normal screen.
-    for (const char* capability : {"rmkx", "op", "sgr0", "cnorm", "rmcup"}) {
-        const char* sequence = tigetstr(capability);
+    // The keypad as it was, the original colours, plain text, a visible cursor, the normal screen.
+    // Asked for them by name, tigetstr(3), curses would make an index of all names and keep it.
+    for (const char* sequence :
+         {keypad_local, orig_pair, exit_attribute_mode, cursor_normal, exit_ca_mode}) {
         if (sequence != nullptr)
             tputs(sequence, 1, add_to_farewell);
     }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <regex>
 #include <system_error>
 
 #include "tests/e2e/apply_server.h"
@@ -101,6 +102,12 @@ TEST_F(FreshTree, refuses_the_wizard_where_the_curses_library_is_missing) {
     const CommandResult result = dpkg("--install", package());
     EXPECT_EQ(result.status, exited(1));
     EXPECT_NE(result.err.find("depends on libncursesw6"), std::string::npos) << result.err;
+}
+
+TEST(DebianPackage, depends_on_curses_and_the_c_library_alone) {
+    const CommandResult depends = run_command({"dpkg-deb", "--field", package(), "Depends"});
+    EXPECT_EQ(std::regex_replace(depends.out, std::regex(" [(][^)]*[)]"), ""),
+              "libc6, libncursesw6, libtinfo6\n");
 }
 
 }  // namespace

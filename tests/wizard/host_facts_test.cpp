@@ -1,6 +1,7 @@
 #include "wizard/host_facts.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <string>
 
@@ -45,6 +46,21 @@ TEST_F(HostFacts, hold_the_entry_for_all_interfaces_where_the_interfaces_cannot_
     EXPECT_STREQ(interface_table[0].address, "0.0.0.0");
     EXPECT_STREQ(interface_table[1].name, "");
     EXPECT_EQ(relay_network_count, 0);
+}
+
+TEST_F(HostFacts, keep_of_the_table_what_is_used_and_the_empty_entry_that_ends_it) {
+    fake_interfaces({{"eth0", "192.168.7.2", "255.255.255.0"}});
+    discover_networks();
+    ASSERT_EQ(interface_count, 2);
+    EXPECT_STREQ(interface_table[2].name, "");
+    EXPECT_LT(malloc_usable_size(interface_table), 4 * sizeof(interf_addr));
+}
+
+TEST_F(HostFacts, keep_a_full_table_whole) {
+    fake_interfaces(many_interfaces(interface_table_size - 1));
+    discover_networks();
+    ASSERT_EQ(interface_count, interface_table_size);
+    EXPECT_STREQ(interface_table[interface_table_size - 1].address, "10.28.0.1");
 }
 
 TEST_F(HostFacts, are_null_and_0_after_a_release_and_after_a_second_one) {
