@@ -5,6 +5,7 @@
 #include <panel.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -32,8 +33,16 @@ void connect_curses_to(int descriptor) {
     fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
 }
 
+// The limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
+bool may_write_frames() {
+    constexpr rlim_t more_than_a_frame = 1 << 20;
+    rlimit files{};
+    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur >= more_than_a_frame;
+}
+
 FILE* stream_for_curses() {
-    store = isatty(STDOUT_FILENO) != 0 ? nameless_file() : no_descriptor;
+    const bool keeps = isatty(STDOUT_FILENO) != 0 && may_write_frames();
+    store = keeps ? nameless_file() : no_descriptor;
     if (store == no_descriptor)
         return stdout;
     const int copy = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);

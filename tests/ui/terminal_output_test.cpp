@@ -5,6 +5,7 @@
 #include <curses.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -23,22 +24,19 @@ namespace {
 constexpr const char* other_screen = "\x1b[?1049h";
 constexpr const char* normal_screen = "\x1b[?1049l";
 
-/// A program that has opened its screen on a terminal; each case is one by itself.
-class TerminalOutput : public testing::Test {
+/// A program on a terminal; each case is one by itself.
+class TerminalOutputWithoutStore : public testing::Test {
   protected:
-    TerminalOutput() {
+    TerminalOutputWithoutStore() {
         setenv("TERM", "xterm-256color", 1);
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
         inherited_before = inheritedDescriptors();
-        EXPECT_TRUE(open_screen());
-        cbreak();
-        noecho();
     }
 
-    ~TerminalOutput() override {
-        if (!isendwin())
+    ~TerminalOutputWithoutStore() override {
+        if (stdscr != nullptr && !isendwin())
             endwin();
         news();
         dup2(output_before.get(), STDOUT_FILENO);
@@ -63,6 +61,19 @@ class TerminalOutput : public testing::Test {
         return count;
     }
 
+    static void open() {
+        EXPECT_TRUE(open_screen());
+        cbreak();
+        noecho();
+    }
+
+    static void limitFiles(rlim_t size) {
+        rlimit files{};
+        getrlimit(RLIMIT_FSIZE, &files);
+        files.rlim_cur = size;
+        setrlimit(RLIMIT_FSIZE, &files);
+    }
+
     void show() {
         wnoutrefresh(stdscr);
         show_frame();
@@ -81,6 +92,11 @@ class TerminalOutput : public testing::Test {
     int inherited_before = 0;
     Emulator emulator{24, 80, "xterm-256color"};
     std::string all_bytes;
+};
+
+class TerminalOutput : public TerminalOutputWithoutStore {
+  protected:
+    TerminalOutput() { open(); }
 };
 
 TEST_F(TerminalOutput, goes_through_before_it_is_kept_back) {
@@ -231,6 +247,40 @@ TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
     close_screen();
     renew_screen();
     EXPECT_EQ(inheritedDescriptors(), inherited_before);
+}
+
+TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
+    limitFiles(4096);
+    open();
+    keep_output_back();
+    draw(0, "through");
+    curs_set(0);
+    refresh();
+    news();
+    EXPECT_EQ(rowText(0), "through");
+    pty.resize(34, 100);
+    emulator.resize(34, 100);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 34);
+    close_screen();
+    EXPECT_EQ(pty.modes(), modes_before);
+    news();
+    EXPECT_FALSE(emulator.alternateScreen());
+}
+
+TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
+    Pipe pipe = make_pipe();
+    dup2(pipe.write_end.get(), STDOUT_FILENO);
+    open();
+    keep_output_back();
+    draw(0, "through");
+    refresh();
+    std::string arrived(1000, '\0');
+    arrived.resize(static_cast<size_t>(
+        checked(static_cast<int>(read(pipe.read_end.get(), arrived.data(), 1000)), "read")));
+    endwin();
+    dup2(output_before.get(), STDOUT_FILENO);
+    EXPECT_NE(arrived.find(other_screen), std::string::npos);
 }
 
 TEST_F(TerminalOutput, of_more_than_a_pipe_holds_gets_there) {
