@@ -35,6 +35,7 @@ double now() {
     ioctl(terminal, TIOCSCTTY, 0);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(terminal, standard);
+    close_range(STDERR_FILENO + 1, ~0U, 0);
     started = now();
     execv(arguments[0], arguments);
     _exit(127);
