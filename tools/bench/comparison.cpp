@@ -1,6 +1,7 @@
 #include "tools/bench/comparison.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "tools/bench/measured_program.h"
 #include "tools/bench/peers.h"
