@@ -1,6 +1,7 @@
 #include <chrono>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include "tools/bench/comparison.h"
 #include "tools/bench/measured_program.h"

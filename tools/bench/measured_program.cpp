@@ -35,6 +35,7 @@ double now() {
     ioctl(terminal, TIOCSCTTY, 0);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(terminal, standard);
+    close_range(STDERR_FILENO + 1, ~0U, 0);
     started = now();
     execv(arguments[0], arguments);
     _exit(127);
@@ -69,15 +70,19 @@ MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, i
     const Descriptor terminal = pty.openProgramSide();
     std::vector<char*> pointers = exec_array(arguments);
     const SharedNumber started;
-    child = checked(fork(), "fork");
-    if (child == 0)
+    child.pid = checked(fork(), "fork");
+    if (child.pid == 0)
         run_in_terminal(terminal.get(), pointers.data(), *started);
-    first = watch([this] { return rests_for_key(child); }).since(*started);
+    first = watch([this] { return rests_for_key(pid()); }).since(*started);
 }
 
-MeasuredProgram::~MeasuredProgram() {
-    kill(-child, SIGKILL);
-    waitpid(child, nullptr, 0);
+MeasuredProgram::Child::~Child() {
+    if (pid <= 0)
+        return;
+    // The group is there once the child has come to make it.
+    kill(-pid, SIGKILL);
+    kill(pid, SIGKILL);
+    waitpid(pid, nullptr, 0);
 }
 
 // Takes what is written next; false when nothing comes for `milliseconds`.
@@ -110,7 +115,7 @@ MeasuredProgram::Answer MeasuredProgram::watch(const std::function<bool()>& comp
         if (takePiece(pieces, silence_milliseconds))
             continue;
         show(pieces);
-        if (!process_running(child))
+        if (!process_running(pid()))
             fail("has ended");
         done = complete();
     }
@@ -137,7 +142,7 @@ Burst MeasuredProgram::Answer::since(double cause) const {
 Burst MeasuredProgram::type(const std::string& bytes) {
     const double typed = now();
     pty.write(bytes);
-    return watch([this] { return rests_for_key(child); }).since(typed);
+    return watch([this] { return rests_for_key(pid()); }).since(typed);
 }
 
 Burst MeasuredProgram::typeUntil(const std::string& bytes, const std::string& text) {
@@ -150,7 +155,7 @@ Burst MeasuredProgram::resize(int rows, int cols) {
     emulator.resize(rows, cols);
     const double resized = now();
     pty.resize(rows, cols);
-    return watch([this] { return rests_for_key(child); }).since(resized);
+    return watch([this] { return rests_for_key(pid()); }).since(resized);
 }
 
 void MeasuredProgram::expect(const std::string& text) const {
@@ -159,7 +164,7 @@ void MeasuredProgram::expect(const std::string& text) const {
 }
 
 double MeasuredProgram::memory() const {
-    std::ifstream file(proc_file(child, "smaps_rollup"));
+    std::ifstream file(proc_file(pid(), "smaps_rollup"));
     std::string word;
     double kilobytes = 0;
     while (file >> word && word != "Pss:")
@@ -171,7 +176,7 @@ double MeasuredProgram::memory() const {
 
 double MeasuredProgram::processorTime() const {
     // proc(5): the first number of schedstat is the time on a processor, in nanoseconds.
-    std::ifstream file(proc_file(child, "schedstat"));
+    std::ifstream file(proc_file(pid(), "schedstat"));
     double nanoseconds = 0;
     if (!(file >> nanoseconds))
         fail("can't be asked for its processor time");

@@ -28,9 +28,6 @@ class MeasuredProgram {
     /// Starts the program, a path, and waits for its first screen. A program that starts another
     /// one in its place, as strace -D, is measured from its own exec on. Throws std::system_error.
     explicit MeasuredProgram(std::vector<std::string> arguments, int rows = 24, int cols = 80);
-    ~MeasuredProgram();
-    MeasuredProgram(const MeasuredProgram&) = delete;
-    MeasuredProgram& operator=(const MeasuredProgram&) = delete;
 
     /// The first screen, from exec on.
     const Burst& firstScreen() const { return first; }
@@ -51,9 +48,19 @@ class MeasuredProgram {
     /// Processor time in milliseconds that the program has used so far.
     double processorTime() const;
 
-    pid_t pid() const { return child; }
+    pid_t pid() const { return child.pid; }
 
   private:
+    /// Killed and waited for, with its group.
+    struct Child {
+        Child() = default;
+        ~Child();
+        Child(const Child&) = delete;
+        Child& operator=(const Child&) = delete;
+
+        pid_t pid = -1;
+    };
+
     /// A piece of output.
     struct Piece {
         std::string bytes;
@@ -77,6 +84,6 @@ class MeasuredProgram {
     std::string name;
     Pty pty;
     Emulator emulator;
-    pid_t child = -1;
+    Child child;
     Burst first;
 };

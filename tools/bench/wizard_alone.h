@@ -4,7 +4,8 @@
 
 /// Measure the wizard, a path, by itself and print the samples.
 
-/// The size of its file, and the bytes of a walk through all screens: rows of `own_rows`.
+/// The size of its file, with and without symbols, and the bytes of a walk through all screens:
+/// rows of `own_rows`.
 void measure_size_and_walk(const std::string& wizard);
 
 /// How the list of interfaces is drawn and moved in, on the WebAdmin screen in a terminal of 60

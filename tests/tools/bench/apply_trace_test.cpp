@@ -101,7 +101,7 @@ TEST(CallsByStep, take_lines_that_scroll_for_what_they_were) {
 }
 
 TEST(CallsByStep, go_down_with_a_line_feed_as_a_terminal_does_behind_its_driver) {
-    EXPECT_EQ(steps_in(write_of("title\n--> making tea ...", 1)),
+    EXPECT_EQ(steps_in(write_of(std::string(72, '-') + "\n--> making tea ...", 1)),
               (Steps{{"opening the progress box", 0}, {"making tea", 1}}));
 }
 

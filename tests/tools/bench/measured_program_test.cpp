@@ -1,8 +1,8 @@
 #include "tools/bench/measured_program.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
-#include <csignal>
 #include <stdexcept>
 
 #include "tests/e2e/key_wait.h"
@@ -84,9 +84,10 @@ TEST(MeasuredProgram, that_cannot_be_run_is_not_waited_for) {
     EXPECT_THROW(MeasuredProgram({"/nowhere/program"}), std::runtime_error);
 }
 
-TEST(MeasuredProgram, that_never_rests_is_given_up) {
+TEST(MeasuredProgram, that_never_rests_is_given_up_and_ended) {
     const Impatience impatience;
     EXPECT_THROW(MeasuredProgram({"/bin/sleep", "1000"}), std::runtime_error);
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "there is a child left";
 }
 
 }  // namespace
