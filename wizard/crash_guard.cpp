@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstddef>
 #include <initializer_list>
+#include <iterator>
 
 #include "wizard/signal_gate.h"
 
@@ -28,7 +29,8 @@ bool modes_known = false;
 // A stack that has overflown has no room for a handler.
 alignas(16) char stack_for_handler[64 * 1024];
 
-struct sigaction actions_before[NSIG];
+// In the order of `deadly_signals`.
+struct sigaction actions_before[std::size(deadly_signals)];
 
 int add_to_farewell(int character) {
     if (farewell_length < sizeof(farewell))
@@ -41,7 +43,10 @@ void on_crash(int signal_number) {
     if (written >= 0 && modes_known)
         tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
-    sigaction(signal_number, &actions_before[signal_number], nullptr);
+    for (std::size_t i = 0; i < std::size(deadly_signals); ++i) {
+        if (deadly_signals[i] == signal_number)
+            sigaction(signal_number, &actions_before[i], nullptr);
+    }
     raise(signal_number);
 }
 
@@ -67,9 +72,9 @@ void guard_terminal_against_crashes() {
     action.sa_handler = on_crash;
     action.sa_flags = SA_ONSTACK;
     sigfillset(&action.sa_mask);
-    for (const int signal_number : deadly_signals) {
+    for (std::size_t i = 0; i < std::size(deadly_signals); ++i) {
         // Ignored, it would leave a wizard that goes on without its screen.
-        if (!is_ignored(signal_number))
-            sigaction(signal_number, &action, &actions_before[signal_number]);
+        if (!is_ignored(deadly_signals[i]))
+            sigaction(deadly_signals[i], &action, &actions_before[i]);
     }
 }

@@ -6,19 +6,17 @@
 #include <cerrno>
 #include <ctime>
 #include <initializer_list>
+#include <vector>
 
 namespace {
 
 struct SignalMasks {
-    sigset_t original;                    // as the wizard was started with
-    sigset_t waiting;                     // the same without the signals that the wizard handles
-    sigset_t held;                        // those signals
-    sigset_t changed;                     // signals whose action is not the original one any more
-    struct sigaction actions[NSIG] = {};  // the original ones of those
+    sigset_t original;  // as the wizard was started with
+    sigset_t waiting;   // the same without the signals that the wizard handles
+    sigset_t held;      // those signals
 
     SignalMasks() {
         sigemptyset(&held);
-        sigemptyset(&changed);
         sigprocmask(SIG_BLOCK, nullptr, &original);
         waiting = original;
     }
@@ -27,6 +25,22 @@ struct SignalMasks {
 SignalMasks& masks() {
     static SignalMasks signal_masks;
     return signal_masks;
+}
+
+// A signal whose action is not the original one any more, and that one.
+struct ChangedAction {
+    int signal_number;
+    struct sigaction original;
+};
+
+std::vector<ChangedAction> changed_actions;
+
+void keep_original(int signal_number, const struct sigaction& action) {
+    for (const ChangedAction& changed : changed_actions) {
+        if (changed.signal_number == signal_number)
+            return;
+    }
+    changed_actions.push_back({signal_number, action});
 }
 
 // One handler must not interrupt another: both draw. A crash in one must not find its signal
@@ -40,15 +54,12 @@ sigset_t all_but_crashes() {
 }
 
 void set_action(int signal_number, void (*handler)(int)) {
-    SignalMasks& signals = masks();
     struct sigaction action {};
     action.sa_handler = handler;
     action.sa_mask = all_but_crashes();
     struct sigaction before {};
     sigaction(signal_number, &action, &before);
-    if (sigismember(&signals.changed, signal_number) == 0)
-        signals.actions[signal_number] = before;
-    sigaddset(&signals.changed, signal_number);
+    keep_original(signal_number, before);
 }
 
 // A signal that is pending is delivered before sigprocmask() returns.
@@ -176,9 +187,7 @@ int wait_for_child(pid_t child) {
 }
 
 void restore_signals_in_child() {
-    for (int number = 1; number < NSIG; ++number) {
-        if (sigismember(&masks().changed, number) == 1)
-            sigaction(number, &masks().actions[number], nullptr);
-    }
+    for (const ChangedAction& changed : changed_actions)
+        sigaction(changed.signal_number, &changed.original, nullptr);
     sigprocmask(SIG_SETMASK, &masks().original, nullptr);
 }

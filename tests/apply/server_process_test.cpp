@@ -51,6 +51,15 @@ TEST_F(ServerReadPid, takes_no_number_for_0) {
     EXPECT_EQ(read(""), 0);
 }
 
+TEST_F(ServerReadPid, takes_0_from_a_file_that_can_be_opened_but_not_read) {
+    // A process' memory, read from address 0: proc(5).
+    std::snprintf(install_profiles[os_kind].pid_file, sizeof(InstallProfile::pid_file),
+                  "/proc/self/mem");
+    server_pid = 4711;
+    EXPECT_EQ(server_read_pid(), 0);
+    EXPECT_EQ(server_pid, 0);
+}
+
 TEST_F(ServerReadPid, takes_negative_numbers_as_they_are) {
     EXPECT_EQ(read("-5\n"), -5);
 }
