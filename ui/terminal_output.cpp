@@ -133,7 +133,9 @@ void renew_screen() {
     if (keeps_back)
         renew_terminal();
     clear();
-    endwin();
+    // Left a second time, a terminal would go back to where it was when it was left the first time.
+    if (!isendwin())
+        endwin();
     refresh();
     // Curses has not seen that it came back to a terminal.
     if (keeps_back)

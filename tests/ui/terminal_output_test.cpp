@@ -185,6 +185,17 @@ TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     EXPECT_EQ(news(), "");
 }
 
+TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {
+    keep_output_back();
+    show();
+    news();
+    close_screen();
+    EXPECT_NE(news().find(normal_screen), std::string::npos);
+    renew_screen();
+    show();
+    EXPECT_EQ(news().find(normal_screen), std::string::npos);
+}
+
 TEST_F(TerminalOutput, goes_to_a_screen_of_the_new_size_from_then_on) {
     keep_output_back();
     draw(0, "before");
