@@ -6,10 +6,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
+#include <thread>
 
 #include "tests/support/deadline.h"
 #include "tests/support/descriptor.h"
@@ -79,10 +81,18 @@ MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, i
 MeasuredProgram::Child::~Child() {
     if (pid <= 0)
         return;
-    // The group is there once the child has come to make it.
-    kill(-pid, SIGKILL);
-    kill(pid, SIGKILL);
-    waitpid(pid, nullptr, 0);
+    // The group is there once the child has come to make it. A wizard that is asked to end removes
+    // what it has made on the host.
+    kill(-pid, SIGTERM);
+    kill(pid, SIGTERM);
+    const Deadline deadline;
+    while (waitpid(pid, nullptr, WNOHANG) == 0) {
+        if (deadline.passed()) {
+            kill(-pid, SIGKILL);
+            kill(pid, SIGKILL);
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
 }
 
 // Takes what is written next; false when nothing comes for `milliseconds`.

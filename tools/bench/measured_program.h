@@ -51,7 +51,7 @@ class MeasuredProgram {
     pid_t pid() const { return child.pid; }
 
   private:
-    /// Killed and waited for, with its group.
+    /// Asked to end with its group, killed if it does not, and waited for.
     struct Child {
         Child() = default;
         ~Child();
