@@ -20,9 +20,20 @@ std::string change(const std::vector<int>& from, const std::vector<int>& to) {
 TEST(TerminalLook, is_known_once_all_has_been_taken_back) {
     EXPECT_FALSE(is_known(look_after({1, 37})));
     EXPECT_TRUE(is_known(look_after({0})));
-    EXPECT_TRUE(is_known(look_after({1, 37, 44})));
+    EXPECT_FALSE(is_known(look_after({1, 37, 44})));
     EXPECT_FALSE(is_known(look_after({0, 4})));
     EXPECT_TRUE(is_known(look_after({4, 0, 1})));
+}
+
+TEST(TerminalLook, stays_unknown_when_more_is_asked_for_than_it_holds) {
+    EXPECT_FALSE(is_known(look_after({0, 7, 1, 37, 44})));
+}
+
+TEST(TerminalLook, does_not_take_the_numbers_of_extended_colours_for_others) {
+    for (const int colour : {38, 48, 58}) {
+        EXPECT_FALSE(is_known(look_after({0, colour, 5, 0})));
+        EXPECT_FALSE(is_known(look_after({0, colour, 2, 0, 1, 30})));
+    }
 }
 
 TEST(TerminalLook, holds_what_was_asked_for_last) {
