@@ -6,11 +6,13 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <term.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "ui/output_thinner.h"
@@ -25,6 +27,7 @@ constexpr int no_descriptor = -1;
 int curses_descriptor = no_descriptor;
 int store = no_descriptor;
 bool keeps_back = false;
+bool thins = false;
 termios modes_of_curses;
 OutputThinner thinner;
 
@@ -53,6 +56,11 @@ FILE* stream_for_curses() {
     return stream;
 }
 
+bool speaks_ecma_48() {
+    const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
+    return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
+}
+
 // As curses does it: a terminal that is gone must not keep the wizard from ending.
 void write_to_terminal(const std::string& text) {
     for (size_t written = 0; written < text.size();) {
@@ -68,6 +76,7 @@ void write_to_terminal(const std::string& text) {
     }
 }
 
+// What has been kept back, ready for the terminal.
 std::string take_from_store() {
     const off_t length = lseek(store, 0, SEEK_CUR);
     if (length <= 0)
@@ -76,7 +85,7 @@ std::string take_from_store() {
     const ssize_t count = pread(store, said.data(), said.size(), 0);
     lseek(store, 0, SEEK_SET);
     said.resize(count < 0 ? 0 : static_cast<size_t>(count));
-    return said;
+    return thins ? thinner.thin(said) : said;
 }
 
 // What curses does by itself where its output is not kept back.
@@ -85,6 +94,7 @@ void renew_terminal() {
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && is_term_resized(size.ws_row, size.ws_col))
         resizeterm(size.ws_row, size.ws_col);
     tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
+    thinner.forget();
 }
 
 }  // namespace
@@ -97,6 +107,7 @@ bool open_screen() {
         return false;
     }
     def_prog_mode();
+    thins = speaks_ecma_48();
     return true;
 }
 
@@ -110,7 +121,7 @@ void keep_output_back() {
 
 void send_output() {
     if (keeps_back)
-        write_to_terminal(thinner.thin(take_from_store()));
+        write_to_terminal(take_from_store());
 }
 
 void show_frame() {
@@ -121,8 +132,9 @@ void show_frame() {
 
 void close_screen() {
     if (keeps_back) {
-        write_to_terminal(thinner.thin(take_from_store()) + thinner.settle());
-        thinner = OutputThinner();
+        std::string last_words = take_from_store();
+        last_words += thinner.settle();
+        write_to_terminal(last_words);
         connect_curses_to(STDOUT_FILENO);
         keeps_back = false;
     }

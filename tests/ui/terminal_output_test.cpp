@@ -252,6 +252,36 @@ TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
     EXPECT_EQ(getmaxx(stdscr), 80);
 }
 
+TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
+    // A kind without another screen, whose sequence would tell.
+    setenv("TERM", "vt220", 1);
+    open();
+    keep_output_back();
+    attron(A_BOLD);
+    draw(0, "bold");
+    show();
+    EXPECT_EQ(write(STDOUT_FILENO, "\x1b[m", 3), 3);
+    renew_screen();
+    draw(0, "bold");
+    show();
+    news();
+    EXPECT_EQ(rowText(0), "bold");
+    EXPECT_TRUE(emulator.image().cell(0, 0).bold);
+}
+
+TEST_F(TerminalOutputWithoutStore, is_all_said_to_a_terminal_that_does_not_speak_ecma_48) {
+    setenv("TERM", "vt52", 1);
+    open();
+    keep_output_back();
+    show();
+    news();
+    keypad(stdscr, TRUE);
+    keypad(stdscr, TRUE);
+    EXPECT_EQ(news(), "");
+    send_output();
+    EXPECT_EQ(news(), "\x1b=\x1b=");
+}
+
 TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
     keep_output_back();
     show();
