@@ -11,7 +11,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -88,11 +90,24 @@ std::string take_from_store() {
     return thins ? thinner.thin(said) : said;
 }
 
+// The lines or columns that the environment prescribes, whatever the terminal has told.
+int prescribed(const char* variable, int told) {
+    const char* text = std::getenv(variable);
+    if (text == nullptr)
+        return told;
+    char* end = nullptr;
+    const long value = std::strtol(text, &end, 10);
+    return *end == '\0' && value > 0 && value <= INT_MAX ? static_cast<int>(value) : told;
+}
+
 // What curses does by itself where its output is not kept back.
 void renew_terminal() {
     winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && is_term_resized(size.ws_row, size.ws_col))
-        resizeterm(size.ws_row, size.ws_col);
+    ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
+    const int rows = prescribed("LINES", size.ws_row);
+    const int cols = prescribed("COLUMNS", size.ws_col);
+    if (is_term_resized(rows, cols))
+        resizeterm(rows, cols);
     tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
     thinner.forget();
 }

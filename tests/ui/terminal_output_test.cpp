@@ -29,6 +29,8 @@ class TerminalOutputWithoutStore : public testing::Test {
   protected:
     TerminalOutputWithoutStore() {
         setenv("TERM", "xterm-256color", 1);
+        unsetenv("LINES");
+        unsetenv("COLUMNS");
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
@@ -250,6 +252,30 @@ TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
     renew_screen();
     EXPECT_EQ(getmaxy(stdscr), 24);
     EXPECT_EQ(getmaxx(stdscr), 80);
+}
+
+TEST_F(TerminalOutput, keeps_a_size_that_the_environment_prescribes) {
+    setenv("LINES", "24", 1);
+    keep_output_back();
+    pty.resize(34, 100);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 24);
+    EXPECT_EQ(getmaxx(stdscr), 100);
+    setenv("COLUMNS", "90", 1);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 24);
+    EXPECT_EQ(getmaxx(stdscr), 90);
+}
+
+TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescribes_none) {
+    keep_output_back();
+    int rows = 30;
+    for (const char* value : {"", "0", "-5", "many", "25x", "99999999999"}) {
+        setenv("LINES", value, 1);
+        pty.resize(++rows, 100);
+        renew_screen();
+        EXPECT_EQ(getmaxy(stdscr), rows) << value;
+    }
 }
 
 TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
