@@ -38,11 +38,16 @@ void connect_curses_to(int descriptor) {
     fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
 }
 
-// The limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
+void close_if_open(int& descriptor) {
+    if (descriptor != no_descriptor)
+        close(descriptor);
+    descriptor = no_descriptor;
+}
+
+// A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
 bool may_write_frames() {
-    constexpr rlim_t more_than_a_frame = 1 << 20;
     rlimit files{};
-    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur >= more_than_a_frame;
+    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
 }
 
 FILE* stream_for_curses() {
@@ -50,12 +55,13 @@ FILE* stream_for_curses() {
     store = keeps ? nameless_file() : no_descriptor;
     if (store == no_descriptor)
         return stdout;
-    const int copy = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    FILE* stream = copy != no_descriptor ? fdopen(copy, "w") : nullptr;
-    if (stream == nullptr)
-        return stdout;
-    curses_descriptor = copy;
-    return stream;
+    curses_descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    FILE* stream = curses_descriptor != no_descriptor ? fdopen(curses_descriptor, "w") : nullptr;
+    if (stream != nullptr)
+        return stream;
+    close_if_open(curses_descriptor);
+    close_if_open(store);
+    return stdout;
 }
 
 bool speaks_ecma_48() {

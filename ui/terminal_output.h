@@ -5,9 +5,9 @@
 /// whenever it moves the cursor, switches the keypad or hides the cursor, which is to be seen on a
 /// slow line.
 ///
-/// Only where standard output is a terminal and the system has nameless files, which may be as
-/// large as a frame (ulimit -f). Elsewhere curses writes by itself, and keep_output_back() and
-/// send_output() do nothing.
+/// Only where standard output is a terminal and the system has nameless files, which may be of any
+/// size (ulimit -f): a frame of a large terminal has megabytes. Elsewhere curses writes by itself,
+/// and keep_output_back() and send_output() do nothing.
 
 /// Starts curses on standard input and output as newterm(3X) does, for the terminal type in TERM.
 /// False if it can't use the terminal.

@@ -69,11 +69,11 @@ class TerminalOutputWithoutStore : public testing::Test {
         noecho();
     }
 
-    static void limitFiles(rlim_t size) {
-        rlimit files{};
-        getrlimit(RLIMIT_FSIZE, &files);
-        files.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &files);
+    static void limitResource(int resource, rlim_t most) {
+        rlimit limit{};
+        getrlimit(resource, &limit);
+        limit.rlim_cur = most;
+        setrlimit(resource, &limit);
     }
 
     void show() {
@@ -317,7 +317,8 @@ TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
 }
 
 TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
-    limitFiles(4096);
+    // Enough for most frames, not for all.
+    limitResource(RLIMIT_FSIZE, 16 << 20);
     open();
     keep_output_back();
     draw(0, "through");
@@ -333,6 +334,19 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
     EXPECT_EQ(pty.modes(), modes_before);
     news();
     EXPECT_FALSE(emulator.alternateScreen());
+}
+
+TEST_F(TerminalOutputWithoutStore, goes_through_where_descriptors_are_few) {
+    const Descriptor first_free(dup(STDOUT_FILENO));
+    const auto one_more = static_cast<rlim_t>(first_free.get()) + 2;
+    limitResource(RLIMIT_NOFILE, one_more);
+    open();
+    limitResource(RLIMIT_NOFILE, 1024);
+    keep_output_back();
+    draw(0, "through");
+    refresh();
+    news();
+    EXPECT_EQ(rowText(0), "through");
 }
 
 TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
