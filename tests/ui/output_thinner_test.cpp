@@ -77,7 +77,7 @@ TEST_F(Thinner, moves_the_cursor_without_attributes) {
     for (const std::string sequence :
          {"\x1b[H", "\x1b[5;7H", "\x1b[5;7f", "\x1b[3A", "\x1b[B",  "\x1b[C", "\x1b[2D",
           "\x1b[E", "\x1b[F",    "\x1b[9G",   "\x1b[9`", "\x1b[9d", "\x1b[a", "\x1b[e",
-          "\x1b[I", "\x1b[Z",    "\r",        "\b",      "\t",      "\a"})
+          "\x1b[I", "\x1b[Z",    "\r",        "\b",      "\t",      "\a",     "\x7f"})
         EXPECT_EQ(thin(white_on_blue + sequence), sequence);
     EXPECT_EQ(thin("a"), "\x1b[1;37;44ma");
 }
@@ -129,6 +129,13 @@ TEST_F(Thinner, says_a_mode_once) {
 TEST_F(Thinner, says_margins_insertion_and_window_operations_as_they_are) {
     const std::string said = "\x1b[4l\x1b[1;24r\x1b[22;0;0t\x1b[34h\x1b)0";
     EXPECT_EQ(thin(said + said), said + said);
+}
+
+TEST_F(Thinner, keeps_account_across_what_changes_no_attributes) {
+    thin(white_on_blue + "a");
+    for (const std::string sequence :
+         {"\x1b[4l", "\x1b[4h", "\x1b[1;24r", "\x1b[22;0;0t", "\x1b)0"})
+        EXPECT_EQ(thin(sequence + white_on_blue + "b"), sequence + "b");
 }
 
 TEST_F(Thinner, says_what_it_owes_before_a_sequence_that_it_does_not_know) {
