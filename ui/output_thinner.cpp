@@ -208,7 +208,6 @@ void OutputThinner::show(const TerminalLook& look) {
 }
 
 void OutputThinner::prepareForBlank() {
-    // Unknown attributes may show on a blank.
-    if (wanted.background != shown.background || !is_known(wanted) || !is_known(shown))
+    if (wanted.background != shown.background)
         prepareForText();
 }

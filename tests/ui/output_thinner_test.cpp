@@ -138,7 +138,7 @@ TEST_F(Thinner, keeps_account_across_what_changes_no_attributes) {
         EXPECT_EQ(thin(sequence + white_on_blue + "b"), sequence + "b");
 }
 
-TEST_F(Thinner, says_what_it_owes_before_a_sequence_that_it_does_not_know) {
+TEST_F(Thinner, says_all_before_and_behind_a_sequence_that_it_does_not_know) {
     for (const std::string sequence :
          {"\x1b[?1049h", "\x1b[?1;25h", "\x1b[!p",
           "\x1b"
@@ -150,6 +150,7 @@ TEST_F(Thinner, says_what_it_owes_before_a_sequence_that_it_does_not_know) {
           "\x1b]104\a", "\x1b[2 q", "\x1b[>4m", "\x1b[=K", "\x1b#8", "\x1b%G", "\x1b[6n"}) {
         thin(plain + "x");
         EXPECT_EQ(thin(white_on_blue + sequence), "\x1b[1;37;44m" + sequence);
+        EXPECT_EQ(thin(white_on_blue + "x"), "\x1b(B\x1b[;1;37;44mx");
     }
 }
 

@@ -9,7 +9,9 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <thread>
@@ -364,18 +366,59 @@ TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
     EXPECT_NE(arrived.find(other_screen), std::string::npos);
 }
 
-TEST_F(TerminalOutput, of_more_than_a_pipe_holds_gets_there) {
-    keep_output_back();
-    std::string all;
-    for (int frame = 0; frame < 200; ++frame) {
-        for (int row = 0; row < 24; ++row)
-            draw(row, std::string(79, static_cast<char>('a' + (frame + row) % 26)));
-        refresh();
+/// More is kept back than the terminal takes at once.
+class TerminalOutputInPlenty : public TerminalOutput {
+  protected:
+    TerminalOutputInPlenty() {
+        keep_output_back();
+        for (int frame = 0; frame < 200; ++frame) {
+            for (int row = 0; row < 24; ++row)
+                draw(row, letters(frame + row));
+            refresh();
+        }
     }
-    std::thread sender(send_output);
-    const std::string last(79, static_cast<char>('a' + (199 + 23) % 26));
-    wait_until([&] { return news().empty() && rowText(23) == last; }, "the last row is there");
-    sender.join();
+
+    static std::string letters(int number) {
+        return std::string(79, static_cast<char>('a' + number % 26));
+    }
+
+    /// Sends it, and reads it in pieces, doing something before each.
+    void expectArrivesThough(const std::function<void(std::thread&)>& disturb) {
+        std::thread sender(send_output);
+        wait_until(
+            [&] {
+                disturb(sender);
+                return news().empty() && rowText(23) == letters(199 + 23);
+            },
+            "the last row is there");
+        sender.join();
+    }
+};
+
+TEST_F(TerminalOutputInPlenty, gets_there) {
+    expectArrivesThough([](std::thread&) {});
+}
+
+TEST_F(TerminalOutputInPlenty, gets_there_though_the_terminal_makes_nobody_wait) {
+    fcntl(STDOUT_FILENO, F_SETFL, O_RDWR | O_NONBLOCK);
+    expectArrivesThough([](std::thread&) {});
+}
+
+TEST_F(TerminalOutputInPlenty, gets_there_though_signals_interrupt_it) {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &action, nullptr);
+    expectArrivesThough([](std::thread& sender) { pthread_kill(sender.native_handle(), SIGUSR1); });
+}
+
+TEST_F(TerminalOutputInPlenty, is_dropped_when_the_terminal_is_gone) {
+    const Descriptor terminal(dup(STDOUT_FILENO));
+    const Descriptor gone(::open("/dev/null", O_RDONLY));
+    dup2(gone.get(), STDOUT_FILENO);
+    send_output();
+    dup2(terminal.get(), STDOUT_FILENO);
+    send_output();
+    EXPECT_EQ(news(), "");
 }
 
 }  // namespace
