@@ -139,7 +139,7 @@ void OutputThinner::forget() {
 
 void OutputThinner::takeControl(char control) {
     if (control == shift_in || control == shift_out) {
-        wanted.shift = control;
+        wanted.shift = static_cast<unsigned char>(control);
         return;
     }
     // At the bottom they scroll, which leaves blanks.
@@ -155,7 +155,7 @@ void OutputThinner::takeSequence(const std::string& sequence) {
     } else if (is_rendition(sequence)) {
         takeRendition(sequence);
     } else if (sequence.size() == 3 && sequence[1] == '(') {
-        wanted.g0 = sequence[2];
+        wanted.g0 = static_cast<unsigned char>(sequence[2]);
     } else if (is_harmless(sequence)) {
         output += sequence;
     } else if (leaves_blanks(sequence)) {

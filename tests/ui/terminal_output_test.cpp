@@ -51,7 +51,7 @@ class TerminalOutputWithoutStore : public testing::Test {
 
     /// What has reached the terminal since the last call.
     std::string news() {
-        const std::string bytes = pty.read();
+        std::string bytes = pty.read();
         emulator.feed(bytes);
         all_bytes += bytes;
         return bytes;
