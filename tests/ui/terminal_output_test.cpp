@@ -171,6 +171,20 @@ TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
     EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
 }
 
+TEST_F(TerminalOutputWithoutStore, leaves_plain_text_where_no_other_screen_is_left) {
+    setenv("TERM", "vt220", 1);
+    open();
+    keep_output_back();
+    attron(A_BOLD);
+    draw(0, "bold");
+    show();
+    close_screen();
+    EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
+    news();
+    const Position where = emulator.image().find("plain").value();
+    EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+}
+
 TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     keep_output_back();
     show();
