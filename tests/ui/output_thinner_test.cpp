@@ -67,7 +67,8 @@ TEST_F(Thinner, tells_what_erases_and_scrolls_its_background_only) {
           "\x1b"
           "D",
           "\x1bM", "\n", "\v", "\f"}) {
-        thin(plain + "x" + white_on_blue);
+        thin(plain + "x");
+        thin(white_on_blue);
         EXPECT_EQ(thin(sequence), "\x1b[1;37;44m" + sequence);
         EXPECT_EQ(thin("\x1b[0;37;44m" + sequence), sequence);
     }

@@ -171,6 +171,20 @@ TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
     EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
 }
 
+TEST_F(TerminalOutputWithoutStore, leaves_plain_text_where_no_other_screen_is_left) {
+    setenv("TERM", "vt220", 1);
+    open();
+    keep_output_back();
+    attron(A_BOLD);
+    draw(0, "bold");
+    show();
+    close_screen();
+    EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
+    news();
+    const Position where = emulator.image().find("plain").value();
+    EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+}
+
 TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     keep_output_back();
     show();
@@ -378,8 +392,12 @@ class TerminalOutputInPlenty : public TerminalOutput {
         }
     }
 
+    /// No letter twice in a row, as curses would have the terminal repeat it.
     static std::string letters(int number) {
-        return std::string(79, static_cast<char>('a' + number % 26));
+        std::string text;
+        for (int col = 0; col < 79; ++col)
+            text += static_cast<char>('a' + (number + col) % 26);
+        return text;
     }
 
     /// Sends it, and reads it in pieces, doing something before each.
@@ -408,7 +426,13 @@ TEST_F(TerminalOutputInPlenty, gets_there_though_signals_interrupt_it) {
     struct sigaction action {};
     action.sa_handler = [](int) {};
     sigaction(SIGUSR1, &action, nullptr);
-    expectArrivesThough([](std::thread& sender) { pthread_kill(sender.native_handle(), SIGUSR1); });
+    expectArrivesThough([](std::thread& sender) {
+        // The first ends a write that has begun, one of the others finds nothing written.
+        for (int signals = 0; signals < 50; ++signals) {
+            pthread_kill(sender.native_handle(), SIGUSR1);
+            std::this_thread::yield();
+        }
+    });
 }
 
 TEST_F(TerminalOutputInPlenty, is_dropped_when_the_terminal_is_gone) {
