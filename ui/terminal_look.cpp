@@ -69,17 +69,17 @@ std::string rendition_change(const TerminalLook& shown, const TerminalLook& want
         take_parameter(from, 0);
         takes_all_back = true;
     }
-    const auto add = [&](int had, int parameter, const std::string& text) {
+    const auto add = [&](int had, int parameter) {
         if (had != parameter)
-            parameters += ";" + text;
+            parameters += ";" + std::to_string(parameter);
     };
-    add(from.bold, wanted.bold, "1");
-    add(from.foreground, wanted.foreground, std::to_string(wanted.foreground));
-    add(from.background, wanted.background, std::to_string(wanted.background));
+    add(from.bold, wanted.bold);
+    add(from.foreground, wanted.foreground);
+    add(from.background, wanted.background);
     // Some consoles go back to their plain font too when they take all back.
     if (takes_all_back && wanted.font == line_font)
         from.font = unknown_look;
-    add(from.font, wanted.font, std::to_string(wanted.font));
+    add(from.font, wanted.font);
     if (takes_all_back)
         return "\x1b[" + parameters + "m";
     return parameters.empty() ? "" : "\x1b[" + parameters.substr(1) + "m";
