@@ -9,9 +9,9 @@
 #include <regex>
 #include <system_error>
 
-#include "tests/e2e/apply_server.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/files.h"
+#include "tests/support/installed_server.h"
 #include "tests/support/process.h"
 
 namespace {
