@@ -4,8 +4,8 @@
 
 /// What start-up has found out about the host, for the screens and the summary to read.
 
-/// The interface table of interfaces() and its number of entries; null and 0 before start-up. Of the
-/// entries behind the last one only the empty one that ends the table is kept.
+/// The interface table of interfaces() and its number of entries; null and 0 before start-up. Of
+/// the entries behind the last one only the empty one that ends the table is kept.
 extern interf_addr* interface_table;
 extern int interface_count;
 
