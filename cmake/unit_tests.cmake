@@ -23,6 +23,8 @@ function(list_tests_after_build target)
   get_property(calls TARGET ${target} PROPERTY TEST_LISTS)
   if(NOT calls)
     set(calls 0)
+    # To read GoogleTest's header takes a third of the time of compiling a test.
+    target_precompile_headers(${target} REUSE_FROM test_support)
   endif()
   math(EXPR calls "${calls} + 1")
   set_property(TARGET ${target} PROPERTY TEST_LISTS ${calls})

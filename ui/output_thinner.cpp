@@ -121,12 +121,20 @@ std::string OutputThinner::thin(const std::string& said) {
             output += byte;
         }
     }
+    leaveLineDrawing();
     return std::exchange(output, {});
 }
 
 std::string OutputThinner::settle() {
-    prepareForText();
+    forget();
     return std::exchange(output, {});
+}
+
+void OutputThinner::forget() {
+    prepareForText();
+    wanted = unknown_terminal_look;
+    shown = unknown_terminal_look;
+    modes.clear();
 }
 
 void OutputThinner::takeControl(char control) {
@@ -178,20 +186,28 @@ void OutputThinner::takeMode(const std::string& mode, const std::string& sequenc
 
 // It may change anything, or save what there is now.
 void OutputThinner::takeOther(const std::string& sequence) {
-    prepareForText();
+    forget();
     output += sequence;
-    wanted = unknown_terminal_look;
-    shown = unknown_terminal_look;
-    modes.clear();
 }
 
 void OutputThinner::prepareForText() {
-    output += character_set_change(shown, wanted) + rendition_change(shown, wanted);
-    shown = wanted;
+    show(wanted);
+}
+
+void OutputThinner::leaveLineDrawing() {
+    TerminalLook letters = shown;
+    letters.font = wanted.font;
+    letters.g0 = wanted.g0;
+    letters.shift = wanted.shift;
+    show(letters);
+}
+
+void OutputThinner::show(const TerminalLook& look) {
+    output += character_set_change(shown, look) + rendition_change(shown, look);
+    shown = look;
 }
 
 void OutputThinner::prepareForBlank() {
-    // Unknown attributes may show on a blank.
-    if (wanted.background != shown.background || !is_known(wanted) || !is_known(shown))
+    if (wanted.background != shown.background)
         prepareForText();
 }

@@ -19,21 +19,34 @@ bool is_background(int parameter) {
     return is_between(parameter, 40, 47) || parameter == plain_background;
 }
 
+// Whether a parameter makes those behind it into a colour of its own: an extended foreground,
+// background or underline.
+bool begins_extended_colour(int parameter) {
+    return parameter == 38 || parameter == 48 || parameter == 58;
+}
+
+void forget_rendition(TerminalLook& look) {
+    look.bold = look.foreground = look.background = unknown_look;
+}
+
 void take_parameter(TerminalLook& look, int parameter) {
     if (parameter == 0) {
         look.bold = 0;
         look.foreground = plain_foreground;
         look.background = plain_background;
-    } else if (parameter == 1) {
-        look.bold = 1;
     } else if (parameter == plain_font || parameter == line_font) {
         look.font = parameter;
+    } else if (!is_known(look)) {
+        // What is not known lasts until all is taken back.
+        return;
+    } else if (parameter == 1) {
+        look.bold = 1;
     } else if (is_foreground(parameter)) {
         look.foreground = parameter;
     } else if (is_background(parameter)) {
         look.background = parameter;
     } else {
-        look.bold = look.foreground = look.background = unknown_look;
+        forget_rendition(look);
     }
 }
 
@@ -57,8 +70,13 @@ bool is_known(const TerminalLook& look) {
 }
 
 void take_rendition(TerminalLook& look, const std::vector<int>& parameters) {
-    for (const int parameter : parameters)
+    for (const int parameter : parameters) {
+        if (begins_extended_colour(parameter)) {
+            forget_rendition(look);
+            return;
+        }
         take_parameter(look, parameter);
+    }
 }
 
 std::string rendition_change(const TerminalLook& shown, const TerminalLook& wanted) {

@@ -22,7 +22,8 @@ constexpr TerminalLook unknown_terminal_look = {unknown_look, unknown_look, unkn
 bool is_known(const TerminalLook& look);
 
 /// Takes the parameters of "Select Graphic Rendition" (CSI ... m) into `look`, whose boldness and
-/// colours become unknown if a parameter asks for anything else than its fields can hold.
+/// colours become unknown if a parameter asks for anything else than its fields can hold, and stay
+/// so until 0 takes all back.
 void take_rendition(TerminalLook& look, const std::vector<int>& parameters);
 
 /// The shortest sequence that brings boldness, colours and font from `shown` to `wanted`; empty if

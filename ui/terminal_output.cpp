@@ -6,11 +6,15 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <term.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include "ui/output_thinner.h"
@@ -25,6 +29,7 @@ constexpr int no_descriptor = -1;
 int curses_descriptor = no_descriptor;
 int store = no_descriptor;
 bool keeps_back = false;
+bool thins = false;
 termios modes_of_curses;
 OutputThinner thinner;
 
@@ -33,11 +38,16 @@ void connect_curses_to(int descriptor) {
     fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
 }
 
-// The limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
+void close_if_open(int& descriptor) {
+    if (descriptor != no_descriptor)
+        close(descriptor);
+    descriptor = no_descriptor;
+}
+
+// A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
 bool may_write_frames() {
-    constexpr rlim_t more_than_a_frame = 1 << 20;
     rlimit files{};
-    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur >= more_than_a_frame;
+    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
 }
 
 FILE* stream_for_curses() {
@@ -45,12 +55,18 @@ FILE* stream_for_curses() {
     store = keeps ? nameless_file() : no_descriptor;
     if (store == no_descriptor)
         return stdout;
-    const int copy = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    FILE* stream = copy != no_descriptor ? fdopen(copy, "w") : nullptr;
-    if (stream == nullptr)
-        return stdout;
-    curses_descriptor = copy;
-    return stream;
+    curses_descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    FILE* stream = curses_descriptor != no_descriptor ? fdopen(curses_descriptor, "w") : nullptr;
+    if (stream != nullptr)
+        return stream;
+    close_if_open(curses_descriptor);
+    close_if_open(store);
+    return stdout;
+}
+
+bool speaks_ecma_48() {
+    const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
+    return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
 }
 
 // As curses does it: a terminal that is gone must not keep the wizard from ending.
@@ -68,6 +84,7 @@ void write_to_terminal(const std::string& text) {
     }
 }
 
+// What has been kept back, ready for the terminal.
 std::string take_from_store() {
     const off_t length = lseek(store, 0, SEEK_CUR);
     if (length <= 0)
@@ -76,15 +93,29 @@ std::string take_from_store() {
     const ssize_t count = pread(store, said.data(), said.size(), 0);
     lseek(store, 0, SEEK_SET);
     said.resize(count < 0 ? 0 : static_cast<size_t>(count));
-    return said;
+    return thins ? thinner.thin(said) : said;
+}
+
+// The lines or columns that the environment prescribes, whatever the terminal has told.
+int prescribed(const char* variable, int told) {
+    const char* text = std::getenv(variable);
+    if (text == nullptr)
+        return told;
+    char* end = nullptr;
+    const long value = std::strtol(text, &end, 10);
+    return *end == '\0' && value > 0 && value <= INT_MAX ? static_cast<int>(value) : told;
 }
 
 // What curses does by itself where its output is not kept back.
 void renew_terminal() {
     winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && is_term_resized(size.ws_row, size.ws_col))
-        resizeterm(size.ws_row, size.ws_col);
+    ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
+    const int rows = prescribed("LINES", size.ws_row);
+    const int cols = prescribed("COLUMNS", size.ws_col);
+    if (is_term_resized(rows, cols))
+        resizeterm(rows, cols);
     tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
+    thinner.forget();
 }
 
 }  // namespace
@@ -97,6 +128,7 @@ bool open_screen() {
         return false;
     }
     def_prog_mode();
+    thins = speaks_ecma_48();
     return true;
 }
 
@@ -110,7 +142,7 @@ void keep_output_back() {
 
 void send_output() {
     if (keeps_back)
-        write_to_terminal(thinner.thin(take_from_store()));
+        write_to_terminal(take_from_store());
 }
 
 void show_frame() {
@@ -121,8 +153,9 @@ void show_frame() {
 
 void close_screen() {
     if (keeps_back) {
-        write_to_terminal(thinner.thin(take_from_store()) + thinner.settle());
-        thinner = OutputThinner();
+        std::string last_words = take_from_store();
+        last_words += thinner.settle();
+        write_to_terminal(last_words);
         connect_curses_to(STDOUT_FILENO);
         keeps_back = false;
     }

@@ -1,12 +1,13 @@
 #pragma once
 
 /// How what curses says reaches the terminal: what it says for a frame is kept back, thinned
-/// (OutputThinner) and written at once. By itself curses writes whenever it moves the cursor,
-/// switches the keypad or hides the cursor, which is to be seen on a slow line.
+/// (OutputThinner, for terminals that speak ECMA-48) and written at once. By itself curses writes
+/// whenever it moves the cursor, switches the keypad or hides the cursor, which is to be seen on a
+/// slow line.
 ///
-/// Only where standard output is a terminal and the system has nameless files, which may be as
-/// large as a frame (ulimit -f). Elsewhere curses writes by itself, and keep_output_back() and
-/// send_output() do nothing.
+/// Only where standard output is a terminal and the system has nameless files, which may be of any
+/// size (ulimit -f): a frame of a large terminal has megabytes. Elsewhere curses writes by itself,
+/// and keep_output_back() and send_output() do nothing.
 
 /// Starts curses on standard input and output as newterm(3X) does, for the terminal type in TERM.
 /// False if it can't use the terminal.

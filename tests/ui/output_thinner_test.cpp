@@ -77,7 +77,7 @@ TEST_F(Thinner, moves_the_cursor_without_attributes) {
     for (const std::string sequence :
          {"\x1b[H", "\x1b[5;7H", "\x1b[5;7f", "\x1b[3A", "\x1b[B",  "\x1b[C", "\x1b[2D",
           "\x1b[E", "\x1b[F",    "\x1b[9G",   "\x1b[9`", "\x1b[9d", "\x1b[a", "\x1b[e",
-          "\x1b[I", "\x1b[Z",    "\r",        "\b",      "\t",      "\a"})
+          "\x1b[I", "\x1b[Z",    "\r",        "\b",      "\t",      "\a",     "\x7f"})
         EXPECT_EQ(thin(white_on_blue + sequence), sequence);
     EXPECT_EQ(thin("a"), "\x1b[1;37;44ma");
 }
@@ -88,19 +88,26 @@ TEST_F(Thinner, keeps_a_repetition_behind_its_character) {
 }
 
 TEST_F(Thinner, changes_the_character_set_for_what_is_no_blank) {
-    EXPECT_EQ(thin("\x1b(0\x1b(B\x1b(0lqk\x1b(B  \x1b(0x"), "\x1b(0lqk  x");
-    EXPECT_EQ(thin("\x1b(B"), "");
-    EXPECT_EQ(thin("a"), "\x1b(Ba");
+    EXPECT_EQ(thin("\x1b(0\x1b(B\x1b(0lqk\x1b(B  \x1b(0x\x1b(Ba"), "\x1b(0lqk  x\x1b(Ba");
+}
+
+TEST_F(Thinner, leaves_line_drawing_characters_in_the_end) {
+    EXPECT_EQ(thin("\x1b(0x\x1b(B"), "\x1b(0x\x1b(B");
+    thin("\x0f");
+    EXPECT_EQ(thin("\x0ex\x0f"), "\x0ex\x0f");
+    thin("\x1b[0;10m");
+    EXPECT_EQ(thin("\x1b[0;11;37mx\x1b[0;10m"), "\x1b[37;11mx\x1b[10m");
+    EXPECT_EQ(thin("a"), "\x1b[ma");
 }
 
 TEST_F(Thinner, shifts_between_character_sets) {
     EXPECT_EQ(thin("\x0f"
                    "a\x0e\x0f\x0eq\x0f"),
               "\x0f"
-              "a\x0eq");
+              "a\x0eq\x0f");
     EXPECT_EQ(thin("\x0e  q\x0f"
                    "a"),
-              "  q\x0f"
+              "  \x0eq\x0f"
               "a");
 }
 
@@ -124,7 +131,14 @@ TEST_F(Thinner, says_margins_insertion_and_window_operations_as_they_are) {
     EXPECT_EQ(thin(said + said), said + said);
 }
 
-TEST_F(Thinner, says_what_it_owes_before_a_sequence_that_it_does_not_know) {
+TEST_F(Thinner, keeps_account_across_what_changes_no_attributes) {
+    thin(white_on_blue + "a");
+    for (const std::string sequence :
+         {"\x1b[4l", "\x1b[4h", "\x1b[1;24r", "\x1b[22;0;0t", "\x1b)0"})
+        EXPECT_EQ(thin(sequence + white_on_blue + "b"), sequence + "b");
+}
+
+TEST_F(Thinner, says_all_before_and_behind_a_sequence_that_it_does_not_know) {
     for (const std::string sequence :
          {"\x1b[?1049h", "\x1b[?1;25h", "\x1b[!p",
           "\x1b"
@@ -136,6 +150,7 @@ TEST_F(Thinner, says_what_it_owes_before_a_sequence_that_it_does_not_know) {
           "\x1b]104\a", "\x1b[2 q", "\x1b[>4m", "\x1b[=K", "\x1b#8", "\x1b%G", "\x1b[6n"}) {
         thin(plain + "x");
         EXPECT_EQ(thin(white_on_blue + sequence), "\x1b[1;37;44m" + sequence);
+        EXPECT_EQ(thin(white_on_blue + "x"), "\x1b(B\x1b[;1;37;44mx");
     }
 }
 
@@ -181,9 +196,21 @@ TEST_F(Thinner, lets_a_sequence_through_that_has_no_end) {
 
 TEST_F(Thinner, settles_what_it_owes) {
     EXPECT_EQ(thinner.settle(), "");
-    thin(white_on_blue + "a" + plain + "\x1b(0");
-    EXPECT_EQ(thinner.settle(), "\x1b(0\x1b[m");
+    thin(white_on_blue + "a" + plain);
+    EXPECT_EQ(thinner.settle(), "\x1b[m");
     EXPECT_EQ(thinner.settle(), "");
+}
+
+TEST_F(Thinner, takes_nothing_for_granted_once_it_has_settled) {
+    thin(plain + "a\x1b[?25l");
+    thinner.settle();
+    EXPECT_EQ(thin(plain + "a\x1b[?25l"), plain + "a\x1b[?25l");
+}
+
+TEST_F(Thinner, says_what_it_owes_after_it_has_forgotten_what_it_knew) {
+    thin(white_on_blue + "a\x1b[?25l" + plain);
+    thinner.forget();
+    EXPECT_EQ(thin("\x1b[?25lb"), "\x1b[m\x1b[?25lb");
 }
 
 }  // namespace

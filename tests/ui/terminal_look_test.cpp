@@ -20,9 +20,20 @@ std::string change(const std::vector<int>& from, const std::vector<int>& to) {
 TEST(TerminalLook, is_known_once_all_has_been_taken_back) {
     EXPECT_FALSE(is_known(look_after({1, 37})));
     EXPECT_TRUE(is_known(look_after({0})));
-    EXPECT_TRUE(is_known(look_after({1, 37, 44})));
+    EXPECT_FALSE(is_known(look_after({1, 37, 44})));
     EXPECT_FALSE(is_known(look_after({0, 4})));
     EXPECT_TRUE(is_known(look_after({4, 0, 1})));
+}
+
+TEST(TerminalLook, stays_unknown_when_more_is_asked_for_than_it_holds) {
+    EXPECT_FALSE(is_known(look_after({0, 7, 1, 37, 44})));
+}
+
+TEST(TerminalLook, does_not_take_the_numbers_of_extended_colours_for_others) {
+    for (const int colour : {38, 48, 58}) {
+        EXPECT_FALSE(is_known(look_after({0, colour, 5, 0})));
+        EXPECT_FALSE(is_known(look_after({0, colour, 2, 0, 1, 30})));
+    }
 }
 
 TEST(TerminalLook, holds_what_was_asked_for_last) {
@@ -31,6 +42,15 @@ TEST(TerminalLook, holds_what_was_asked_for_last) {
     EXPECT_EQ(look.foreground, 37);
     EXPECT_EQ(look.background, 44);
     EXPECT_EQ(look.font, 11);
+}
+
+TEST(TerminalLook, holds_eight_colours_and_the_terminals_own) {
+    for (const int colour : {0, 1, 2, 3, 4, 5, 6, 7, 9}) {
+        EXPECT_EQ(look_after({0, 30 + colour}).foreground, 30 + colour);
+        EXPECT_EQ(look_after({0, 40 + colour}).background, 40 + colour);
+    }
+    for (const int parameter : {29, 38, 48, 50, 90, 100})
+        EXPECT_FALSE(is_known(look_after({0, parameter}))) << parameter;
 }
 
 TEST(TerminalLook, keeps_its_font_when_the_rest_is_taken_back) {
@@ -57,6 +77,7 @@ TEST(RenditionChange, takes_all_back_for_what_is_gone) {
 
 TEST(RenditionChange, takes_all_back_where_nothing_is_known) {
     EXPECT_EQ(change({}, {0, 1}), "\x1b[;1m");
+    EXPECT_EQ(change({}, {0, 1, 37, 44}), "\x1b[;1;37;44m");
     EXPECT_EQ(change({0, 7}, {0}), "\x1b[m");
 }
 

@@ -9,7 +9,9 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 #include <string>
 #include <thread>
@@ -29,6 +31,8 @@ class TerminalOutputWithoutStore : public testing::Test {
   protected:
     TerminalOutputWithoutStore() {
         setenv("TERM", "xterm-256color", 1);
+        unsetenv("LINES");
+        unsetenv("COLUMNS");
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
@@ -47,7 +51,7 @@ class TerminalOutputWithoutStore : public testing::Test {
 
     /// What has reached the terminal since the last call.
     std::string news() {
-        const std::string bytes = pty.read();
+        std::string bytes = pty.read();
         emulator.feed(bytes);
         all_bytes += bytes;
         return bytes;
@@ -67,11 +71,11 @@ class TerminalOutputWithoutStore : public testing::Test {
         noecho();
     }
 
-    static void limitFiles(rlim_t size) {
-        rlimit files{};
-        getrlimit(RLIMIT_FSIZE, &files);
-        files.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &files);
+    static void limitResource(int resource, rlim_t most) {
+        rlimit limit{};
+        getrlimit(resource, &limit);
+        limit.rlim_cur = most;
+        setrlimit(resource, &limit);
     }
 
     void show() {
@@ -252,6 +256,60 @@ TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
     EXPECT_EQ(getmaxx(stdscr), 80);
 }
 
+TEST_F(TerminalOutput, keeps_a_size_that_the_environment_prescribes) {
+    setenv("LINES", "24", 1);
+    keep_output_back();
+    pty.resize(34, 100);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 24);
+    EXPECT_EQ(getmaxx(stdscr), 100);
+    setenv("COLUMNS", "90", 1);
+    renew_screen();
+    EXPECT_EQ(getmaxy(stdscr), 24);
+    EXPECT_EQ(getmaxx(stdscr), 90);
+}
+
+TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescribes_none) {
+    keep_output_back();
+    int rows = 30;
+    for (const char* value : {"", "0", "-5", "many", "25x", "99999999999"}) {
+        setenv("LINES", value, 1);
+        pty.resize(++rows, 100);
+        renew_screen();
+        EXPECT_EQ(getmaxy(stdscr), rows) << value;
+    }
+}
+
+TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
+    // A kind without another screen, whose sequence would tell.
+    setenv("TERM", "vt220", 1);
+    open();
+    keep_output_back();
+    attron(A_BOLD);
+    draw(0, "bold");
+    show();
+    EXPECT_EQ(write(STDOUT_FILENO, "\x1b[m", 3), 3);
+    renew_screen();
+    draw(0, "bold");
+    show();
+    news();
+    EXPECT_EQ(rowText(0), "bold");
+    EXPECT_TRUE(emulator.image().cell(0, 0).bold);
+}
+
+TEST_F(TerminalOutputWithoutStore, is_all_said_to_a_terminal_that_does_not_speak_ecma_48) {
+    setenv("TERM", "vt52", 1);
+    open();
+    keep_output_back();
+    show();
+    news();
+    keypad(stdscr, TRUE);
+    keypad(stdscr, TRUE);
+    EXPECT_EQ(news(), "");
+    send_output();
+    EXPECT_EQ(news(), "\x1b=\x1b=");
+}
+
 TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
     keep_output_back();
     show();
@@ -261,7 +319,8 @@ TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
 }
 
 TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
-    limitFiles(4096);
+    // Enough for most frames, not for all.
+    limitResource(RLIMIT_FSIZE, 16 << 20);
     open();
     keep_output_back();
     draw(0, "through");
@@ -279,6 +338,19 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
     EXPECT_FALSE(emulator.alternateScreen());
 }
 
+TEST_F(TerminalOutputWithoutStore, goes_through_where_descriptors_are_few) {
+    const Descriptor first_free(dup(STDOUT_FILENO));
+    const auto one_more = static_cast<rlim_t>(first_free.get()) + 2;
+    limitResource(RLIMIT_NOFILE, one_more);
+    open();
+    limitResource(RLIMIT_NOFILE, 1024);
+    keep_output_back();
+    draw(0, "through");
+    refresh();
+    news();
+    EXPECT_EQ(rowText(0), "through");
+}
+
 TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
     Pipe pipe = make_pipe();
     dup2(pipe.write_end.get(), STDOUT_FILENO);
@@ -294,18 +366,59 @@ TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
     EXPECT_NE(arrived.find(other_screen), std::string::npos);
 }
 
-TEST_F(TerminalOutput, of_more_than_a_pipe_holds_gets_there) {
-    keep_output_back();
-    std::string all;
-    for (int frame = 0; frame < 200; ++frame) {
-        for (int row = 0; row < 24; ++row)
-            draw(row, std::string(79, static_cast<char>('a' + (frame + row) % 26)));
-        refresh();
+/// More is kept back than the terminal takes at once.
+class TerminalOutputInPlenty : public TerminalOutput {
+  protected:
+    TerminalOutputInPlenty() {
+        keep_output_back();
+        for (int frame = 0; frame < 200; ++frame) {
+            for (int row = 0; row < 24; ++row)
+                draw(row, letters(frame + row));
+            refresh();
+        }
     }
-    std::thread sender(send_output);
-    const std::string last(79, static_cast<char>('a' + (199 + 23) % 26));
-    wait_until([&] { return news().empty() && rowText(23) == last; }, "the last row is there");
-    sender.join();
+
+    static std::string letters(int number) {
+        return std::string(79, static_cast<char>('a' + number % 26));
+    }
+
+    /// Sends it, and reads it in pieces, doing something before each.
+    void expectArrivesThough(const std::function<void(std::thread&)>& disturb) {
+        std::thread sender(send_output);
+        wait_until(
+            [&] {
+                disturb(sender);
+                return news().empty() && rowText(23) == letters(199 + 23);
+            },
+            "the last row is there");
+        sender.join();
+    }
+};
+
+TEST_F(TerminalOutputInPlenty, gets_there) {
+    expectArrivesThough([](std::thread&) {});
+}
+
+TEST_F(TerminalOutputInPlenty, gets_there_though_the_terminal_makes_nobody_wait) {
+    fcntl(STDOUT_FILENO, F_SETFL, O_RDWR | O_NONBLOCK);
+    expectArrivesThough([](std::thread&) {});
+}
+
+TEST_F(TerminalOutputInPlenty, gets_there_though_signals_interrupt_it) {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &action, nullptr);
+    expectArrivesThough([](std::thread& sender) { pthread_kill(sender.native_handle(), SIGUSR1); });
+}
+
+TEST_F(TerminalOutputInPlenty, is_dropped_when_the_terminal_is_gone) {
+    const Descriptor terminal(dup(STDOUT_FILENO));
+    const Descriptor gone(::open("/dev/null", O_RDONLY));
+    dup2(gone.get(), STDOUT_FILENO);
+    send_output();
+    dup2(terminal.get(), STDOUT_FILENO);
+    send_output();
+    EXPECT_EQ(news(), "");
 }
 
 }  // namespace

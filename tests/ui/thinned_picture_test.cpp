@@ -18,6 +18,10 @@ namespace {
 constexpr int rows = 24;
 constexpr int cols = 80;
 
+const auto terminal_types =
+    testing::Values("xterm-256color", "xterm", "linux", "screen-256color", "tmux-256color", "vt220",
+                    "putty", "rxvt", "rxvt-unicode-256color");
+
 /// Two terminals of a kind, one of which hears everything and the other what a thinner leaves.
 class ThinnedPicture : public testing::TestWithParam<const char*> {
   protected:
@@ -47,10 +51,7 @@ std::string name_of(const testing::TestParamInfo<const char*>& info) {
     return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedPicture,
-                         testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
-                                         "tmux-256color", "vt220", "putty", "rxvt"),
-                         name_of);
+INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedPicture, terminal_types, name_of);
 
 // Sequences in any order, also such as curses would never say.
 TEST_P(ThinnedPicture, is_the_same_whatever_is_said) {
@@ -168,10 +169,7 @@ class ThinnedCurses : public ThinnedPicture {
     size_t said = 0;
 };
 
-INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedCurses,
-                         testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
-                                         "tmux-256color", "vt220", "putty", "rxvt"),
-                         name_of);
+INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedCurses, terminal_types, name_of);
 
 TEST_P(ThinnedCurses, is_the_same_whatever_is_drawn) {
     for (int frame = 0; frame < 300; ++frame) {
