@@ -22,21 +22,24 @@ compressed(docs/teluma-wizard.8 teluma-wizard.8)
 string(REGEX REPLACE "^/" "" overridden_prefix ${CMAKE_INSTALL_PREFIX})
 configure_file(${packaging}/lintian-overrides.in ${made}/overrides/teluma-wizard @ONLY)
 
-file(MAKE_DIRECTORY ${made}/sbin ${made}/man8)
-file(CREATE_LINK ${CMAKE_INSTALL_PREFIX}/bin/teluma-wizard ${made}/sbin/teluma-wizard SYMBOLIC)
-file(CREATE_LINK ${CMAKE_INSTALL_PREFIX}/share/man/man8/teluma-wizard.8.gz
-     ${made}/man8/teluma-wizard.8.gz SYMBOLIC)
-
-foreach(placed "${made}/teluma-wizard.8.gz;share/man/man8"
-               "${made}/man8/teluma-wizard.8.gz;/usr/share/man/man8"
-               "${made}/sbin/teluma-wizard;/usr/sbin"
-               "${made}/changelog.gz;/usr/share/doc/teluma-wizard"
-               "${packaging}/copyright;/usr/share/doc/teluma-wizard"
-               "${made}/overrides/teluma-wizard;/usr/share/lintian/overrides")
-  list(GET placed 0 file)
-  list(GET placed 1 directory)
+# placed(FILE DIRECTORY): the package has FILE in DIRECTORY.
+function(placed file directory)
   install(FILES ${file} DESTINATION ${directory} COMPONENT debian EXCLUDE_FROM_ALL)
-endforeach()
+endfunction()
+placed(${made}/teluma-wizard.8.gz share/man/man8)
+placed(${made}/changelog.gz /usr/share/doc/teluma-wizard)
+placed(${packaging}/copyright /usr/share/doc/teluma-wizard)
+
+# Below /usr itself everything is found, and the link to the man page would replace the page.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  file(MAKE_DIRECTORY ${made}/sbin ${made}/man8)
+  file(CREATE_LINK ${CMAKE_INSTALL_PREFIX}/bin/teluma-wizard ${made}/sbin/teluma-wizard SYMBOLIC)
+  file(CREATE_LINK ${CMAKE_INSTALL_PREFIX}/share/man/man8/teluma-wizard.8.gz
+       ${made}/man8/teluma-wizard.8.gz SYMBOLIC)
+  placed(${made}/sbin/teluma-wizard /usr/sbin)
+  placed(${made}/man8/teluma-wizard.8.gz /usr/share/man/man8)
+  placed(${made}/overrides/teluma-wizard /usr/share/lintian/overrides)
+endif()
 
 # Directories are made with the umask of whoever makes the package, which may keep others out.
 install(CODE [[

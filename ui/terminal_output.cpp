@@ -103,7 +103,8 @@ int prescribed(const char* variable, int told) {
         return told;
     char* end = nullptr;
     const long value = std::strtol(text, &end, 10);
-    return *end == '\0' && value > 0 && value <= INT_MAX ? static_cast<int>(value) : told;
+    // Where a long is no longer than an int, what doesn't fit becomes the greatest of both.
+    return *end == '\0' && value > 0 && value < INT_MAX ? static_cast<int>(value) : told;
 }
 
 // What curses does by itself where its output is not kept back.

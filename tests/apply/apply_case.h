@@ -4,14 +4,14 @@
 #include <vector>
 
 #include "tests/apply/curses_screen.h"
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/support/screen_image.h"
 #include "wizard/wizard_settings.h"
 
 /// The apply sequence with a real screen and a real server: the last screen has just been left with
 /// the answers of a user who keeps every default, except that no network may relay and sendmail
 /// stays as it is. The interfaces are "all", lo, eth0 (192.168.7.2) and eth1 (10.20.0.5).
-class ApplyCase : public SandboxedServerCase {
+class ApplyCase : public InstalledServerCase {
   protected:
     ApplyCase();
     ~ApplyCase() override;

@@ -252,13 +252,13 @@ class ApplyLoginFailure : public ApplyCase {
 TEST_F(ApplyLoginFailure, ends_the_program_with_status_1_and_stops_the_server) {
     server.faults("password * refuse\n");
     expectLoginFailure();
-    const pid_t process = server.process();
+    const pid_t process = server.lastStarted();
     EXPECT_NE(process, 0);
     wait_until([=] { return !process_running(process); }, "the server has ended");
 }
 
 TEST_F(ApplyLoginFailure, is_what_shows_that_the_server_could_not_be_restarted) {
-    write_file(SandboxedServer::pid_file, "-1\n");
+    write_file(InstalledServer::pid_file, "-1\n");
     expectLoginFailure();
     EXPECT_EQ(server.commands(), Lines{});
 }

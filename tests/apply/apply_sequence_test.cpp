@@ -61,9 +61,9 @@ TEST_F(ApplySequence, shows_a_line_for_every_step_and_none_for_what_was_not_chos
 TEST_F(ApplySequence, ends_the_wizard_and_stops_the_server) {
     apply();
     EXPECT_EQ(screen_state, state_end);
-    const pid_t process = server.process();
+    const pid_t process = server.lastStarted();
     wait_until([=] { return !process_running(process); }, "the server has ended");
-    EXPECT_FALSE(exists(SandboxedServer::pid_file));
+    EXPECT_FALSE(exists(InstalledServer::pid_file));
     update_panels();
     doupdate();
     EXPECT_EQ(boxed_text(screen.terminal.terminalImage()), "");
@@ -209,7 +209,7 @@ TEST_F(ApplyRelay, the_ticked_networks_are_collected_in_the_order_of_the_list) {
     wizard_settings.relay_ticks[2] = 1;
     apply();
     EXPECT_EQ(selected(), (std::vector<int>{0, 2}));
-    const std::string script = read_file(SandboxedServer::filters);
+    const std::string script = read_file(InstalledServer::filters);
     EXPECT_NE(script.find("if (anyof( iprange (remoteSmtpIp, \"10.0.0.0/255.0.0.0\"), iprange "
                           "(remoteSmtpIp, \"127.0.0.0/255.0.0.0\"))) {"),
               std::string::npos);

@@ -8,13 +8,13 @@
 #include "apply/cli_sequences.h"
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/support/case_name.h"
 #include "wizard/heap_text.h"
 
 namespace {
 
-class CliServer : public SandboxedServerCase {
+class CliServer : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
 
@@ -141,7 +141,7 @@ TEST_F(CliServer, all_three_aliases) {
 
 TEST_F(CliServer, the_path_of_the_filters_script) {
     const HeapText path(cli_get_filters_file());
-    EXPECT_STREQ(path.get(), SandboxedServer::filters);
+    EXPECT_STREQ(path.get(), InstalledServer::filters);
     EXPECT_EQ(received(), (Lines{"config server", "show attr smtpfiltersfile", "back"}));
 }
 
@@ -178,7 +178,7 @@ TEST_F(CliServer, a_list_of_listeners_that_is_cut_off_fails_and_nothing_more_is_
     EXPECT_EQ(received().back(), "list listeners");
 }
 
-class CliServerLogin : public SandboxedServerCase {
+class CliServerLogin : public InstalledServerCase {
   protected:
     // Logs in at a server that has this fault.
     int logInWith(const std::string& fault) {

@@ -7,13 +7,13 @@
 #include "apply/original_copy.h"
 #include "apply/server_config.h"
 #include "apply/working_copy.h"
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/apply/small_directory.h"
 #include "tests/support/files.h"
 
 namespace {
 
-class FullDisk : public SandboxedServerCase {
+class FullDisk : public InstalledServerCase {
   protected:
     FullDisk() { go_to_small_directory(); }
 };
@@ -29,19 +29,19 @@ TEST_F(FullDisk, a_working_copy_that_could_not_be_written_whole_is_not_installed
 }
 
 TEST_F(FullDisk, the_configuration_stays_as_it_was) {
-    std::string config = read_file(SandboxedServer::config);
+    std::string config = read_file(InstalledServer::config);
     while (config.size() < 5000)
         config += "# padding\n";
-    write_file(SandboxedServer::config, config);
-    EXPECT_EQ(config_prepare(SandboxedServer::config), 1);
-    EXPECT_EQ(read_file(SandboxedServer::config), config);
+    write_file(InstalledServer::config, config);
+    EXPECT_EQ(config_prepare(InstalledServer::config), 1);
+    EXPECT_EQ(read_file(InstalledServer::config), config);
     EXPECT_FALSE(exists("temp.cfg"));
 }
 
 TEST_F(FullDisk, a_configuration_that_fits_is_prepared) {
-    const std::string before = read_file(SandboxedServer::config);
-    EXPECT_EQ(config_prepare(SandboxedServer::config), 0);
-    EXPECT_EQ(read_file(SandboxedServer::config).size(), before.size() + 5);
+    const std::string before = read_file(InstalledServer::config);
+    EXPECT_EQ(config_prepare(InstalledServer::config), 0);
+    EXPECT_EQ(read_file(InstalledServer::config).size(), before.size() + 5);
 }
 
 TEST_F(FullDisk, a_file_whose_original_finds_no_room_beside_it_is_not_touched) {

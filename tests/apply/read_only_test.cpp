@@ -7,13 +7,13 @@
 
 #include "apply/server_config.h"
 #include "apply/server_process.h"
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 
 namespace {
 
-class ReadOnlyFiles : public SandboxedServerCase {
+class ReadOnlyFiles : public InstalledServerCase {
   protected:
     static void makeReadOnly() {
         checked(mount(nullptr, "/var/opt", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), "mount");
@@ -21,7 +21,7 @@ class ReadOnlyFiles : public SandboxedServerCase {
 };
 
 TEST_F(ReadOnlyFiles, a_pid_file_counts_as_missing) {
-    write_file(SandboxedServer::pid_file, "4711\n");
+    write_file(InstalledServer::pid_file, "4711\n");
     makeReadOnly();
     EXPECT_EQ(server_read_pid(), 1);
     EXPECT_EQ(server_pid, 0);
@@ -29,7 +29,7 @@ TEST_F(ReadOnlyFiles, a_pid_file_counts_as_missing) {
 
 TEST_F(ReadOnlyFiles, a_configuration_cannot_be_prepared) {
     makeReadOnly();
-    EXPECT_EQ(config_prepare(SandboxedServer::config), 1);
+    EXPECT_EQ(config_prepare(InstalledServer::config), 1);
     EXPECT_STREQ(cli_host, "");
     EXPECT_FALSE(exists("temp.cfg"));
 }

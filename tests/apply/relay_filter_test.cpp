@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/apply/small_directory.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char* script = SandboxedServer::filters;
+constexpr const char* script = InstalledServer::filters;
 
 // What is written behind each line of an EHLO event.
 const std::string call =
@@ -32,7 +32,7 @@ const std::string second_term = " iprange (remoteSmtpIp, \"192.168.7.0/255.255.2
 const std::string third_term = " iprange (remoteSmtpIp, \"10.0.0.0/255.0.0.0\")";
 
 // The host's networks are 127.0.0.0, 192.168.7.0 and 10.0.0.0, in this order.
-class RelayFilter : public SandboxedServerCase {
+class RelayFilter : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
 
@@ -213,7 +213,7 @@ TEST_F(RelayFilter, fails_when_the_connection_ends) {
 }
 
 // In a sandbox with as many networks as the host's list of interfaces can have.
-class RelayFilterForMany : public SandboxedServerCase {};
+class RelayFilterForMany : public InstalledServerCase {};
 
 TEST_F(RelayFilterForMany, every_network_has_its_term) {
     logIn();
@@ -232,12 +232,12 @@ TEST_F(RelayFilterForMany, every_network_has_its_term) {
 }
 
 // The server's configuration names a script of another name.
-class RelayFilterElsewhere : public SandboxedServerCase {
+class RelayFilterElsewhere : public InstalledServerCase {
   protected:
     void nameScript(const std::string& path) {
-        std::string config = read_file(SandboxedServer::config);
+        std::string config = read_file(InstalledServer::config);
         config.replace(config.find(script), std::string(script).size(), path);
-        write_file(SandboxedServer::config, config);
+        write_file(InstalledServer::config, config);
         logIn();
     }
 };

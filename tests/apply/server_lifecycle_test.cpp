@@ -8,7 +8,7 @@
 #include "apply/cli_session.h"
 #include "apply/server_config.h"
 #include "apply/server_process.h"
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
@@ -16,18 +16,18 @@
 
 namespace {
 
-class ServerLifecycle : public SandboxedServerCase {
+class ServerLifecycle : public InstalledServerCase {
   protected:
     static int restart() { return server_restart_with_password(password); }
 
     static std::string storedId() {
-        return exists(SandboxedServer::pid_file) ? read_file(SandboxedServer::pid_file) : "none";
+        return exists(InstalledServer::pid_file) ? read_file(InstalledServer::pid_file) : "none";
     }
 
     // A server is running, and a restart is about to stop it.
     pid_t startedBefore() {
         server.start();
-        return server.process();
+        return server.lastStarted();
     }
 
     // A server takes its pid file away a little before it is gone itself.
@@ -41,7 +41,7 @@ TEST_F(ServerLifecycle, a_server_that_is_not_running_is_started_with_the_passwor
     EXPECT_EQ(restart(), 0);
     EXPECT_EQ(server.password(), password);
     EXPECT_GT(server_pid, 1);
-    EXPECT_EQ(server_pid, server.process());
+    EXPECT_EQ(server_pid, server.lastStarted());
     EXPECT_EQ(storedId(), std::to_string(server_pid) + "\n");
     EXPECT_TRUE(process_running(server_pid));
 }
@@ -56,15 +56,15 @@ TEST_F(ServerLifecycle, a_running_server_is_replaced_by_another_process) {
 }
 
 TEST_F(ServerLifecycle, the_configuration_gets_cli_and_nothing_else_changes) {
-    std::string expected = read_file(SandboxedServer::config);
+    std::string expected = read_file(InstalledServer::config);
     const std::string list = "smtpOutgoing processing webadmin )";
     const size_t place = expected.find(list);
     ASSERT_NE(place, std::string::npos);
     expected.insert(place + list.size() - 1, " cli ");
-    const FileFacts before = file_facts(SandboxedServer::config);
+    const FileFacts before = file_facts(InstalledServer::config);
     EXPECT_EQ(restart(), 0);
-    EXPECT_EQ(read_file(SandboxedServer::config), expected);
-    const FileFacts after = file_facts(SandboxedServer::config);
+    EXPECT_EQ(read_file(InstalledServer::config), expected);
+    const FileFacts after = file_facts(InstalledServer::config);
     EXPECT_EQ(after.mode, before.mode);
     EXPECT_EQ(after.owner, before.owner);
     EXPECT_STREQ(cli_host, "127.0.0.1");
@@ -76,7 +76,7 @@ TEST_F(ServerLifecycle, a_pid_file_that_stays_for_a_while_is_waited_for) {
     server.faults("stop 1 stays 0.3\n");
     startedBefore();
     EXPECT_EQ(restart(), 0);
-    EXPECT_EQ(server_pid, server.process());
+    EXPECT_EQ(server_pid, server.lastStarted());
 }
 
 TEST_F(ServerLifecycle, waits_on_while_the_pid_file_stays_for_ever) {
@@ -84,7 +84,7 @@ TEST_F(ServerLifecycle, waits_on_while_the_pid_file_stays_for_ever) {
     startedBefore();
     waits.inSleep = [&] {
         if (waits.sleeps.size() == 50)
-            unlink(SandboxedServer::pid_file);
+            unlink(InstalledServer::pid_file);
     };
     EXPECT_EQ(restart(), 0);
     EXPECT_EQ(waits.sleeps.size(), 50u);
@@ -101,7 +101,7 @@ TEST_F(ServerLifecycle, a_stale_pid_file_of_a_crashed_server_fails) {
 
 TEST_F(ServerLifecycle, a_negative_number_in_the_pid_file_fails_and_signals_nobody) {
     const pid_t before = startedBefore();
-    write_file(SandboxedServer::pid_file, "-" + std::to_string(before) + "\n");
+    write_file(InstalledServer::pid_file, "-" + std::to_string(before) + "\n");
     EXPECT_EQ(restart(), 1);
     EXPECT_TRUE(process_running(before));
     EXPECT_EQ(server.commands(), Lines{});
@@ -113,11 +113,11 @@ TEST_F(ServerLifecycle, a_pid_file_that_comes_late_is_found_by_the_login) {
     EXPECT_EQ(server_pid, 0);
     waits.inSleep = [&] {
         if (waits.sleeps.size() == 2)
-            wait_until([] { return exists(SandboxedServer::pid_file); }, "the pid file is there");
+            wait_until([] { return exists(InstalledServer::pid_file); }, "the pid file is there");
     };
     EXPECT_EQ(cli_login(), 0);
     EXPECT_EQ(waits.sleeps, (std::vector<int>{1, 1, 2}));
-    EXPECT_EQ(server_pid, server.process());
+    EXPECT_EQ(server_pid, server.lastStarted());
 }
 
 TEST_F(ServerLifecycle, a_pid_file_that_never_comes_fails_the_login_though_the_server_answers) {
@@ -148,10 +148,10 @@ TEST_F(ServerLifecycle, stopping_ends_the_server_which_removes_its_pid_file) {
     EXPECT_EQ(restart(), 0);
     EXPECT_EQ(server_stop(), 0);
     wait_until([] { return !process_running(server_pid); }, "the server has ended");
-    EXPECT_FALSE(exists(SandboxedServer::pid_file));
+    EXPECT_FALSE(exists(InstalledServer::pid_file));
 }
 
-class ServerPassword : public SandboxedServerCase {
+class ServerPassword : public InstalledServerCase {
   protected:
     // Expects that the server has exactly this password, and takes it.
     void expectPassword(const std::string& text) {

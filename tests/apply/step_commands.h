@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/apply/sandboxed_server.h"
+#include "tests/support/installed_server.h"
 
 /// The commands that the steps of the apply sequence send for the answers of ApplyCase, as the
 /// server logs them.

@@ -7,10 +7,10 @@
 #include "tests/e2e/apply_screen.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/silent_port.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
+#include "tests/support/silent_port.h"
 #include "tests/support/wait_until.h"
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_server.h"
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/installed_server.h"
 
 /// A host on which the server has been installed and the wizard was started. For sandboxed tests.
 class ApplyTest : public testing::Test {

@@ -6,9 +6,9 @@
 
 #include "tests/e2e/answers.h"
 #include "tests/e2e/apply_decoy.h"
-#include "tests/e2e/apply_server.h"
-#include "tests/e2e/silent_port.h"
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/installed_server.h"
+#include "tests/support/silent_port.h"
 
 /// What the wizard can be waiting for while it applies the answers.
 enum class ApplyWait {

@@ -9,21 +9,25 @@
 #include <regex>
 #include <system_error>
 
-#include "tests/e2e/apply_server.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/files.h"
+#include "tests/support/installed_server.h"
 #include "tests/support/process.h"
 
 namespace {
 
 constexpr const char* program = "/opt/teluma/bin/teluma-wizard";
 
-std::string package() {
-    for (const auto& entry : std::filesystem::directory_iterator(PACKAGES)) {
+std::string package_in(const std::string& directory) {
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
         if (entry.path().extension() == ".deb")
             return entry.path();
     }
-    return "no package in " PACKAGES;
+    return "no package in " + directory;
+}
+
+std::string package() {
+    return package_in(PACKAGES "/build");
 }
 
 // The host's list of installed packages, without one of them.
@@ -102,6 +106,18 @@ TEST_F(FreshTree, refuses_the_wizard_where_the_curses_library_is_missing) {
     const CommandResult result = dpkg("--install", package());
     EXPECT_EQ(result.status, exited(1));
     EXPECT_NE(result.err.find("depends on libncursesw6"), std::string::npos) << result.err;
+}
+
+// The command and the page are where everybody looks; links would lead to themselves.
+TEST(DebianPackage, has_no_links_where_its_prefix_is_that_of_the_system) {
+    const CommandResult extraction =
+        run_command({"dpkg-deb", "--extract", package_in(PACKAGES "/usr"), "tree"});
+    ASSERT_EQ(extraction.status, exited(0)) << extraction.err;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator("tree"))
+        EXPECT_FALSE(entry.is_symlink()) << entry.path();
+    const CommandResult page =
+        run_command({"gzip", "-dc", "tree/usr/share/man/man8/teluma-wizard.8.gz"});
+    EXPECT_EQ(page.out, read_file(SOURCES "/docs/teluma-wizard.8"));
 }
 
 TEST(DebianPackage, depends_on_curses_and_the_c_library_alone) {

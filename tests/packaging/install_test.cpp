@@ -1,4 +1,4 @@
-// What `cmake --install` puts where.
+// Where the tree is built, and what `cmake --install` puts where.
 
 #include <gtest/gtest.h>
 
@@ -42,6 +42,17 @@ TEST(Install, puts_them_beside_the_server_by_default) {
         run_command({CMAKE_PROGRAM, "--install", BUILD_DIRECTORY}, {{"DESTDIR", root.path()}});
     ASSERT_EQ(result.status, exited(0)) << result.err;
     EXPECT_EQ(files_below(root / INSTALL_PREFIX), program_and_man_page);
+}
+
+TEST(Build, among_the_sources_is_refused_with_the_way_that_works) {
+    const TempDir sources;
+    std::filesystem::copy(SOURCES "/CMakeLists.txt", sources.path());
+    const CommandResult result =
+        run_command({CMAKE_PROGRAM, "-S", sources.path(), "-B", sources.path()});
+    EXPECT_EQ(result.status, exited(1));
+    EXPECT_NE(result.err.find("\n    cmake -S . -B build && cmake --build build\n"),
+              std::string::npos)
+        << result.err;
 }
 
 }  // namespace

@@ -57,4 +57,14 @@ TEST(ManPage, tells_of_every_message_of_the_program) {
     EXPECT_GT(messages, 20U);
 }
 
+TEST(ManPage, tells_of_what_the_program_says_otherwise_when_it_can_not_go_on) {
+    const std::string page = read_file(SOURCES "/docs/teluma-wizard.8");
+    for (const char* begin :
+         {"You must install ncurses library",
+          "Error opening terminal: ", "There is already an application that binds the ",
+          "Selecting 127.0.0.1 will enable access to ", "TELUMA Configuration Wizard Aborted!"}) {
+        EXPECT_NE(page.find(begin), std::string::npos) << begin;
+    }
+}
+
 }  // namespace

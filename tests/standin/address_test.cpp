@@ -4,7 +4,7 @@
 
 #include "standin/descriptor.h"
 #include "standin/listener.h"
-#include "tests/standin/cli_client.h"
+#include "tests/support/cli_client.h"
 
 namespace standin {
 namespace {

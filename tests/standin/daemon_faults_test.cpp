@@ -2,8 +2,8 @@
 #include <csignal>
 
 #include "standin/delivery.h"
-#include "tests/standin/cli_client.h"
 #include "tests/standin/daemon_fixture.h"
+#include "tests/support/cli_client.h"
 #include "tests/support/files.h"
 #include "tests/support/wait_until.h"
 

@@ -1,10 +1,10 @@
 #include "tools/pictures/picture_walk.h"
 
 #include "tests/e2e/key_wait.h"
-#include "tests/support/local_port.h"
 #include "tests/support/terminal_program.h"
 #include "tests/support/wait_until.h"
 #include "tools/pictures/svg.h"
+#include "tools/player/other_programs.h"
 #include "tools/player/scenes.h"
 
 namespace {
@@ -27,7 +27,7 @@ ScreenImage summary_on(const ScreenImage& screen) {
 
 class Walk {
   public:
-    explicit Walk(const std::string& program) : wizard({{program}}) { other_program.open(); }
+    explicit Walk(const std::string& program) : wizard({{program}}) {}
 
     std::vector<Picture> pictures() {
         std::vector<Picture> result;
@@ -50,8 +50,10 @@ class Walk {
             waitForKey();
             if (const Key* key = std::get_if<Key>(&stroke))
                 wizard.press(*key);
+            else if (const auto* text = std::get_if<std::string>(&stroke))
+                wizard.type(*text);
             else
-                wizard.type(std::get<std::string>(stroke));
+                other_programs.endBusyOne();
         }
     }
 
@@ -64,7 +66,7 @@ class Walk {
         wait_until(waits, "the wizard waited for a key");
     }
 
-    LocalPort other_program{port_in_use};
+    OtherPrograms other_programs;
     TerminalProgram wizard;
 };
 

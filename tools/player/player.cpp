@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
-#include "tests/support/local_port.h"
 #include "tests/support/terminal_program.h"
+#include "tools/player/other_programs.h"
 #include "tools/player/scenes.h"
 
 /// player PROGRAM: runs the wizard through a whole demonstration. In a terminal it is played there,
@@ -40,9 +40,7 @@ Size terminal_size() {
 class Player {
   public:
     Player(const char* program, Size size)
-        : wizard({{program}, size.rows, size.cols}), live(isatty(STDOUT_FILENO) == 1) {
-        other_program.open();
-    }
+        : wizard({{program}, size.rows, size.cols}), live(isatty(STDOUT_FILENO) == 1) {}
 
     // Returns the wizard's exit status.
     int play(const std::vector<Scene>& scenes) {
@@ -77,8 +75,10 @@ class Player {
         for (const Stroke& stroke : strokes) {
             if (const Key* key = std::get_if<Key>(&stroke))
                 strikeKey(*key);
+            else if (const auto* text = std::get_if<std::string>(&stroke))
+                strikeText(*text);
             else
-                strikeText(std::get<std::string>(stroke));
+                other_programs.endBusyOne();
         }
         wizard.waitQuiet();
     }
@@ -122,7 +122,7 @@ class Player {
         std::fflush(stdout);
     }
 
-    LocalPort other_program{port_in_use};
+    OtherPrograms other_programs;
     TerminalProgram wizard;
     bool live;
     size_t forwarded = 0;

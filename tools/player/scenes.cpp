@@ -1,5 +1,7 @@
 #include "tools/player/scenes.h"
 
+#include "tools/player/other_programs.h"
+
 namespace {
 
 const std::vector<Stroke> to_ok = {Key::tab, Key::tab};
@@ -64,6 +66,11 @@ std::vector<Scene> service_scenes() {
          {Key::down, Key::down, Key::tab},
          {Key::enter}},
         listener("POP3", "pop3", to_ok, {Key::enter}),
+        {"A port that is being checked",
+         "port_check",
+         "Operation pending!",
+         {},
+         {EndOfBusyProgram{}}},
         listener("IMAP", "imap", {Key::down, Key::tab, Key::tab}, {Key::enter}),
         {"Loopback question", "loopback", "WARNING!", {Key::tab}, {Key::enter}},
         listener("WebMail", "webmail", to_ok, {Key::enter}),

@@ -6,8 +6,11 @@
 
 #include "tests/support/key.h"
 
-/// What the player types at a time: a text or a key.
-using Stroke = std::variant<std::string, Key>;
+/// Not typed: the program ends that lets the port check wait, see OtherPrograms.
+struct EndOfBusyProgram {};
+
+/// What the player does at a time: it types a text or a key, or ends the busy program.
+using Stroke = std::variant<std::string, Key, EndOfBusyProgram>;
 
 /// One screen of a demonstration run.
 struct Scene {
@@ -18,9 +21,6 @@ struct Scene {
     std::vector<Stroke> leaves;   ///< what leaves it, once it has been looked at
 };
 
-/// A port that one of the scenes expects some program to have.
-constexpr int port_in_use = 8080;
-
 /// A whole run of the wizard from the first screen to the end, wrong answers included, for the
-/// interfaces of the sandbox.
+/// interfaces of the sandbox and beside OtherPrograms.
 std::vector<Scene> demonstration();

@@ -3,8 +3,8 @@
 #include <map>
 #include <string>
 
-#include "tests/e2e/apply_server.h"
 #include "tests/support/files.h"
+#include "tests/support/installed_server.h"
 
 /// A file as it stands at a moment.
 struct FileState {

@@ -107,7 +107,7 @@ ExitStatus ChildRuns::interrupted(const std::string& rules,
 }
 
 void ChildRuns::makeServerNew(const std::string& rules) const {
-    const pid_t process = server.process();
+    const pid_t process = server.lastStarted();
     if (process > 0) {
         kill(process, SIGKILL);
         wait_until([=] { return !process_running(process); }, "the server of the run before ended");

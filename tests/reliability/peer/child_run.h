@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/apply/sandboxed_server.h"
 #include "tests/support/exit_status.h"
+#include "tests/support/installed_server.h"
 
 /// What a user saw who pressed Enter whenever the wizard waited for a key.
 struct ChildRun {
@@ -33,7 +33,7 @@ class ChildRuns {
     ExitStatus interrupted(const std::string& rules, const std::function<void(pid_t)>& interrupt,
                            std::string& printed);
 
-    SandboxedServer server;
+    InstalledServer server;
 
   private:
     void makeServerNew(const std::string& rules) const;

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/apply_server.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/files.h"
+#include "tests/support/installed_server.h"
 
 namespace {
 

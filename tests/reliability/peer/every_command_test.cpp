@@ -55,8 +55,8 @@ void expect_no_reply_in(const std::string& written) {
         EXPECT_EQ(written.find(piece), std::string::npos) << piece;
 }
 
-void expect_end_of_server(const SandboxedServer& server) {
-    const pid_t process = server.process();
+void expect_end_of_server(const InstalledServer& server) {
+    const pid_t process = server.lastStarted();
     ASSERT_GT(process, 0);
     wait_until([=] { return !process_running(process); }, "the server has ended");
 }

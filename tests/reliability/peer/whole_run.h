@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/apply/sandboxed_server.h"
+#include "tests/support/installed_server.h"
 
 /// A step of the apply sequence with everything chosen, as far as it talks to the server.
 struct TalkingStep {

@@ -1,9 +1,9 @@
 // Signals that the wizard is started to ignore or with blocked, as by nohup or by a shell without
 // job control.
 
-#include "tests/e2e/apply_server.h"
 #include "tests/e2e/endings.h"
 #include "tests/support/files.h"
+#include "tests/support/installed_server.h"
 #include "tests/support/wait_until.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/e2e/silent_port.h"
+#include "tests/support/silent_port.h"
 
 SilentPort::SilentPort(int number) : port(number) {
     constexpr int room_for_one = 0;

@@ -1,14 +1,15 @@
-#include "tests/e2e/apply_server.h"
+#include "tests/support/installed_server.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <sstream>
+#include <iterator>
 
-#include "tests/standin/cli_client.h"
+#include "tests/support/cli_client.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
+#include "tests/support/side_by_side.h"
 #include "tests/support/wait_until.h"
 
 namespace {
@@ -16,37 +17,37 @@ namespace {
 constexpr const char* log_file = "/var/opt/teluma/run/teluma.log";
 constexpr const char* faults_file = "/var/opt/teluma/run/teluma.faults";
 constexpr const char* state_file = "/var/opt/teluma/run/teluma.state";
+constexpr const char* password_file = "/var/opt/teluma/run/teluma.password";
 constexpr int cli_port = 9091;
-
-std::vector<std::string> lines_of(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 bool begins_with(const std::string& text, const std::string& start) {
     return text.compare(0, start.size(), start) == 0;
 }
 
+Lines beginning_with(const Lines& lines, const std::string& start) {
+    Lines found;
+    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
+                 [&](const std::string& line) { return begins_with(line, start); });
+    return found;
+}
+
 }  // namespace
 
-void InstalledServer::start() {
+void InstalledServer::start() const {
     const CommandResult result = run_command({binary});
     if (result.status != exited(0))
         stop_test(Caller::here(), "the server does not start: " + result.err);
 }
 
-void InstalledServer::faults(const std::string& rules) {
+void InstalledServer::faults(const std::string& rules) const {
     write_file(faults_file, rules);
 }
 
-void InstalledServer::save(const std::string& state) {
+void InstalledServer::save(const std::string& state) const {
     write_file(state_file, state);
 }
 
-void InstalledServer::replaceBy(const std::string& script) {
+void InstalledServer::replaceBy(const std::string& script) const {
     unlink(binary);
     write_file(binary, "#!/bin/sh\n" + script, 0755);
 }
@@ -56,7 +57,7 @@ pid_t InstalledServer::pid() const {
 }
 
 pid_t InstalledServer::lastStarted() const {
-    const std::vector<std::string> processes =
+    const Lines processes =
         records(exists(log_file) ? read_file(log_file) : "", "# started, process");
     return processes.empty() ? 0 : std::atoi(processes.back().c_str());
 }
@@ -70,28 +71,42 @@ void InstalledServer::waitForEnd() const {
     wait_until([this] { return !isRunning(); }, "the server has ended");
 }
 
-std::vector<std::string> InstalledServer::commands() const {
-    std::vector<std::string> lines = log();
+Lines InstalledServer::commands() const {
+    Lines lines = log();
     lines.erase(std::remove_if(lines.begin(), lines.end(),
                                [](const std::string& line) { return begins_with(line, "# "); }),
                 lines.end());
     return lines;
 }
 
-std::vector<std::string> InstalledServer::log() const {
-    return exists(log_file) ? lines_of(read_file(log_file)) : std::vector<std::string>();
+Lines InstalledServer::commandsBehind(const std::string& command) const {
+    const Lines all = commands();
+    const auto last = std::find(all.rbegin(), all.rend(), command);
+    return last == all.rend() ? Lines() : Lines(last.base(), all.end());
 }
 
-void InstalledServer::waitForLog(const std::string& line) {
+Lines InstalledServer::saved(const std::string& words) const {
+    return beginning_with(split_lines(read_file(state_file)), words);
+}
+
+std::string InstalledServer::password() const {
+    return read_file(password_file);
+}
+
+Lines InstalledServer::log() const {
+    return exists(log_file) ? split_lines(read_file(log_file)) : Lines();
+}
+
+void InstalledServer::waitForLog(const std::string& line) const {
     wait_until(
         [&] {
-            const std::vector<std::string> lines = log();
+            const Lines lines = log();
             return std::find(lines.begin(), lines.end(), line) != lines.end();
         },
         "the server's log held: " + line);
 }
 
-std::string InstalledServer::stateAfterRestart(const std::string& password) {
+std::string InstalledServer::stateAfterRestart(const std::string& password) const {
     waitForEnd();
     start();
     unlink(state_file);
@@ -101,11 +116,9 @@ std::string InstalledServer::stateAfterRestart(const std::string& password) {
     return read_file(state_file);
 }
 
-std::vector<std::string> records(const std::string& text, const std::string& start) {
-    std::vector<std::string> values;
-    for (const std::string& line : lines_of(text)) {
-        if (begins_with(line, start + " "))
-            values.push_back(line.substr(start.size() + 1));
-    }
+Lines records(const std::string& text, const std::string& start) {
+    Lines values = beginning_with(split_lines(text), start + " ");
+    for (std::string& value : values)
+        value.erase(0, start.size() + 1);
     return values;
 }

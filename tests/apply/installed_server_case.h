@@ -2,21 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/apply/sandboxed_server.h"
+#include "tests/support/installed_server.h"
 #include "tests/support/waits.h"
 
 /// The profile of this system is selected, whose paths are those of the server in the sandbox. The
 /// host's networks are known. No sleep takes its time.
-class SandboxedServerCase : public testing::Test {
+class InstalledServerCase : public testing::Test {
   protected:
     static constexpr const char* password = "Adm1n secret";
 
-    SandboxedServerCase();
-    ~SandboxedServerCase() override;
+    InstalledServerCase();
+    ~InstalledServerCase() override;
 
     /// Restarts the server with the password and logs in; a failure fails the test.
     void logIn();
 
-    SandboxedServer server;
+    InstalledServer server;
     Waits waits;
 };

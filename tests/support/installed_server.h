@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+using Lines = std::vector<std::string>;
+
 /// The stand-in server as the sandbox that the test runs in has it installed, at the paths that the
-/// wizard knows. It is not running at first. Everything ends with the sandbox.
+/// wizard knows. It is not running at first; whoever starts it, it ends with the sandbox.
 class InstalledServer {
   public:
     static constexpr const char* config = "/var/opt/teluma/run/teluma.cfg";
@@ -15,16 +17,16 @@ class InstalledServer {
     static constexpr const char* binary = "/opt/teluma/bin/teluma";
 
     /// Starts it; the test ends as failed if that does not work.
-    void start();
+    void start() const;
 
     /// Replaces the fault rules, in the form that its README tells of.
-    void faults(const std::string& rules);
+    void faults(const std::string& rules) const;
 
     /// Replaces what it has saved, in the form of its state file.
-    void save(const std::string& state);
+    void save(const std::string& state) const;
 
     /// Puts a shell script in the place of its executable.
-    void replaceBy(const std::string& script);
+    void replaceBy(const std::string& script) const;
 
     /// The process that the pid file names; 0 without one.
     pid_t pid() const;
@@ -39,18 +41,27 @@ class InstalledServer {
     void waitForEnd() const;
 
     /// The commands that it has received, `-A PASSWORD` included, in order.
-    std::vector<std::string> commands() const;
+    Lines commands() const;
+
+    /// The same behind the last `command`; nothing without it.
+    Lines commandsBehind(const std::string& command) const;
+
+    /// The records of what it has saved last that begin with these words, which they keep.
+    Lines saved(const std::string& words) const;
+
+    /// The administrator's password as it has it.
+    std::string password() const;
 
     /// All lines of its log, notes ("# ...") included.
-    std::vector<std::string> log() const;
+    Lines log() const;
 
     /// Waits until the log holds this line.
-    void waitForLog(const std::string& line);
+    void waitForLog(const std::string& line) const;
 
     /// Waits for its end, starts it again, logs in with the administrator's password and returns
     /// everything that it knows, in the form of its state file.
-    std::string stateAfterRestart(const std::string& password);
+    std::string stateAfterRestart(const std::string& password) const;
 };
 
 /// The lines of `text` that begin with `start` and a blank, without that.
-std::vector<std::string> records(const std::string& text, const std::string& start);
+Lines records(const std::string& text, const std::string& start);

@@ -1,4 +1,4 @@
-#include "tests/standin/cli_client.h"
+#include "tests/support/cli_client.h"
 
 #include <poll.h>
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-#include "tests/apply/sandboxed_server_case.h"
+#include "tests/apply/installed_server_case.h"
 
 #include <csignal>
 
@@ -7,19 +7,19 @@
 #include "wizard/host_facts.h"
 #include "wizard/install_profile.h"
 
-SandboxedServerCase::SandboxedServerCase() {
+InstalledServerCase::InstalledServerCase() {
     std::signal(SIGPIPE, SIG_IGN);
     select_install_profile();
     discover_networks();
 }
 
-SandboxedServerCase::~SandboxedServerCase() {
+InstalledServerCase::~InstalledServerCase() {
     release_networks();
     server_pid = 0;
     cli_socket = -1;
 }
 
-void SandboxedServerCase::logIn() {
+void InstalledServerCase::logIn() {
     ASSERT_EQ(server_restart_with_password(password), 0);
     ASSERT_EQ(cli_login(), 0);
 }
