@@ -223,8 +223,8 @@ TEST_F(RelayFilterForMany, every_network_has_its_term) {
     for (int index = 0; index < relay_network_count; ++index) {
         indices.push_back(index);
         if (index > 0)
-            terms = " iprange (remoteSmtpIp, \"10." + std::to_string(index) +
-                    ".0.0/255.255.0.0\")," + terms;
+            terms.insert(0, " iprange (remoteSmtpIp, \"10." + std::to_string(index) +
+                                ".0.0/255.255.0.0\"),");
     }
     write_file(script, "x");
     EXPECT_EQ(relay_write_filter(indices.data(), relay_network_count), 0);

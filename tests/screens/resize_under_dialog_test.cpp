@@ -61,7 +61,7 @@ TEST(ResizeUnderDialog, the_domain_screen_comes_back_in_its_new_place) {
 class ListenerResizeUnderDialog : public testing::TestWithParam<ListenerFacts> {
   protected:
     void expectInItsPlace(const std::vector<Step>& open, const std::vector<Step>& close) {
-        const auto make = [this] { return std::make_unique<ListenerRig>(GetParam()); };
+        const auto make = [] { return std::make_unique<ListenerRig>(GetParam()); };
         expect_screen_in_its_place(make, {12, 29}, open, close);
     }
 };

@@ -250,7 +250,7 @@ class HostDomainName : public testing::Test {
     static std::string ask(size_t size) {
         std::string name(size, 'x');
         host_domain_name(&name[0], size);
-        return name.c_str();
+        return name.substr(0, name.find('\0'));
     }
 };
 
