@@ -91,10 +91,7 @@ bool is_harmless(const std::string& sequence) {
 // Sequences that leave blanks in the background's colour: to erase, to insert, to delete, to
 // scroll.
 bool leaves_blanks(const std::string& sequence) {
-    if (sequence ==
-            "\x1b"
-            "D" ||
-        sequence == "\x1bM")
+    if (sequence.size() == 2 && is_one_of(sequence[1], "DM"))
         return true;
     return is_control_sequence(sequence) && is_list(parameters_of(sequence)) &&
            is_one_of(sequence.back(), "JKLMPSTX@");

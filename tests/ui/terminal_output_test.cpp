@@ -85,6 +85,25 @@ class TerminalOutputWithoutStore : public testing::Test {
 
     void draw(int row, const std::string& text) { mvaddstr(row, 0, text.c_str()); }
 
+    /// On a kind of terminal that has but one screen, so that no switch of screens tells of the
+    /// attributes.
+    void showBoldTextWithoutOtherScreen() {
+        setenv("TERM", "vt220", 1);
+        open();
+        keep_output_back();
+        attron(A_BOLD);
+        draw(0, "bold");
+        show();
+    }
+
+    /// What is written behind curses' back is not bold.
+    void expectPlainText() {
+        EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
+        news();
+        const Position where = emulator.image().find("plain").value();
+        EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+    }
+
     std::string rowText(int row) {
         const std::string text = emulator.image().rowText(row);
         return text.substr(0, text.find_last_not_of(' ') + 1);
@@ -165,24 +184,13 @@ TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
     EXPECT_FALSE(emulator.alternateScreen());
     EXPECT_TRUE(emulator.image().cursor().visible);
     EXPECT_EQ(pty.modes(), modes_before);
-    EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
-    news();
-    const Position where = emulator.image().find("plain").value();
-    EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+    expectPlainText();
 }
 
 TEST_F(TerminalOutputWithoutStore, leaves_plain_text_where_no_other_screen_is_left) {
-    setenv("TERM", "vt220", 1);
-    open();
-    keep_output_back();
-    attron(A_BOLD);
-    draw(0, "bold");
-    show();
+    showBoldTextWithoutOtherScreen();
     close_screen();
-    EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
-    news();
-    const Position where = emulator.image().find("plain").value();
-    EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+    expectPlainText();
 }
 
 TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
@@ -295,13 +303,7 @@ TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescr
 }
 
 TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
-    // A kind without another screen, whose sequence would tell.
-    setenv("TERM", "vt220", 1);
-    open();
-    keep_output_back();
-    attron(A_BOLD);
-    draw(0, "bold");
-    show();
+    showBoldTextWithoutOtherScreen();
     EXPECT_EQ(write(STDOUT_FILENO, "\x1b[m", 3), 3);
     renew_screen();
     draw(0, "bold");
