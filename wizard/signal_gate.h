@@ -11,7 +11,7 @@
 /// from the start, and let in only where the program waits: for a key, for the network, for a child
 /// process, in a sleep. There a handler is like a function call at a known place, and the wait goes
 /// on when it returns. The kernel swaps the signal mask and begins to wait in one step
-/// (pselect(2), sigsuspend(2)), so that no signal is missed in between.
+/// (ppoll(2), pselect(2)), so that no signal is missed in between.
 
 /// Installs `handler` for `signal_number` and keeps the signal blocked outside the waits; lets it
 /// in there also where the wizard was started with it blocked or ignored.

@@ -8,8 +8,10 @@
 #include <arpa/inet.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/select.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #if defined(__sun)
@@ -19,6 +21,7 @@
 #endif
 
 #include <cassert>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -67,6 +70,26 @@ int nameless_file() {
     return memfd_create("terminal", MFD_CLOEXEC);
 #else
     return -1;
+#endif
+}
+
+int wait_for_event(int descriptor, short event, const sigset_t& mask) {
+#ifdef HAVE_PPOLL
+    pollfd waiting{descriptor, event, 0};
+    if (descriptor < 0)
+        return EBADF;
+    if (ppoll(&waiting, 1, nullptr, &mask) == -1)
+        return errno;
+    return (waiting.revents & POLLNVAL) != 0 ? EBADF : 0;
+#else
+    if (descriptor < 0 || descriptor >= FD_SETSIZE)
+        return EBADF;
+    fd_set waiting;
+    FD_ZERO(&waiting);
+    FD_SET(descriptor, &waiting);
+    fd_set* readable = event == POLLIN ? &waiting : nullptr;
+    fd_set* writable = event == POLLOUT ? &waiting : nullptr;
+    return pselect(descriptor + 1, readable, writable, nullptr, nullptr, &mask) == -1 ? errno : 0;
 #endif
 }
 
