@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 // clang-format on
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -22,6 +23,7 @@
 
 #include <cassert>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -71,6 +73,18 @@ int nameless_file() {
 #else
     return -1;
 #endif
+}
+
+void keep_open_files_from_children() {
+    constexpr int first = STDERR_FILENO + 1;
+#ifdef CLOSE_RANGE_CLOEXEC
+    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+#endif
+    // The limit does not tell where to end: it may have been lowered since, or allow a billion.
+    constexpr int end = 65536;
+    for (int descriptor = first; descriptor < end; ++descriptor)
+        fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
 int wait_for_event(int descriptor, short event, const sigset_t& mask) {

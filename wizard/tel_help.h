@@ -43,6 +43,10 @@ void host_domain_name(char* name, std::size_t size);
 /// where the system has no such files.
 int nameless_file();
 
+/// Has programs that are run find none of the files but the standard streams that are open now:
+/// their descriptors become close-on-exec, by close_range(2) where the system can do that.
+void keep_open_files_from_children();
+
 /// Waits until `descriptor` is ready for `event`, POLLIN or POLLOUT, with the signal mask `mask`
 /// meanwhile: ppoll(2), or pselect(2) where the system has none. Returns 0, EINTR when a signal has
 /// been let in, or another errno: EBADF for a descriptor that is not open or that pselect(2) can't
