@@ -1,5 +1,6 @@
 #include "screens/domain_screen.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -60,11 +61,18 @@ Field* add_row(int focus, int row, const char* text, int max_length, void (*left
     return field;
 }
 
+// Whether a host's domain can be offered. A network may have set it, to anything: what is not
+// printable would be an order to the terminal, or end the server's command.
+bool is_domain(const char* name) {
+    const std::size_t length = std::strlen(name);
+    return length > 0 && length <= max_domain && std::strcmp(name, "(none)") != 0 &&
+           std::all_of(name, name + length, [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 void set_default_answers() {
     char domain[201];
     host_domain_name(domain, sizeof(domain));
-    const bool unset = domain[0] == '\0' || std::strcmp(domain, "(none)") == 0;
-    domain_field->setText(unset ? "localdomain" : domain);
+    domain_field->setText(is_domain(domain) ? domain : "localdomain");
     const HeapText directory(profile_domains_dir());
     location_field->setText(directory.get());
     location_edited = false;
