@@ -55,6 +55,10 @@ void start_curses() {
     // not there, deaf to the interrupt.
     noqiflush();
     keep_output_back();
+    // Behind an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
+    // second.
+    if (std::getenv("ESCDELAY") == nullptr)
+        set_escdelay(200);
     keypad(stdscr, TRUE);
     learn_key_sequences();
     check_terminal_size();
