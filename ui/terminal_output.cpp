@@ -42,7 +42,7 @@ void close_if_open(int& descriptor) {
     descriptor = no_descriptor;
 }
 
-// A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write kills.
+// A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write fails.
 bool may_write_frames() {
     rlimit files{};
     return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;

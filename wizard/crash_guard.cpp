@@ -14,10 +14,9 @@
 
 namespace {
 
-// All that end a program by default and that the wizard doesn't hold.
-const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,    SIGFPE,  SIGABRT,
-                              SIGQUIT, SIGSYS,  SIGTRAP,   SIGXCPU, SIGXFSZ,
-                              SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGALRM};
+// All that end a program by default and that the wizard neither holds nor ignores.
+const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,  SIGFPE,  SIGABRT,   SIGQUIT, SIGSYS,
+                              SIGTRAP, SIGXCPU, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGALRM};
 
 // What undoes curses' changes of the screen, put together in advance.
 char farewell[256];

@@ -24,7 +24,9 @@ int main() {
     // Ignored, it was started by somebody who could not make it go on.
     if (!is_ignored(SIGTSTP))
         hold_signal(SIGTSTP, suspend_wizard);
-    ignore_signal(SIGPIPE);
+    // A write fails instead, and with it the step.
+    for (const int signal_number : {SIGPIPE, SIGXFSZ})
+        ignore_signal(signal_number);
     keep_track_of_children();
     keep_open_files_from_children();
     // The connection to a port that is taken is never closed, however often the port is tried.

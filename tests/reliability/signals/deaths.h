@@ -31,10 +31,9 @@ inline auto every_crash() {
 /// The other signals that end a program which does nothing about them.
 inline auto every_other_death() {
     return testing::Values(Death{"SIGSYS", SIGSYS, true}, Death{"SIGTRAP", SIGTRAP, true},
-                           Death{"SIGXCPU", SIGXCPU, true}, Death{"SIGXFSZ", SIGXFSZ, true},
-                           Death{"SIGUSR1", SIGUSR1, true}, Death{"SIGUSR2", SIGUSR2, true},
-                           Death{"SIGVTALRM", SIGVTALRM, true}, Death{"SIGPROF", SIGPROF, true},
-                           Death{"SIGALRM", SIGALRM, true});
+                           Death{"SIGXCPU", SIGXCPU, true}, Death{"SIGUSR1", SIGUSR1, true},
+                           Death{"SIGUSR2", SIGUSR2, true}, Death{"SIGVTALRM", SIGVTALRM, true},
+                           Death{"SIGPROF", SIGPROF, true}, Death{"SIGALRM", SIGALRM, true});
 }
 
 /// A wizard that is about to end.
