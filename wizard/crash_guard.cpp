@@ -41,6 +41,9 @@ void on_crash(int signal_number) {
     const ssize_t written = write(STDOUT_FILENO, farewell, farewell_length);
     if (written >= 0 && modes_known)
         tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
+    // The first process of a container is not ended by a signal that takes its default course.
+    if (getpid() == 1)
+        _exit(128 + signal_number);
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
     for (std::size_t i = 0; i < std::size(deadly_signals); ++i) {
         if (deadly_signals[i] == signal_number)

@@ -9,7 +9,8 @@ void remember_terminal_modes();
 /// From now on a crash (SIGSEGV, SIGABRT and their like, a stack that has overflown included) or
 /// any other signal that ends a program without being handled, as SIGQUIT and SIGALRM, first takes
 /// the terminal out of curses' hands: the normal screen, a visible cursor, plain text and the
-/// remembered modes. Then the signal takes the course that it would have taken; one that was
-/// ignored stays so. To be called once curses is started. The handler makes only calls that are
+/// remembered modes. Then the signal takes the course that it would have taken, but that
+/// process 1, which the kernel would have go on, ends with status 128 + n; one that was ignored
+/// stays so. To be called once curses is started. The handler makes only calls that are
 /// safe in the middle of anything (signal-safety(7)).
 void guard_terminal_against_crashes();
