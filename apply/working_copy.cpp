@@ -4,12 +4,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 #include "apply/original_copy.h"
 #include "apply/shell_command.h"
+#include "wizard/private_directory.h"
 
 namespace {
 
 constexpr char name[] = "temp.cfg";
+
+// Never opens a file, or a link, that somebody else has put there.
+int create_copy() {
+    return open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+}
 
 }  // namespace
 
@@ -26,8 +34,12 @@ std::FILE* open_original(const char* path) {
 }
 
 std::FILE* working_copy_open() {
-    // Never a file, or a link, that somebody else has put there.
-    const int descriptor = open(name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    int descriptor = create_copy();
+    if (descriptor == -1 && errno == ENOENT) {
+        // Somebody has removed the directory, as one who tidies up.
+        enter_private_directory();
+        descriptor = create_copy();
+    }
     if (descriptor == -1)
         return nullptr;
     std::FILE* copy = fdopen(descriptor, "w");

@@ -9,8 +9,9 @@
 /// or when it is no regular file, reading which might never end.
 std::FILE* open_original(const char* path);
 
-/// Creates the working copy for writing, readable by nobody else; null when that fails or when
-/// there is something of that name already.
+/// Creates the working copy for writing, readable by nobody else, in a new private directory where
+/// the current one has been removed; null when that fails or when there is something of that name
+/// already.
 std::FILE* working_copy_open();
 
 /// Closes the working copy, copies it over `path`, whose owner and mode stay, and removes it.

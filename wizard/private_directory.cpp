@@ -36,12 +36,15 @@ bool make_directory_below(const char* parent) {
 }  // namespace
 
 void enter_private_directory() {
-    started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const bool first = private_directory.empty();
+    if (started_in == -1)
+        started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (started_in == -1)
         return;
     for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
         if (make_directory_below(parent)) {
-            std::atexit(remove_private_directory);
+            if (first)
+                std::atexit(remove_private_directory);
             return;
         }
     }

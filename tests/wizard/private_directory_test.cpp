@@ -104,6 +104,29 @@ TEST_F(PrivateDirectory, is_gone_at_the_end_with_a_working_copy_in_it) {
     EXPECT_EQ(entries_of("/tmp"), 0);
 }
 
+TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_end) {
+    EXPECT_TRUE(inside([] {
+        const std::string removed = current_directory();
+        rmdir(removed.c_str());
+        enter_private_directory();
+        const bool made = current_directory() != removed && entries_of("/tmp") == 1;
+        leave_private_directory_in_child();
+        const bool left = current_directory() == "/run/scratch";
+        return made && left;
+    }));
+    EXPECT_EQ(entries_of("/tmp"), 0);
+}
+
+TEST_F(PrivateDirectory, that_was_made_anew_leaves_nothing_removed_where_the_program_was_started) {
+    write_file("/run/scratch/temp.cfg", "the user's");
+    EXPECT_TRUE(inside([] {
+        rmdir(current_directory().c_str());
+        enter_private_directory();
+        return true;
+    }));
+    EXPECT_EQ(read_file("/run/scratch/temp.cfg"), "the user's");
+}
+
 TEST_F(PrivateDirectory, is_left_by_a_child_for_where_the_program_was_started) {
     EXPECT_TRUE(inside([] {
         leave_private_directory_in_child();
