@@ -9,6 +9,7 @@
 #include <string>
 
 #include "apply/server_account.h"
+#include "wizard/child_process.h"
 
 namespace {
 
@@ -19,9 +20,12 @@ constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 // Backup names have a number below this one behind them.
 constexpr int backup_count = 100;
 
+// A system log that takes no more may block.
 int fail(int result, const std::string& message) {
-    syslog(LOG_ERR, "%s", message.c_str());
-    closelog();
+    run_in_child([&] {
+        openlog("WIZARD", LOG_NDELAY, LOG_USER);
+        syslog(LOG_ERR, "%s", message.c_str());
+    });
     return result;
 }
 
@@ -76,7 +80,6 @@ int save_system_sendmail(const std::string& target) {
 int sendmail_install(int yes) {
     if (yes == 0)
         return 0;
-    openlog("WIZARD", LOG_NDELAY, LOG_USER);
     if (give_to_server(wrapper) != 0)
         return fail(-1, std::string("Unable to chown ") + wrapper);
     if (chmod(wrapper, 06755) == -1)
