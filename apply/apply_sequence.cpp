@@ -17,6 +17,7 @@
 #include "wizard/host_facts.h"
 #include "wizard/install_profile.h"
 #include "wizard/release_screens.h"
+#include "wizard/resource_limits.h"
 #include "wizard/screen_state.h"
 #include "wizard/secret.h"
 #include "wizard/wizard_settings.h"
@@ -48,11 +49,24 @@ bool go_back_to(int state, const char* message) {
     return go_back_to(state, state, message);
 }
 
+[[noreturn]] void end_without_login() {
+    show_failure(
+        "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
+    server_stop();
+    release_screens();
+    close_screen();
+    std::exit(1);
+}
+
 bool set_password() {
     if (settings.done_password)
         return true;
     progress_add("pass", "--> setting admin password");
     settings.done_password = 1;
+    // Without room for its files the restart would leave the server stopped, or a second one
+    // running. A few at a time are enough.
+    if (!can_open_files(16))
+        end_without_login();
     // A restart that has failed shows up as a login that fails.
     server_restart_with_password(settings.admin_password);
     progress_done("pass");
@@ -63,14 +77,8 @@ bool log_in() {
     if (settings.done_login)
         return true;
     progress_add("login", "--> connecting to CLI");
-    if (cli_login() != 0) {
-        show_failure(
-            "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
-        server_stop();
-        release_screens();
-        close_screen();
-        std::exit(1);
-    }
+    if (cli_login() != 0)
+        end_without_login();
     settings.done_login = 1;
     progress_done("login");
     return true;

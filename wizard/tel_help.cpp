@@ -6,10 +6,13 @@
 #include <sys/socket.h>
 // clang-format on
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/select.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #if defined(__sun)
@@ -19,6 +22,8 @@
 #endif
 
 #include <cassert>
+#include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -67,6 +72,38 @@ int nameless_file() {
     return memfd_create("terminal", MFD_CLOEXEC);
 #else
     return -1;
+#endif
+}
+
+void keep_open_files_from_children() {
+    constexpr int first = STDERR_FILENO + 1;
+#ifdef CLOSE_RANGE_CLOEXEC
+    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+#endif
+    // The limit does not tell where to end: it may have been lowered since, or allow a billion.
+    constexpr int end = 65536;
+    for (int descriptor = first; descriptor < end; ++descriptor)
+        fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+int wait_for_event(int descriptor, short event, const sigset_t& mask) {
+#ifdef HAVE_PPOLL
+    pollfd waiting{descriptor, event, 0};
+    if (descriptor < 0)
+        return EBADF;
+    if (ppoll(&waiting, 1, nullptr, &mask) == -1)
+        return errno;
+    return (waiting.revents & POLLNVAL) != 0 ? EBADF : 0;
+#else
+    if (descriptor < 0 || descriptor >= FD_SETSIZE)
+        return EBADF;
+    fd_set waiting;
+    FD_ZERO(&waiting);
+    FD_SET(descriptor, &waiting);
+    fd_set* readable = event == POLLIN ? &waiting : nullptr;
+    fd_set* writable = event == POLLOUT ? &waiting : nullptr;
+    return pselect(descriptor + 1, readable, writable, nullptr, nullptr, &mask) == -1 ? errno : 0;
 #endif
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <cstddef>
 
 /// What the wizard asks the host for: its operating system, its domain name, its network
@@ -41,6 +42,16 @@ void host_domain_name(char* name, std::size_t size);
 /// is gone when it is closed: memfd_create(2), on Linux and FreeBSD. Returns its descriptor, or -1
 /// where the system has no such files.
 int nameless_file();
+
+/// Has programs that are run find none of the files but the standard streams that are open now:
+/// their descriptors become close-on-exec, by close_range(2) where the system can do that.
+void keep_open_files_from_children();
+
+/// Waits until `descriptor` is ready for `event`, POLLIN or POLLOUT, with the signal mask `mask`
+/// meanwhile: ppoll(2), or pselect(2) where the system has none. Returns 0, EINTR when a signal has
+/// been let in, or another errno: EBADF for a descriptor that is not open or that pselect(2) can't
+/// be asked about.
+int wait_for_event(int descriptor, short event, const sigset_t& mask);
 
 /// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
 /// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in
