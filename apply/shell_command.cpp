@@ -9,6 +9,7 @@
 
 #include "wizard/child_process.h"
 #include "wizard/private_directory.h"
+#include "wizard/resource_limits.h"
 
 namespace {
 
@@ -16,6 +17,7 @@ namespace {
 int run_by_shell(const ShellCommand& command, void (*prepare)()) {
     return run_in_child([&] {
         prepare();
+        restore_limits_in_child();
         execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
         _exit(127);
     });
