@@ -22,10 +22,8 @@ constexpr int backup_count = 100;
 
 // A system log that takes no more may block.
 int fail(int result, const std::string& message) {
-    run_in_child([&] {
-        openlog("WIZARD", LOG_NDELAY, LOG_USER);
-        syslog(LOG_ERR, "%s", message.c_str());
-    });
+    run_in_child([&] { syslog(LOG_ERR, "%s", message.c_str()); });
+    closelog();
     return result;
 }
 
@@ -80,6 +78,7 @@ int save_system_sendmail(const std::string& target) {
 int sendmail_install(int yes) {
     if (yes == 0)
         return 0;
+    openlog("WIZARD", LOG_NDELAY, LOG_USER);
     if (give_to_server(wrapper) != 0)
         return fail(-1, std::string("Unable to chown ") + wrapper);
     if (chmod(wrapper, 06755) == -1)
