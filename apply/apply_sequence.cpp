@@ -15,9 +15,11 @@
 #include "ui/pending_box.h"
 #include "ui/terminal_output.h"
 #include "wizard/host_facts.h"
+#include "wizard/install_profile.h"
 #include "wizard/release_screens.h"
 #include "wizard/resource_limits.h"
 #include "wizard/screen_state.h"
+#include "wizard/secret.h"
 #include "wizard/wizard_settings.h"
 
 namespace {
@@ -227,6 +229,16 @@ bool install_sendmail() {
     return true;
 }
 
+// Whoever goes through the screens again changes nothing about what has been applied.
+void forget_applied_passwords() {
+    if (settings.done_login) {
+        wipe(settings.admin_password);
+        wipe(install_profiles[os_kind].admin_password);
+    }
+    if (settings.done_domain)
+        wipe(settings.postmaster_password);
+}
+
 void finish() {
     progress_wait_for_ok();
     progress_hide_all();
@@ -249,7 +261,9 @@ void apply_configuration() {
     curs_set(1);
     progress_show_all();
     for (const auto step : steps) {
-        if (!step())
+        const bool succeeded = step();
+        forget_applied_passwords();
+        if (!succeeded)
             return;
     }
     finish();

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "apply/server_account.h"
+#include "wizard/child_process.h"
 
 namespace {
 
@@ -19,8 +20,9 @@ constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 // Backup names have a number below this one behind them.
 constexpr int backup_count = 100;
 
+// A system log that takes no more may block.
 int fail(int result, const std::string& message) {
-    syslog(LOG_ERR, "%s", message.c_str());
+    run_in_child([&] { syslog(LOG_ERR, "%s", message.c_str()); });
     closelog();
     return result;
 }

@@ -15,6 +15,9 @@
 #include <sys/select.h>
 #include <sys/utsname.h>
 #include <unistd.h>
+#if defined(__linux__)
+#include <sys/prctl.h>
+#endif
 #if defined(__sun)
 // The requests about interfaces, if_tcp(7P), and sysinfo(2).
 #include <sys/sockio.h>
@@ -85,6 +88,12 @@ void keep_open_files_from_children() {
     constexpr int end = 65536;
     for (int descriptor = first; descriptor < end; ++descriptor)
         fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+void forbid_core_dumps() {
+#ifdef PR_SET_DUMPABLE
+    prctl(PR_SET_DUMPABLE, 0);
+#endif
 }
 
 int wait_for_event(int descriptor, short event, const sigset_t& mask) {
