@@ -50,7 +50,8 @@ void copy_script(std::FILE* script, std::FILE* copy) {
     }
 }
 
-// Rewrites the script at `path`; returns 0 or 1 as relay_write_filter() does.
+// Rewrites the script at `path` and gives it to the server's account; returns 0 or 1 as
+// relay_write_filter() does.
 int rewrite_script(const char* path, const std::string& condition) {
     std::FILE* script = open_original(path);
     if (script == nullptr)
@@ -62,9 +63,10 @@ int rewrite_script(const char* path, const std::string& condition) {
     }
     copy_script(script, copy);
     std::fprintf(copy, "method wizard_generated_relay {\n%s}\n", condition.c_str());
-    const bool complete = std::ferror(script) == 0;
+    const bool given =
+        working_copy_install(copy, script, path) == 0 && give_to_server(fileno(script)) == 0;
     std::fclose(script);
-    return working_copy_install(copy, complete, path);
+    return given ? 0 : 1;
 }
 
 }  // namespace
@@ -76,7 +78,5 @@ int relay_write_filter(const int* indices, int count) {
     const HeapText path(cli_get_filters_file());
     if (condition.empty() || path == nullptr || path.get()[0] == '\0')
         return 1;
-    if (rewrite_script(path.get(), condition) != 0)
-        return 1;
-    return give_to_server(path.get());
+    return rewrite_script(path.get(), condition);
 }

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Gives a file to the user and group of the server's account, "teluma". Returns 0, or 1 when there
-/// is no such account or the owner could not be changed.
-int give_to_server(const char* path);
+/// Gives an open file to the user and group of the server's account, "teluma". Returns 0, or 1 when
+/// there is no such account or the owner could not be changed.
+int give_to_server(int file);

@@ -32,6 +32,11 @@ Effect effect_of_flags(int flags) {
     return (flags & (O_CREAT | O_TRUNC)) != 0 ? Effect::changes : Effect::none;
 }
 
+// The path of a name in an open directory.
+std::string path_in(int directory, const char* name) {
+    return directory == AT_FDCWD || *name == '/' ? name : name_of(directory) + "/" + name;
+}
+
 // From now on every read or write of the stream's descriptor fails by itself, the write with a full
 // disk.
 void spoil(int descriptor, const char* by, int flags) {
@@ -59,7 +64,7 @@ int openat(int directory, const char* path, int flags, ...) {
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (fails("openat", path, effect_of_flags(flags)))
+    if (fails("openat", path_in(directory, path).c_str(), effect_of_flags(flags)))
         return -1;
     return next_call<decltype(::openat)>("openat")(directory, path, flags, mode);
 }
@@ -108,21 +113,17 @@ int unlink(const char* path) noexcept {
 }
 
 int unlinkat(int directory, const char* path, int flags) noexcept {
-    return fails("unlinkat", path, Effect::changes)
+    return fails("unlinkat", path_in(directory, path).c_str(), Effect::changes)
                ? -1
                : next_call<decltype(::unlinkat)>("unlinkat")(directory, path, flags);
 }
 
-int chown(const char* path, uid_t owner, gid_t group) noexcept {
-    return fails("chown", path, Effect::changes)
+int linkat(int from_directory, const char* from, int directory, const char* path,
+           int flags) noexcept {
+    return fails("linkat", path_in(directory, path).c_str(), Effect::changes)
                ? -1
-               : next_call<decltype(::chown)>("chown")(path, owner, group);
-}
-
-int chmod(const char* path, mode_t mode) noexcept {
-    return fails("chmod", path, Effect::changes)
-               ? -1
-               : next_call<decltype(::chmod)>("chmod")(path, mode);
+               : next_call<decltype(::linkat)>("linkat")(from_directory, from, directory, path,
+                                                         flags);
 }
 
 ssize_t readlink(const char* path, char* target, size_t size) noexcept {
@@ -135,6 +136,14 @@ int lstat64(const char* path, struct stat64* facts) noexcept {
     return fails("lstat", path, Effect::none)
                ? -1
                : next_call<int(const char*, struct stat64*)>("lstat64")(path, facts);
+}
+
+// Of names in an open directory, which cp and rm don't ask about.
+int fstatat64(int directory, const char* path, struct stat64* facts, int flags) noexcept {
+    return directory != AT_FDCWD && fails("lstat", path_in(directory, path).c_str(), Effect::none)
+               ? -1
+               : next_call<int(int, const char*, struct stat64*, int)>("fstatat64")(directory, path,
+                                                                                    facts, flags);
 }
 
 char* mkdtemp(char* path) {

@@ -1,0 +1,181 @@
+// What the server's user, who may own the directories of the server's files, puts in their place.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+#include "apply/relay_filter.h"
+#include "apply/sendmail_install.h"
+#include "apply/server_config.h"
+#include "tests/apply/installed_server_case.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/other_user.h"
+
+namespace {
+
+using std::filesystem::path;
+
+constexpr const char* content = "root:secret\nservices = ( a )\n";
+
+int prepare_config() {
+    return config_prepare(InstalledServer::config);
+}
+
+int write_filter() {
+    const int first = 0;
+    return relay_write_filter(&first, 1);
+}
+
+int install_sendmail() {
+    return sendmail_install(1);
+}
+
+// A file of the server's, and what rewrites it or gives it away.
+struct ServersFile {
+    const char* name;
+    const char* path;
+    int (*step)();
+    int failure;  // what the step returns
+};
+
+constexpr ServersFile configuration = {"configuration", InstalledServer::config, prepare_config, 1};
+
+class Planted : public InstalledServerCase, public testing::WithParamInterface<ServersFile> {
+  protected:
+    // The file's directory belongs to the server's user, who can't write beside the victim.
+    void SetUp() override {
+        if (server_user() == 0)
+            GTEST_SKIP() << "a user namespace without other ids";
+        logIn();
+        std::filesystem::create_directory(victim.parent_path());
+        write_file(victim, content, 0600);
+        own(directory);
+        own(directory.parent_path());
+    }
+
+    static void own(const path& owned) { chown(owned.c_str(), server_user(), server_user()); }
+
+    // By the server's user.
+    template <class Piece>
+    static void plant(Piece piece) {
+        EXPECT_EQ(as_user(server_user(),
+                          [&] {
+                              if (!piece())
+                                  _exit(1);
+                          }),
+                  exited(0));
+    }
+
+    void expectRefused() const {
+        EXPECT_EQ(GetParam().step(), GetParam().failure);
+        expectVictimUntouched();
+        EXPECT_FALSE(exists("temp.cfg"));
+    }
+
+    void expectVictimUntouched() const {
+        EXPECT_EQ(read_file(victim), content);
+        EXPECT_EQ(file_facts(victim).owner, 0u);
+        EXPECT_EQ(file_facts(victim).mode, 0600u);
+    }
+
+    void expectDone() const {
+        EXPECT_EQ(GetParam().step(), 0);
+        EXPECT_TRUE(read_file(victim) != content || file_facts(victim).owner == server_user());
+    }
+
+    const path file = GetParam().path;
+    const path directory = file.parent_path();
+    // On the same file system, of the same name.
+    const path victim = directory.parent_path().parent_path() / "private" / file.filename();
+};
+
+TEST_P(Planted, link_to_a_file_of_roots_is_not_followed) {
+    plant([&] { return unlink(file.c_str()) == 0 && symlink(victim.c_str(), file.c_str()) == 0; });
+    expectRefused();
+}
+
+TEST_P(Planted, link_in_the_place_of_the_directory_is_not_followed) {
+    plant([&] {
+        return rename(directory.c_str(), (directory.string() + ".old").c_str()) == 0 &&
+               symlink(victim.parent_path().c_str(), directory.c_str()) == 0;
+    });
+    expectRefused();
+}
+
+// The superuser makes it, as the server's user can't where fs.protected_hardlinks is set.
+TEST_P(Planted, second_name_of_a_file_of_roots_is_refused) {
+    unlink(file.c_str());
+    ASSERT_EQ(link(victim.c_str(), file.c_str()), 0);
+    expectRefused();
+}
+
+TEST_P(Planted, link_of_roots_in_a_directory_of_the_servers_user_is_not_followed) {
+    unlink(file.c_str());
+    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    expectRefused();
+}
+
+TEST_P(Planted, link_of_roots_in_a_directory_that_its_group_may_write_to_is_not_followed) {
+    chown(directory.c_str(), 0, server_user());
+    chmod(directory.c_str(), 0775);
+    unlink(file.c_str());
+    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    expectRefused();
+}
+
+TEST_P(Planted, link_of_roots_in_a_directory_of_roots_is_followed) {
+    chown(directory.c_str(), 0, 0);
+    unlink(file.c_str());
+    ASSERT_EQ(symlink(("../../private" / file.filename()).c_str(), file.c_str()), 0);
+    expectDone();
+}
+
+TEST_P(Planted, second_name_in_a_directory_of_roots_is_as_good_as_the_first) {
+    chown(directory.c_str(), 0, 0);
+    unlink(file.c_str());
+    ASSERT_EQ(link(victim.c_str(), file.c_str()), 0);
+    expectDone();
+}
+
+TEST_P(Planted, file_of_the_servers_user_in_its_own_directory_is_taken) {
+    own(file);
+    EXPECT_EQ(GetParam().step(), 0);
+    EXPECT_EQ(file_facts(file).owner, server_user());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    InPlaceOf, Planted,
+    testing::Values(configuration,
+                    ServersFile{"filters_script", InstalledServer::filters, write_filter, 1},
+                    ServersFile{"wrapper", "/opt/teluma/bin/sendmail", install_sendmail, -1}),
+    CaseName());
+
+// The file is exchanged when the command that copies over it has been started.
+class Swapped : public Planted {
+  protected:
+    // The command changes names as the server's user would at this moment, and then copies.
+    static void swapBefore(const std::string& swap, const std::string& swap_back = "") {
+        std::filesystem::create_directory("bin");
+        write_file("bin/cp", "#!/bin/sh\n" + swap + "\n/bin/cp \"$@\"\n" + swap_back, 0755);
+        const std::string found_first = std::filesystem::current_path() / "bin:";
+        setenv("PATH", (found_first + getenv("PATH")).c_str(), 1);
+    }
+};
+
+TEST_P(Swapped, for_a_link_to_a_file_of_roots_the_step_fails) {
+    swapBefore("ln -sf " + victim.string() + " " + file.string());
+    EXPECT_EQ(GetParam().step(), GetParam().failure);
+}
+
+INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped,
+                         testing::Values(configuration,
+                                         ServersFile{"filters_script", InstalledServer::filters,
+                                                     write_filter, 1}),
+                         CaseName());
+
+}  // namespace
