@@ -11,6 +11,7 @@
 
 #include "apply/named_file.h"
 #include "apply/server_account.h"
+#include "wizard/child_process.h"
 
 namespace {
 
@@ -21,9 +22,12 @@ constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 // Backup names have a number below this one behind them.
 constexpr int backup_count = 100;
 
+// A system log that takes no more may block.
 int fail(int result, const std::string& message) {
-    syslog(LOG_ERR, "%s", message.c_str());
-    closelog();
+    run_in_child([&] {
+        openlog("WIZARD", LOG_NDELAY, LOG_USER);
+        syslog(LOG_ERR, "%s", message.c_str());
+    });
     return result;
 }
 
@@ -90,7 +94,6 @@ int prepare_wrapper() {
 int sendmail_install(int yes) {
     if (yes == 0)
         return 0;
-    openlog("WIZARD", LOG_NDELAY, LOG_USER);
     const int prepared = prepare_wrapper();
     if (prepared != 0)
         return prepared;

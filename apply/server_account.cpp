@@ -3,9 +3,35 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include "wizard/child_process.h"
+
+namespace {
+
+struct Account {
+    bool exists;
+    uid_t user;
+    gid_t group;
+};
+
+Account look_up_account() {
+    const passwd* entry = getpwnam("teluma");
+    return entry == nullptr ? Account{} : Account{true, entry->pw_uid, entry->pw_gid};
+}
+
+}  // namespace
+
+bool find_server_account(uid_t& user, gid_t& group) {
+    Account account{};
+    if (!ask_in_child([&] { account = look_up_account(); }, &account, sizeof(account)) ||
+        !account.exists)
+        return false;
+    user = account.user;
+    group = account.group;
+    return true;
+}
+
 int give_to_server(int file) {
-    const passwd* account = getpwnam("teluma");
-    if (account == nullptr)
-        return 1;
-    return fchown(file, account->pw_uid, account->pw_gid) == 0 ? 0 : 1;
+    uid_t user = 0;
+    gid_t group = 0;
+    return find_server_account(user, group) && fchown(file, user, group) == 0 ? 0 : 1;
 }

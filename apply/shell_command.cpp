@@ -7,20 +7,18 @@
 #include <cstdio>
 #include <cstring>
 
+#include "wizard/child_process.h"
 #include "wizard/private_directory.h"
-#include "wizard/signal_gate.h"
 
 namespace {
 
-int run_in_child(const ShellCommand& command, void (*prepare)()) {
-    const pid_t child = fork();
-    if (child == 0) {
+// Runs `command` by the shell in a child process that has called `prepare` first.
+int run_by_shell(const ShellCommand& command, void (*prepare)()) {
+    return run_in_child([&] {
         prepare();
-        restore_signals_in_child();
         execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
         _exit(127);
-    }
-    return child == -1 ? -1 : wait_for_child(child);
+    });
 }
 
 }  // namespace
@@ -34,11 +32,11 @@ bool format_command(ShellCommand& command, const char* format, ...) {
 }
 
 int run_server_command(const ShellCommand& command) {
-    return run_in_child(command, leave_private_directory_in_child);
+    return run_by_shell(command, leave_private_directory_in_child);
 }
 
 int run_file_command(const ShellCommand& command) {
-    return run_in_child(command, [] { setpgid(0, 0); });
+    return run_by_shell(command, [] { setpgid(0, 0); });
 }
 
 std::string in_double_quotes(const char* text) {

@@ -1,7 +1,11 @@
 #include "tests/e2e/apply_waits.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <fstream>
 
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
@@ -34,6 +38,8 @@ const WaitFacts& facts_of(ApplyWait wait) {
         {"before_connecting", "", connecting},
         {"connection", "", connecting},
         {"silent_server", "\"create domain\" 1 silent\n", "creating domain"},
+        {"account", "", "configuring TELUMA sendmail"},
+        {"system_log", "", "configuring TELUMA sendmail"},
         {"step_error", "\"create domain\" 1 refuse\n", "Error!"},
         {"login_error", "password * refuse\n", "Error!"},
         {"final_ok", "", " OK "},
@@ -64,6 +70,19 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
     if (kind == ApplyWait::old_pid_file)
         write_file(InstalledServer::pid_file, std::to_string(decoy->pid()) + "\n");
     replaceServer();
+    replaceHost();
+}
+
+void ApplyStage::replaceHost() {
+    if (kind == ApplyWait::account) {
+        unlink("/etc/passwd");
+        checked(mkfifo("/etc/passwd", 0644), "mkfifo");
+    }
+    if (kind == ApplyWait::system_log) {
+        system_log.emplace();
+        system_log->fill();
+        unlink("/opt/teluma/bin/sendmail");
+    }
 }
 
 void ApplyStage::replaceServer() const {
@@ -78,7 +97,11 @@ void ApplyStage::replaceServer() const {
 }
 
 void ApplyStage::open(WizardRun& wizard, const Caller& caller) {
-    wizard.walkToTheEnd();
+    Answers answers;
+    // Otherwise the account is looked up for the filters script already, between two commands.
+    if (kind == ApplyWait::account)
+        answers.relay = {false, false, false};
+    wizard.walkToTheEnd(answers);
     wizard.waitForText(facts_of(kind).text, caller);
     waitForStage(wizard, caller);
     wizard.waitForKey(caller);

@@ -9,6 +9,7 @@
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/silent_port.h"
+#include "tests/support/system_log.h"
 
 /// What the wizard can be waiting for while it applies the answers.
 enum class ApplyWait {
@@ -19,6 +20,8 @@ enum class ApplyWait {
     before_connecting,
     connection,     // a host that does not answer
     silent_server,  // an answer
+    account,        // the look-up of the server's account, for ever
+    system_log,     // a system log that takes no more, for ever
     step_error,     // "OK" in the dialog that tells of a failed step
     login_error,    // the same of a failed login
     final_ok,       // "OK" when all is done
@@ -42,12 +45,14 @@ class ApplyStage {
 
   private:
     void replaceServer() const;
+    void replaceHost();
     void waitForStage(WizardRun& wizard, const Caller& caller);
 
     ApplyWait kind;
     InstalledServer server;
     std::optional<Decoy> decoy;
     std::optional<SilentPort> silent_port;
+    std::optional<SystemLog> system_log;
 };
 
 std::string apply_wait_name(const testing::TestParamInfo<ApplyWait>& info);
@@ -56,6 +61,6 @@ inline auto every_apply_wait() {
     return testing::Values(ApplyWait::old_pid_file, ApplyWait::password_command,
                            ApplyWait::start_command, ApplyWait::new_pid_file,
                            ApplyWait::before_connecting, ApplyWait::connection,
-                           ApplyWait::silent_server, ApplyWait::step_error, ApplyWait::login_error,
-                           ApplyWait::final_ok);
+                           ApplyWait::silent_server, ApplyWait::account, ApplyWait::system_log,
+                           ApplyWait::step_error, ApplyWait::login_error, ApplyWait::final_ok);
 }

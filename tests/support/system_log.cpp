@@ -1,14 +1,17 @@
 #include "tests/support/system_log.h"
 
+#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <regex>
 
 namespace {
 
 constexpr const char* path = "/dev/log";
+const sockaddr_un address = {AF_UNIX, "/dev/log"};
 
 // syslog(3) puts the time between priority and identity.
 std::string without_time(const std::string& message) {
@@ -16,12 +19,15 @@ std::string without_time(const std::string& message) {
     return std::regex_replace(message, time, "$1");
 }
 
+int new_socket() {
+    return checked(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "socket");
+}
+
 }  // namespace
 
-SystemLog::SystemLog()
-    : socket(checked(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "socket")) {
-    const sockaddr_un name = {AF_UNIX, "/dev/log"};
-    checked(bind(socket.get(), reinterpret_cast<const sockaddr*>(&name), sizeof name), "bind");
+SystemLog::SystemLog() : socket(new_socket()) {
+    checked(bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address),
+            "bind");
 }
 
 SystemLog::~SystemLog() {
@@ -34,4 +40,13 @@ std::vector<std::string> SystemLog::messages() {
     while ((length = recv(socket.get(), message, sizeof message, 0)) >= 0)
         received.push_back(without_time(std::string(message, static_cast<size_t>(length))));
     return received;
+}
+
+void SystemLog::fill() {
+    const Descriptor sender(new_socket());
+    const std::string text = "full";
+    while (sendto(sender.get(), text.data(), text.size(), 0,
+                  reinterpret_cast<const sockaddr*>(&address), sizeof address) != -1) {
+    }
+    EXPECT_EQ(errno, EAGAIN);
 }

@@ -16,6 +16,9 @@ class SystemLog {
     /// The messages so far: "<PRIORITY>" and, without the time, "IDENTITY: TEXT".
     std::vector<std::string> messages();
 
+    /// Logs until a further message would have to wait for messages().
+    void fill();
+
   private:
     Descriptor socket;
     std::vector<std::string> received;
