@@ -15,11 +15,11 @@ uid_t server_user() {
 ExitStatus as_user(uid_t user, const std::function<void()>& piece) {
     const pid_t child = checked(fork(), "fork");
     if (child == 0) {
-        if (setgroups(0, nullptr) == 0 && setgid(user) == 0 && setuid(user) == 0) {
-            piece();
-            _exit(0);
-        }
-        _exit(126);
+        if (user != geteuid() &&
+            (setgroups(0, nullptr) != 0 || setgid(user) != 0 || setuid(user) != 0))
+            _exit(126);
+        piece();
+        _exit(0);
     }
     int status = 0;
     checked(waitpid(child, &status, 0), "waitpid");
