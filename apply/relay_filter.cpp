@@ -1,5 +1,7 @@
 #include "apply/relay_filter.h"
 
+#include <unistd.h>
+
 #include <cstring>
 #include <string>
 
@@ -50,6 +52,12 @@ void copy_script(std::FILE* script, std::FILE* copy) {
     }
 }
 
+bool give_to_server(int script) {
+    uid_t user = 0;
+    gid_t group = 0;
+    return find_server_account(user, group) && fchown(script, user, group) == 0;
+}
+
 // Rewrites the script at `path` and gives it to the server's account; returns 0 or 1 as
 // relay_write_filter() does.
 int rewrite_script(const char* path, const std::string& condition) {
@@ -64,7 +72,7 @@ int rewrite_script(const char* path, const std::string& condition) {
     copy_script(script, copy);
     std::fprintf(copy, "method wizard_generated_relay {\n%s}\n", condition.c_str());
     const bool given =
-        working_copy_install(copy, script, path) == 0 && give_to_server(fileno(script)) == 0;
+        working_copy_install(copy, script, path) == 0 && give_to_server(fileno(script));
     std::fclose(script);
     return given ? 0 : 1;
 }

@@ -12,6 +12,7 @@
 #include "apply/named_file.h"
 #include "apply/server_account.h"
 #include "wizard/child_process.h"
+#include "wizard/tel_help.h"
 
 namespace {
 
@@ -79,8 +80,12 @@ int save_system_sendmail(const std::string& target) {
 
 // Gives the wrapper to the server's account and sets its mode; returns as sendmail_install().
 int prepare_wrapper() {
+    uid_t user = 0;
+    gid_t group = 0;
     const int file = open_named_file(wrapper, O_RDONLY);
-    const bool given = file != -1 && give_to_server(file) == 0;
+    // Of root's it would give everybody root's rights.
+    const bool given = file != -1 && find_server_account(user, group) &&
+                       (user != 0 || has_one_user()) && fchown(file, user, group) == 0;
     const bool set = given && fchmod(file, 06755) == 0;
     if (file != -1)
         close(file);

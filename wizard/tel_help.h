@@ -42,6 +42,11 @@ void host_domain_name(char* name, std::size_t size);
 /// where the system has no such files.
 int nameless_file();
 
+/// Whether the superuser is the only user there is: in a user namespace of Linux that knows no
+/// other id, user_namespaces(7), as an ordinary user can make it. Nobody could gain any right
+/// there.
+bool has_one_user();
+
 /// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
 /// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in
 /// *count. An entry with an empty name follows the last one unless the table is full. Returns a
