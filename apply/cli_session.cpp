@@ -8,12 +8,14 @@
 #include <cstring>
 
 #include "apply/cli_wire.h"
+#include "apply/server_account.h"
 #include "apply/server_config.h"
 #include "apply/server_process.h"
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
 #include "wizard/signal_gate.h"
 #include "wizard/tcp_client.h"
+#include "wizard/tel_help.h"
 
 int cli_socket = -1;
 
@@ -30,6 +32,33 @@ int wait_for_server_pid() {
         server_read_pid();
     }
     return 0;
+}
+
+bool server_is_root = false;
+
+// A row of a table may be left out while the table changes, and comes when the server accepts the
+// connection, which it has done once it has greeted.
+EndOwners look_for_owners(uid_t& own, uid_t& peer) {
+    constexpr int most_sleeps = 2;
+    EndOwners owners = find_end_owners(cli_socket, own, peer);
+    for (int sleeps = 0; owners == EndOwners::missing && sleeps < most_sleeps; ++sleeps) {
+        sleep_seconds(1);
+        owners = find_end_owners(cli_socket, own, peer);
+    }
+    return owners;
+}
+
+// Any user of this host may have taken the port before the server.
+bool peer_is_trusted() {
+    uid_t own = 0;
+    uid_t peer = 0;
+    const EndOwners owners = look_for_owners(own, peer);
+    server_is_root = owners == EndOwners::known && peer == own;
+    if (owners != EndOwners::known || server_is_root)
+        return owners != EndOwners::missing;
+    uid_t user = 0;
+    gid_t group = 0;
+    return find_server_account(user, group) && peer == user;
 }
 
 int close_session(int failure) {
@@ -89,13 +118,17 @@ int cli_command_format(const char* format, ...) {
 }
 
 int cli_login() {
-    if (wait_for_server_pid() != 0)
+    if (wait_for_server_pid() != 0 || cli_connect() != 0)
         return 1;
-    // A failed connection shows up as a password that is not accepted.
-    cli_connect();
     cli_wait_prompt();
+    if (!peer_is_trusted())
+        return close_session(1);
     cli_command("user admin");
     char password[256];
     std::snprintf(password, sizeof(password), "%s", install_profiles[os_kind].admin_password);
     return cli_command(password);
+}
+
+bool cli_server_is_root() {
+    return server_is_root;
 }

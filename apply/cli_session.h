@@ -23,6 +23,12 @@ int cli_command(const char* text);
 int cli_command_format(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Waits up to four seconds until the server's process id is known, connects and logs in as the
-/// administrator with the password in the selected installation profile. Returns 0 when logged in,
-/// else 1.
+/// administrator with the password in the selected installation profile. Nothing is sent, and the
+/// session closed, where the other end turns out, in at most two seconds behind the greeting, to
+/// belong to another user than the wizard's own end or the server's account. Returns 0 when logged
+/// in, else 1.
 int cli_login();
+
+/// Whether the session's other end has been seen to belong to the wizard's own user, root; false
+/// where that is the user "teluma", or where nothing could be looked at.
+bool cli_server_is_root();

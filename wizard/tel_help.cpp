@@ -19,6 +19,7 @@
 #endif
 
 #include <cassert>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -27,6 +28,7 @@
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
 #include "wizard/interface_records.h"
+#include "wizard/tcp_rows.h"
 
 int os_kind_named(const char* system_name) {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
@@ -82,6 +84,59 @@ bool has_one_user() {
     const int numbers = std::fscanf(map, "%lu %lu %lu %lu", &inside, &outside, &count, &second);
     std::fclose(map);
     return numbers == 3 && count == 1;
+}
+
+namespace {
+
+using AskForAddress = int(int, sockaddr*, socklen_t*);
+
+bool ask_for(AskForAddress* ask, int descriptor, sockaddr_in& address) {
+    socklen_t size = sizeof(address);
+    return ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+}
+
+// An address of another host can't be given to a socket of this one.
+bool is_own_address(const sockaddr_in& address) {
+    sockaddr_in any_port = address;
+    any_port.sin_port = 0;
+    const int probe = socket(AF_INET, SOCK_DGRAM, 0);
+    const bool is_foreign =
+        probe != -1 &&
+        bind(probe, reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == -1 &&
+        errno == EADDRNOTAVAIL;
+    close(probe);
+    return !is_foreign;
+}
+
+// The kernel has the tables of connections; a process that is out of descriptors can't see them.
+bool lists_connections() {
+    return access("/proc/net/tcp", F_OK) == 0;
+}
+
+bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
+    for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
+        std::FILE* table = std::fopen(path, "r");
+        const bool found = table != nullptr && find_owner(table, own, remote, owner);
+        if (table != nullptr)
+            std::fclose(table);
+        if (found)
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer) {
+    sockaddr_in local{};
+    sockaddr_in remote{};
+    if (!ask_for(getsockname, descriptor, local) || !ask_for(getpeername, descriptor, remote))
+        return EndOwners::missing;
+    if (!lists_connections() || !is_own_address(remote))
+        return EndOwners::unlistable;
+    const bool both =
+        find_listed_owner(local, remote, own) && find_listed_owner(remote, local, peer);
+    return both ? EndOwners::known : EndOwners::missing;
 }
 
 namespace {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstddef>
 
 /// What the wizard asks the host for: its operating system, its domain name, its network
-/// interfaces. Whatever differs between Linux, the BSDs and SunOS stands in this module.
+/// interfaces, its connections. Whatever differs between Linux, the BSDs and SunOS stands in this
+/// module.
 
 /// One IPv4 network interface, every field a NUL-terminated text.
 struct interf_addr {
@@ -46,6 +49,17 @@ int nameless_file();
 /// other id, user_namespaces(7), as an ordinary user can make it. Nobody could gain any right
 /// there.
 bool has_one_user();
+
+/// What is known about the users who have the two ends of a connection.
+enum class EndOwners {
+    known,
+    missing,    ///< one end has not been accepted yet, or nobody has it any more
+    unlistable  ///< the other end is on another host, or the system lists no owners
+};
+
+/// Finds the users who have both ends of a connected IPv4 TCP socket, by the kernel's tables of
+/// connections, /proc/net/tcp and tcp6 (proc(5)), as both stand there. Only Linux has such tables.
+EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer);
 
 /// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
 /// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in

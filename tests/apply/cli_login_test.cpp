@@ -63,6 +63,7 @@ class CliLogin : public testing::Test {
 TEST_F(CliLogin, sends_user_and_password_and_succeeds_when_the_password_is_accepted) {
     EXPECT_EQ(logIn(greeting + password_prompt + accepted), 0);
     EXPECT_EQ(peer->received(), "user admin\r\nAdm1n secret\r\n");
+    EXPECT_TRUE(cli_server_is_root());
 }
 
 TEST_F(CliLogin, sends_a_password_of_255_characters) {
@@ -91,6 +92,19 @@ TEST_F(CliLogin, goes_on_after_a_greeting_that_cannot_be_read) {
 
 TEST_F(CliLogin, fails_when_the_server_hangs_up_without_a_greeting) {
     EXPECT_EQ(logIn(""), 1);
+}
+
+TEST_F(CliLogin, gives_up_after_two_seconds_when_nobody_has_the_other_end) {
+    peer = std::make_unique<ListeningPeer>(greeting + password_prompt + accepted);
+    cli_port = static_cast<std::uint16_t>(peer->port());
+    waits.atSocket = [this] {
+        peer->serve();
+        peer->hangUp();
+    };
+    EXPECT_EQ(cli_login(), 1);
+    EXPECT_EQ(waits.sleeps, (std::vector<int>{2, 1, 1}));
+    EXPECT_EQ(cli_socket, -1);
+    EXPECT_FALSE(cli_server_is_root());
 }
 
 TEST_F(CliLogin, waits_two_seconds_before_it_connects_when_the_process_id_is_known) {

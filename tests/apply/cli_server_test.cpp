@@ -1,6 +1,7 @@
 // The CLI session against the server program: what arrives there, in order, and what it does.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -191,6 +192,16 @@ class CliServerLogin : public InstalledServerCase {
 TEST_F(CliServerLogin, copes_with_a_greeting_that_comes_late_or_byte_by_byte) {
     EXPECT_EQ(logInWith("connect 1 late 0.2"), 0);
     EXPECT_EQ(logInWith("connect 1 dribble"), 0);
+}
+
+TEST_F(CliServerLogin, knows_a_server_of_roots_from_one_of_the_servers_own_user) {
+    EXPECT_EQ(logInWith(""), 0);
+    EXPECT_TRUE(cli_server_is_root());
+    if (chown("/run/scratch", 12, 12) != 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    server.runAsItsUser();
+    EXPECT_EQ(logInWith(""), 0);
+    EXPECT_FALSE(cli_server_is_root());
 }
 
 TEST_F(CliServerLogin, fails_when_the_connection_is_closed_at_once) {

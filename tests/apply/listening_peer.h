@@ -20,6 +20,9 @@ class ListeningPeer {
     /// Sends the answers if a client has connected and has not been served yet.
     void serve();
 
+    /// Leaves the client alone with what has been sent.
+    void hangUp() { client.close(); }
+
     /// Everything that the client has sent so far.
     std::string received() const;
 

@@ -3,10 +3,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <iterator>
 
 #include "tests/support/cli_client.h"
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/side_by_side.h"
@@ -50,6 +52,17 @@ void InstalledServer::save(const std::string& state) const {
 void InstalledServer::replaceBy(const std::string& script) const {
     unlink(binary);
     write_file(binary, "#!/bin/sh\n" + script, 0755);
+}
+
+void InstalledServer::wrapBy(const std::string& script) const {
+    const std::string real = std::string(binary) + ".real";
+    checked(rename(binary, real.c_str()), "rename");
+    replaceBy(script);
+}
+
+void InstalledServer::runAsItsUser() const {
+    run_command({"chown", "-R", "teluma:teluma", "/var/opt/teluma"});
+    wrapBy("exec setpriv --reuid teluma --regid teluma --clear-groups -- $0.real \"$@\"\n");
 }
 
 pid_t InstalledServer::pid() const {

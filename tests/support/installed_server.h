@@ -28,6 +28,12 @@ class InstalledServer {
     /// Puts a shell script in the place of its executable.
     void replaceBy(const std::string& script) const;
 
+    /// The same; the script knows the executable as `$0.real`.
+    void wrapBy(const std::string& script) const;
+
+    /// Gives its files to the user "teluma", as whom it runs from now on whoever starts it.
+    void runAsItsUser() const;
+
     /// The process that the pid file names; 0 without one.
     pid_t pid() const;
 

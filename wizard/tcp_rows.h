@@ -1,0 +1,13 @@
+#pragma once
+
+#include <netinet/in.h>
+#include <sys/types.h>
+
+#include <cstdio>
+
+/// Finds the end of a TCP connection that has this address of its own and that remote one in
+/// `table`, an open /proc/net/tcp or tcp6 (proc(5)), and stores the user who took it, with
+/// accept(2) or socket(2), in `owner`. In the second table IPv4 addresses stand as parts of IPv6
+/// ones. Returns false, with `owner` as it was, when it is not there or nobody has taken it yet,
+/// and when nobody has it any more: it has no inode then and seems to be root's.
+bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner);
