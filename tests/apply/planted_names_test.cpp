@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "apply/cli_session.h"
 #include "apply/relay_filter.h"
 #include "apply/sendmail_install.h"
 #include "apply/server_config.h"
@@ -177,5 +178,62 @@ INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped,
                                          ServersFile{"filters_script", InstalledServer::filters,
                                                      write_filter, 1}),
                          CaseName());
+
+// What a server that runs as its own user may name as its filters script.
+class ScriptOfServersUser : public InstalledServerCase {
+  protected:
+    void SetUp() override {
+        if (server_user() == 0)
+            GTEST_SKIP() << "a user namespace without other ids";
+    }
+
+    // What the step returns when the server names this file, which holds `content`.
+    int nameScript(const std::string& path, uid_t owner) {
+        write_file(path, content);
+        std::string config = read_file(InstalledServer::config);
+        config.replace(config.find(InstalledServer::filters),
+                       std::string(InstalledServer::filters).size(), path);
+        write_file(InstalledServer::config, config);
+        server.runAsItsUser();
+        chown(path.c_str(), owner, owner);
+        logIn();
+        EXPECT_FALSE(cli_server_is_root());
+        return write_filter();
+    }
+
+    void expectRefused(const std::string& path) {
+        EXPECT_EQ(nameScript(path, 0), 1);
+        EXPECT_EQ(read_file(path), content);
+        EXPECT_EQ(file_facts(path).owner, 0u);
+        EXPECT_FALSE(exists(path + ".beforewizard"));
+    }
+
+    void expectWritten(const std::string& path, uid_t owner) {
+        EXPECT_EQ(nameScript(path, owner), 0);
+        EXPECT_NE(read_file(path), content);
+        EXPECT_EQ(file_facts(path).owner, server_user());
+    }
+};
+
+TEST_F(ScriptOfServersUser, that_is_a_file_of_roots_is_refused) {
+    expectRefused("/etc/shadow.copy");
+}
+
+TEST_F(ScriptOfServersUser, that_is_the_servers_program_is_refused) {
+    expectRefused("/opt/teluma/bin/helper");
+}
+
+TEST_F(ScriptOfServersUser, that_is_a_file_of_another_user_is_refused) {
+    EXPECT_EQ(nameScript("/run/scratch/script", 12), 1);
+    EXPECT_EQ(file_facts("/run/scratch/script").owner, 12u);
+}
+
+TEST_F(ScriptOfServersUser, that_is_its_own_file_is_written_wherever_it_stands) {
+    expectWritten("/run/scratch/script", server_user());
+}
+
+TEST_F(ScriptOfServersUser, that_is_roots_in_a_directory_of_the_servers_is_written) {
+    expectWritten("/var/opt/teluma/run/script", 0);
+}
 
 }  // namespace
