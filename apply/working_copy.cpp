@@ -47,7 +47,7 @@ int working_copy_install(std::FILE* copy, std::FILE* original, const char* path)
         format_command(copy_back, "cp %s %s >> /dev/null", name, as_shell_word(path).c_str()) &&
         keep_original(file, path) == 0 && leads_to(path, file);
     if (installs)
-        run_file_command(copy_back);
+        run_file_command(copy_back, file);
     if (format_command(remove, "rm %s >> /dev/null", name))
         run_file_command(remove);
     // A copy that the command has left would bar the way to the next one.

@@ -26,10 +26,10 @@ void put(const std::string& path, const std::string& content) {
 }  // namespace
 
 // The linker puts this in the place of run_file_command() (ld(1), --wrap).
-int run_without_shell(const ShellCommand& command) __asm__(
-    "__wrap__Z16run_file_commandRK12ShellCommand");
+int run_without_shell(const ShellCommand& command,
+                      int only) __asm__("__wrap__Z16run_file_commandRK12ShellCommandi");
 
-int run_without_shell(const ShellCommand& command) {
+int run_without_shell(const ShellCommand& command, int /*only*/) {
     const std::string text = command.text;
     const std::string copy = "cp temp.cfg ";
     const std::string behind = " >> /dev/null";

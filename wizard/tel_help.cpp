@@ -6,12 +6,18 @@
 #include <sys/socket.h>
 // clang-format on
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/utsname.h>
 #include <unistd.h>
+#if __has_include(<linux/landlock.h>)
+#include <linux/landlock.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#endif
 #if defined(__sun)
 // The requests about interfaces, if_tcp(7P), and sysinfo(2).
 #include <sys/sockio.h>
@@ -85,6 +91,26 @@ bool has_one_user() {
     std::fclose(map);
     return numbers == 3 && count == 1;
 }
+
+#ifdef LANDLOCK_ACCESS_FS_WRITE_FILE
+void confine_writing_in_child(int descriptor) {
+    landlock_ruleset_attr handled{};
+    handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE;
+    const auto rules =
+        static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof(handled), 0));
+    for (const int writable : {descriptor, open("/dev/null", O_RDONLY | O_CLOEXEC)}) {
+        landlock_path_beneath_attr rule{};
+        rule.allowed_access = LANDLOCK_ACCESS_FS_WRITE_FILE;
+        rule.parent_fd = writable;
+        if (syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == -1)
+            return;
+    }
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0)
+        syscall(SYS_landlock_restrict_self, rules, 0);
+}
+#else
+void confine_writing_in_child(int /*descriptor*/) {}
+#endif
 
 namespace {
 

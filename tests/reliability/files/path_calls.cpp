@@ -3,8 +3,10 @@
 // look for the next function of the same name.
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/select.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -181,6 +183,19 @@ int execl(const char* path, const char* argument, ...) noexcept {
     if (process_call_fails("execl", arguments[arguments.size() - 2]))
         return -1;
     return execv(path, arguments.data());
+}
+
+// A command that can write to one file alone could not tell of its calls.
+int prctl(int option, ...) noexcept {
+    if (option == PR_SET_NO_NEW_PRIVS && is_watched_process())
+        return -1;
+    va_list arguments;
+    va_start(arguments, option);
+    unsigned long rest[4];
+    for (unsigned long& argument : rest)
+        argument = va_arg(arguments, unsigned long);
+    va_end(arguments);
+    return static_cast<int>(syscall(SYS_prctl, option, rest[0], rest[1], rest[2], rest[3]));
 }
 
 // The wizard's sleeps, which are this call without a descriptor, take five milliseconds.
