@@ -15,8 +15,11 @@
 #include "ui/pending_box.h"
 #include "ui/terminal_output.h"
 #include "wizard/host_facts.h"
+#include "wizard/install_profile.h"
 #include "wizard/release_screens.h"
+#include "wizard/resource_limits.h"
 #include "wizard/screen_state.h"
+#include "wizard/secret.h"
 #include "wizard/wizard_settings.h"
 
 namespace {
@@ -46,11 +49,24 @@ bool go_back_to(int state, const char* message) {
     return go_back_to(state, state, message);
 }
 
+[[noreturn]] void end_without_login() {
+    show_failure(
+        "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
+    server_stop();
+    release_screens();
+    close_screen();
+    std::exit(1);
+}
+
 bool set_password() {
     if (settings.done_password)
         return true;
     progress_add("pass", "--> setting admin password");
     settings.done_password = 1;
+    // Without room for its files the restart would leave the server stopped, or a second one
+    // running. A few at a time are enough.
+    if (!can_open_files(16))
+        end_without_login();
     // A restart that has failed shows up as a login that fails.
     server_restart_with_password(settings.admin_password);
     progress_done("pass");
@@ -61,14 +77,8 @@ bool log_in() {
     if (settings.done_login)
         return true;
     progress_add("login", "--> connecting to CLI");
-    if (cli_login() != 0) {
-        show_failure(
-            "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
-        server_stop();
-        release_screens();
-        close_screen();
-        std::exit(1);
-    }
+    if (cli_login() != 0)
+        end_without_login();
     settings.done_login = 1;
     progress_done("login");
     return true;
@@ -219,6 +229,16 @@ bool install_sendmail() {
     return true;
 }
 
+// Whoever goes through the screens again changes nothing about what has been applied.
+void forget_applied_passwords() {
+    if (settings.done_login) {
+        wipe(settings.admin_password);
+        wipe(install_profiles[os_kind].admin_password);
+    }
+    if (settings.done_domain)
+        wipe(settings.postmaster_password);
+}
+
 void finish() {
     progress_wait_for_ok();
     progress_hide_all();
@@ -241,7 +261,9 @@ void apply_configuration() {
     curs_set(1);
     progress_show_all();
     for (const auto step : steps) {
-        if (!step())
+        const bool succeeded = step();
+        forget_applied_passwords();
+        if (!succeeded)
             return;
     }
     finish();

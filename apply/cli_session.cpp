@@ -11,11 +11,12 @@
 #include "apply/server_account.h"
 #include "apply/server_config.h"
 #include "apply/server_process.h"
+#include "wizard/end_owners.h"
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
+#include "wizard/secret.h"
 #include "wizard/signal_gate.h"
 #include "wizard/tcp_client.h"
-#include "wizard/tel_help.h"
 
 int cli_socket = -1;
 
@@ -114,7 +115,10 @@ int cli_command_format(const char* format, ...) {
     va_end(arguments);
     if (length < 0 || length > cli_command_limit)
         return 1;
-    return cli_command(command);
+    const int failure = cli_command(command);
+    // It may have a password in it.
+    wipe(command);
+    return failure;
 }
 
 int cli_login() {
@@ -124,9 +128,7 @@ int cli_login() {
     if (!peer_is_trusted())
         return close_session(1);
     cli_command("user admin");
-    char password[256];
-    std::snprintf(password, sizeof(password), "%s", install_profiles[os_kind].admin_password);
-    return cli_command(password);
+    return cli_command(install_profiles[os_kind].admin_password);
 }
 
 bool cli_server_is_root() {

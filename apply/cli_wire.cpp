@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "wizard/secret.h"
 #include "wizard/signal_gate.h"
 
 namespace {
@@ -77,6 +78,16 @@ Progress take_byte(int descriptor, ReplyLine& line) {
     return line.isFull() ? Progress::failed : Progress::goes_on;
 }
 
+int send_all(int descriptor, const char* bytes, size_t length) {
+    for (size_t sent = 0; sent < length;) {
+        const ssize_t result = write_some(descriptor, bytes + sent, length - sent);
+        if (result == -1)
+            return errno;
+        sent += static_cast<size_t>(result);
+    }
+    return 0;
+}
+
 }  // namespace
 
 int cli_send_line(int descriptor, const char* text) {
@@ -87,13 +98,10 @@ int cli_send_line(int descriptor, const char* text) {
     std::memcpy(buffer, text, length);
     buffer[length++] = '\r';
     buffer[length++] = '\n';
-    for (size_t sent = 0; sent < length;) {
-        const ssize_t result = write_some(descriptor, buffer + sent, length - sent);
-        if (result == -1)
-            return errno;
-        sent += static_cast<size_t>(result);
-    }
-    return 0;
+    const int failure = send_all(descriptor, buffer, length);
+    // It may be a password.
+    wipe(buffer);
+    return failure;
 }
 
 char* cli_read_line(int descriptor) {

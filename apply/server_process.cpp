@@ -8,12 +8,14 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "apply/server_account.h"
 #include "apply/server_config.h"
 #include "apply/shell_command.h"
 #include "apply/working_copy.h"
 #include "wizard/install_profile.h"
+#include "wizard/secret.h"
 #include "wizard/signal_gate.h"
 
 int server_pid = 0;
@@ -103,11 +105,14 @@ int server_start() {
 }
 
 int server_set_admin_password(const char* password) {
+    std::string quoted = in_double_quotes(password);
     ShellCommand command;
-    if (!format_command(command, "%s -A \"%s\" >> /dev/null", profile().server_binary,
-                        in_double_quotes(password).c_str()))
-        return 1;
-    return run_server_command(command) == -1 ? 1 : 0;
+    const bool fits = format_command(command, "%s -A \"%s\" >> /dev/null", profile().server_binary,
+                                     quoted.c_str());
+    const bool has_run = fits && run_server_command(command) != -1;
+    wipe(quoted);
+    wipe(command.text);
+    return has_run ? 0 : 1;
 }
 
 int server_restart_with_password(const char* password) {

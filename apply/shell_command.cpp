@@ -47,6 +47,8 @@ int run_file_command(const ShellCommand& command, int only) {
 
 std::string in_double_quotes(const char* text) {
     std::string quoted;
+    // A password that outgrew its room would leave a piece of itself behind.
+    quoted.reserve(2 * std::strlen(text));
     for (; *text != '\0'; ++text) {
         if (std::strchr("\"$`\\", *text) != nullptr)
             quoted += '\\';

@@ -8,6 +8,7 @@
 #include "wizard/install_profile.h"
 #include "wizard/screen_moves.h"
 #include "wizard/screen_state.h"
+#include "wizard/secret.h"
 #include "wizard/tel_help.h"
 #include "wizard/wizard_settings.h"
 
@@ -81,7 +82,7 @@ void store_answers(const char* domain, const char* location, const char* passwor
 void go_next() {
     const HeapText domain(domain_field->getText());
     const HeapText location(location_field->getText());
-    const HeapText password(postmaster_field->getText());
+    const SecretText password(postmaster_field->getText());
     if (domain.get()[0] == '\0') {
         screen_error(domain_screen, "A blank domain is not allowed!", focus_domain);
     } else if (location.get()[0] == '\0') {

@@ -8,6 +8,7 @@
 #include "wizard/abort_wizard.h"
 #include "wizard/screen_moves.h"
 #include "wizard/screen_state.h"
+#include "wizard/secret.h"
 #include "wizard/wizard_settings.h"
 
 Screen password_screen{state_password};
@@ -37,8 +38,8 @@ PassTextField* add_password_row(int focus, int row, const char* text) {
 }
 
 void go_next() {
-    const HeapText password(password_field->getText());
-    const HeapText validate(validate_field->getText());
+    const SecretText password(password_field->getText());
+    const SecretText validate(validate_field->getText());
     if (std::strcmp(password.get(), validate.get()) != 0) {
         screen_error(password_screen, "Passwords do not match!", focus_password);
         return;

@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
+#include "wizard/secret.h"
+
+PassTextField::~PassTextField() {
+    wipe(buffer.data(), buffer.size());
+}
+
 void PassTextField::draw() {
     Window::draw();
     length = static_cast<int>(std::strlen(buffer.data()));

@@ -7,6 +7,9 @@ class PassTextField : public TextField {
   public:
     using TextField::TextField;
 
+    /// Overwrites the text.
+    ~PassTextField() override;
+
     void draw() override;
 
     /// As TextField's, but a character that is typed is not followed by a terminator: behind a text

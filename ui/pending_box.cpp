@@ -76,7 +76,6 @@ void draw_box() {
     print_message();
     pending.frame->setTitle(message_is_too_long() ? "Error!" : pending.title.c_str(), pair_screen);
     pending.frame->draw();
-    show_frame();
 }
 
 void open_box(const char* message, const char* title, bool lists_progress) {
@@ -94,6 +93,7 @@ void open_box(const char* message, const char* title, bool lists_progress) {
     keypad(pending.frame->getCursesWindow(), TRUE);
     curs_set(0);
     draw_box();
+    show_frame();
 }
 
 }  // namespace

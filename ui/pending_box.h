@@ -20,6 +20,8 @@ void hidePending();
 void closePending();
 
 /// Puts the box, if there is one, where the terminal's present size wants it and draws it.
+/// The caller shows it, once what stands in it has been moved too: beyond the edge of a terminal
+/// that has become narrower curses reads what is not there.
 void placePending();
 
 /// The frame of the box that is open, null where none is; owned by the box.

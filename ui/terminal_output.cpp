@@ -4,20 +4,18 @@
 #include <fcntl.h>
 #include <panel.h>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <term.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "ui/output_thinner.h"
+#include "ui/terminal_size.h"
 #include "wizard/tel_help.h"
 
 namespace {
@@ -96,25 +94,11 @@ std::string take_from_store() {
     return thins ? thinner.thin(said) : said;
 }
 
-// The lines or columns that the environment prescribes, whatever the terminal has told.
-int prescribed(const char* variable, int told) {
-    const char* text = std::getenv(variable);
-    if (text == nullptr)
-        return told;
-    char* end = nullptr;
-    const long value = std::strtol(text, &end, 10);
-    // Where a long is no longer than an int, what doesn't fit becomes the greatest of both.
-    return *end == '\0' && value > 0 && value < INT_MAX ? static_cast<int>(value) : told;
-}
-
 // What curses does by itself where its output is not kept back.
 void renew_terminal() {
-    winsize size{};
-    ioctl(STDOUT_FILENO, TIOCGWINSZ, &size);
-    const int rows = prescribed("LINES", size.ws_row);
-    const int cols = prescribed("COLUMNS", size.ws_col);
-    if (is_term_resized(rows, cols))
-        resizeterm(rows, cols);
+    const TerminalSize size = terminal_size();
+    if (is_term_resized(size.rows, size.cols))
+        resizeterm(size.rows, size.cols);
     tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
     thinner.forget();
 }
@@ -123,6 +107,7 @@ void renew_terminal() {
 
 bool open_screen() {
     FILE* stream = stream_for_curses();
+    const SizeGuard size_guard;
     if (newterm(nullptr, stream, stdin) == nullptr) {
         if (stream != stdout)
             std::fclose(stream);
@@ -164,6 +149,7 @@ void close_screen() {
 }
 
 void renew_screen() {
+    const SizeGuard size_guard;
     if (keeps_back)
         renew_terminal();
     clear();

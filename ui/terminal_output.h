@@ -10,7 +10,8 @@
 /// and keep_output_back() and send_output() do nothing.
 
 /// Starts curses on standard input and output as newterm(3X) does, for the terminal type in TERM.
-/// False if it can't use the terminal.
+/// A size of more than 4,096 rows or columns, told by LINES, COLUMNS or the terminal, is ignored,
+/// as it is later. False if it can't use the terminal.
 bool open_screen();
 
 /// From now on what curses says waits for send_output(). Curses can't change the terminal's modes

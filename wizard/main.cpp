@@ -8,10 +8,12 @@
 #include "wizard/install_profile.h"
 #include "wizard/private_directory.h"
 #include "wizard/release_screens.h"
+#include "wizard/resource_limits.h"
 #include "wizard/screen_sequence.h"
 #include "wizard/signal_gate.h"
 #include "wizard/start_up.h"
 #include "wizard/summary.h"
+#include "wizard/tel_help.h"
 #include "wizard/terminal_session.h"
 
 int main() {
@@ -24,6 +26,9 @@ int main() {
         hold_signal(SIGTSTP, suspend_wizard);
     ignore_signal(SIGPIPE);
     keep_track_of_children();
+    keep_open_files_from_children();
+    // The connection to a port that is taken is never closed, however often the port is tried.
+    change_limit(RLIMIT_NOFILE, RLIM_INFINITY);
     enter_private_directory();
     discover_networks();
     select_install_profile();

@@ -1,5 +1,6 @@
 #include "wizard/signal_gate.h"
 
+#include <poll.h>
 #include <sys/select.h>
 #include <sys/wait.h>
 
@@ -7,6 +8,9 @@
 #include <ctime>
 #include <initializer_list>
 #include <vector>
+
+#include "wizard/resource_limits.h"
+#include "wizard/tel_help.h"
 
 namespace {
 
@@ -77,20 +81,11 @@ sigset_t all_but(int signal_number) {
     return mask;
 }
 
-int wait_for_descriptor(int descriptor, bool for_reading) {
-    if (descriptor < 0 || descriptor >= FD_SETSIZE)
-        return EBADF;
-    for (;;) {
-        fd_set descriptors;
-        FD_ZERO(&descriptors);
-        FD_SET(descriptor, &descriptors);
-        fd_set* readable = for_reading ? &descriptors : nullptr;
-        fd_set* writable = for_reading ? nullptr : &descriptors;
-        if (pselect(descriptor + 1, readable, writable, nullptr, nullptr, &masks().waiting) > 0)
-            return 0;
-        if (errno != EINTR)
-            return errno;
-    }
+int wait_for_descriptor(int descriptor, short event) {
+    int failure = EINTR;
+    while (failure == EINTR)
+        failure = wait_for_event(descriptor, event, masks().waiting);
+    return failure;
 }
 
 timespec now() {
@@ -157,11 +152,11 @@ void let_signals_in_except(int kept_out) {
 }
 
 int wait_readable(int descriptor) {
-    return wait_for_descriptor(descriptor, true);
+    return wait_for_descriptor(descriptor, POLLIN);
 }
 
 int wait_writable(int descriptor) {
-    return wait_for_descriptor(descriptor, false);
+    return wait_for_descriptor(descriptor, POLLOUT);
 }
 
 void sleep_seconds(int seconds) {
@@ -190,4 +185,5 @@ void restore_signals_in_child() {
     for (const ChangedAction& changed : changed_actions)
         sigaction(changed.signal_number, &changed.original, nullptr);
     sigprocmask(SIG_SETMASK, &masks().original, nullptr);
+    restore_limits_in_child();
 }

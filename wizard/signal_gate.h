@@ -11,7 +11,7 @@
 /// from the start, and let in only where the program waits: for a key, for the network, for a child
 /// process, in a sleep. There a handler is like a function call at a known place, and the wait goes
 /// on when it returns. The kernel swaps the signal mask and begins to wait in one step
-/// (pselect(2), sigsuspend(2)), so that no signal is missed in between.
+/// (ppoll(2), pselect(2)), so that no signal is missed in between.
 
 /// Installs `handler` for `signal_number` and keeps the signal blocked outside the waits; lets it
 /// in there also where the wizard was started with it blocked or ignored.
@@ -54,5 +54,6 @@ void sleep_seconds(int seconds);
 int wait_for_child(pid_t child);
 
 /// In a child process between fork and exec: gives it the signal mask that the wizard was started
-/// with, and the actions of the signals that the wizard holds or ignores.
+/// with, the actions of the signals that the wizard holds or ignores, and the limits that it has
+/// changed (wizard/resource_limits.h).
 void restore_signals_in_child();

@@ -9,8 +9,10 @@
 #include <fcntl.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/select.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 #if __has_include(<linux/landlock.h>)
@@ -26,6 +28,7 @@
 
 #include <cassert>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -34,7 +37,6 @@
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
 #include "wizard/interface_records.h"
-#include "wizard/tcp_rows.h"
 
 int os_kind_named(const char* system_name) {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
@@ -112,57 +114,36 @@ void confine_writing_in_child(int descriptor) {
 void confine_writing_in_child(int /*descriptor*/) {}
 #endif
 
-namespace {
-
-using AskForAddress = int(int, sockaddr*, socklen_t*);
-
-bool ask_for(AskForAddress* ask, int descriptor, sockaddr_in& address) {
-    socklen_t size = sizeof(address);
-    return ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+void keep_open_files_from_children() {
+    constexpr int first = STDERR_FILENO + 1;
+#ifdef CLOSE_RANGE_CLOEXEC
+    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+#endif
+    // The limit does not tell where to end: it may have been lowered since, or allow a billion.
+    constexpr int end = 65536;
+    for (int descriptor = first; descriptor < end; ++descriptor)
+        fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
-// An address of another host can't be given to a socket of this one.
-bool is_own_address(const sockaddr_in& address) {
-    sockaddr_in any_port = address;
-    any_port.sin_port = 0;
-    const int probe = socket(AF_INET, SOCK_DGRAM, 0);
-    const bool is_foreign =
-        probe != -1 &&
-        bind(probe, reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == -1 &&
-        errno == EADDRNOTAVAIL;
-    close(probe);
-    return !is_foreign;
-}
-
-// The kernel has the tables of connections; a process that is out of descriptors can't see them.
-bool lists_connections() {
-    return access("/proc/net/tcp", F_OK) == 0;
-}
-
-bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
-    for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
-        std::FILE* table = std::fopen(path, "r");
-        const bool found = table != nullptr && find_owner(table, own, remote, owner);
-        if (table != nullptr)
-            std::fclose(table);
-        if (found)
-            return true;
-    }
-    return false;
-}
-
-}  // namespace
-
-EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer) {
-    sockaddr_in local{};
-    sockaddr_in remote{};
-    if (!ask_for(getsockname, descriptor, local) || !ask_for(getpeername, descriptor, remote))
-        return EndOwners::missing;
-    if (!lists_connections() || !is_own_address(remote))
-        return EndOwners::unlistable;
-    const bool both =
-        find_listed_owner(local, remote, own) && find_listed_owner(remote, local, peer);
-    return both ? EndOwners::known : EndOwners::missing;
+int wait_for_event(int descriptor, short event, const sigset_t& mask) {
+#ifdef HAVE_PPOLL
+    pollfd waiting{descriptor, event, 0};
+    if (descriptor < 0)
+        return EBADF;
+    if (ppoll(&waiting, 1, nullptr, &mask) == -1)
+        return errno;
+    return (waiting.revents & POLLNVAL) != 0 ? EBADF : 0;
+#else
+    if (descriptor < 0 || descriptor >= FD_SETSIZE)
+        return EBADF;
+    fd_set waiting;
+    FD_ZERO(&waiting);
+    FD_SET(descriptor, &waiting);
+    fd_set* readable = event == POLLIN ? &waiting : nullptr;
+    fd_set* writable = event == POLLOUT ? &waiting : nullptr;
+    return pselect(descriptor + 1, readable, writable, nullptr, nullptr, &mask) == -1 ? errno : 0;
+#endif
 }
 
 namespace {

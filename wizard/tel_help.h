@@ -1,12 +1,10 @@
 #pragma once
 
-#include <sys/types.h>
-
+#include <csignal>
 #include <cstddef>
 
 /// What the wizard asks the host for: its operating system, its domain name, its network
-/// interfaces, its connections. Whatever differs between Linux, the BSDs and SunOS stands in this
-/// module.
+/// interfaces. Whatever differs between Linux, the BSDs and SunOS stands in this module.
 
 /// One IPv4 network interface, every field a NUL-terminated text.
 struct interf_addr {
@@ -55,16 +53,15 @@ bool has_one_user();
 /// where the kernel has that; elsewhere it can do what it could before.
 void confine_writing_in_child(int descriptor);
 
-/// What is known about the users who have the two ends of a connection.
-enum class EndOwners {
-    known,
-    missing,    ///< one end has not been accepted yet, or nobody has it any more
-    unlistable  ///< the other end is on another host, or the system lists no owners
-};
+/// Has programs that are run find none of the files but the standard streams that are open now:
+/// their descriptors become close-on-exec, by close_range(2) where the system can do that.
+void keep_open_files_from_children();
 
-/// Finds the users who have both ends of a connected IPv4 TCP socket, by the kernel's tables of
-/// connections, /proc/net/tcp and tcp6 (proc(5)), as both stand there. Only Linux has such tables.
-EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer);
+/// Waits until `descriptor` is ready for `event`, POLLIN or POLLOUT, with the signal mask `mask`
+/// meanwhile: ppoll(2), or pselect(2) where the system has none. Returns 0, EINTR when a signal has
+/// been let in, or another errno: EBADF for a descriptor that is not open or that pselect(2) can't
+/// be asked about.
+int wait_for_event(int descriptor, short event, const sigset_t& mask);
 
 /// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
 /// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in

@@ -1,6 +1,7 @@
 #include "tests/support/waits.h"
 
 #include <dlfcn.h>
+#include <poll.h>
 #include <sys/select.h>
 #include <unistd.h>
 
@@ -11,11 +12,17 @@
 namespace {
 
 using Pselect = int(int, fd_set*, fd_set*, fd_set*, const timespec*, const sigset_t*);
+using Ppoll = int(pollfd*, nfds_t, const timespec*, const sigset_t*);
 
 Waits* waits_in_hand = nullptr;
 
 Pselect& real_pselect() {
     static auto* const real = reinterpret_cast<Pselect*>(dlsym(RTLD_NEXT, "pselect"));
+    return *real;
+}
+
+Ppoll& real_ppoll() {
+    static auto* const real = reinterpret_cast<Ppoll*>(dlsym(RTLD_NEXT, "ppoll"));
     return *real;
 }
 
@@ -40,16 +47,12 @@ int sleep_in_hand(const timespec& time, const sigset_t* mask) {
     return real_pselect()(0, nullptr, nullptr, nullptr, &shorter, mask);
 }
 
-bool waits_for_key(const fd_set* readable) {
-    return readable != nullptr && FD_ISSET(STDIN_FILENO, readable);
-}
-
-int key_wait_in_hand(int count, fd_set* readable, const sigset_t* mask) {
+int key_wait_in_hand(pollfd* keyboard, const sigset_t* mask) {
     // What is called may put something else in its place.
     const std::function<void()> listener = waits_in_hand->atKey;
     listener();
     const timespec at_once = {};
-    const int result = real_pselect()(count, readable, nullptr, nullptr, &at_once, mask);
+    const int result = real_ppoll()(keyboard, 1, &at_once, mask);
     if (result != 0)
         return result;
     errno = EINTR;
@@ -69,12 +72,20 @@ Waits::~Waits() {
 // In the place of the C library's.
 extern "C" int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
                        const timespec* time, const sigset_t* mask) {
-    if (waits_in_hand == nullptr)
-        return real_pselect()(count, readable, writable, exceptional, time, mask);
-    if (time != nullptr)
+    if (waits_in_hand != nullptr && time != nullptr)
         return sleep_in_hand(*time, mask);
-    if (waits_for_key(readable) && waits_in_hand->atKey)
-        return key_wait_in_hand(count, readable, mask);
-    tell(waits_in_hand->atSocket);
     return real_pselect()(count, readable, writable, exceptional, time, mask);
+}
+
+// Under a name of its own, since the C library's declaration says that ppoll() only writes into
+// what it is given.
+extern "C" int ppoll_in_hand(pollfd* descriptors, nfds_t count, const timespec* time,
+                             const sigset_t* mask) __asm__("ppoll");
+
+int ppoll_in_hand(pollfd* descriptors, nfds_t count, const timespec* time, const sigset_t* mask) {
+    if (waits_in_hand != nullptr && descriptors->fd == STDIN_FILENO && waits_in_hand->atKey)
+        return key_wait_in_hand(descriptors, mask);
+    if (waits_in_hand != nullptr)
+        tell(waits_in_hand->atSocket);
+    return real_ppoll()(descriptors, count, time, mask);
 }

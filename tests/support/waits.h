@@ -3,9 +3,9 @@
 #include <functional>
 #include <vector>
 
-/// The waits of the code under test, all of which pass through pselect(2), in the hands of the
-/// test that makes one of these. There can be only one at a time. What is called may do what a
-/// signal handler would do at that place, or throw.
+/// The waits of the code under test, which all pass through pselect(2) when they are sleeps, and
+/// else through ppoll(2), in the hands of the test that makes one of these. There can be only one
+/// at a time. What is called may do what a signal handler would do at that place, or throw.
 class Waits {
   public:
     Waits();

@@ -15,6 +15,7 @@
 #include <iostream>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
@@ -102,6 +103,20 @@ class TerminalOutputWithoutStore : public testing::Test {
         news();
         const Position where = emulator.image().find("plain").value();
         EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
+    }
+
+    static std::pair<int, int> size() { return {getmaxy(stdscr), getmaxx(stdscr)}; }
+
+    /// At a size that no terminal has; then it goes on to one that a terminal may have.
+    void expectToKeepItsSize() {
+        for (const auto& [rows, cols] : {std::pair(24, 65535), std::pair(4097, 80)}) {
+            pty.resize(rows, cols);
+            renew_screen();
+            EXPECT_EQ(size(), std::pair(24, 80));
+        }
+        pty.resize(34, 100);
+        renew_screen();
+        EXPECT_EQ(size(), std::pair(34, 100));
     }
 
     std::string rowText(int row) {
@@ -300,6 +315,50 @@ TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescr
         renew_screen();
         EXPECT_EQ(getmaxy(stdscr), rows) << value;
     }
+}
+
+TEST_F(TerminalOutputWithoutStore,
+       begins_with_the_usual_size_where_the_terminal_tells_one_that_none_has) {
+    for (const auto& [rows, cols] : {std::pair(24, 65535), std::pair(4097, 80)}) {
+        pty.resize(rows, cols);
+        open();
+        EXPECT_EQ(size(), std::pair(24, 80));
+        endwin();
+    }
+}
+
+TEST_F(TerminalOutputWithoutStore, has_as_many_rows_and_columns_as_a_terminal_may) {
+    pty.resize(4096, 72);
+    open();
+    EXPECT_EQ(size(), std::pair(4096, 72));
+    keep_output_back();
+    pty.resize(20, 4096);
+    renew_screen();
+    EXPECT_EQ(size(), std::pair(20, 4096));
+}
+
+TEST_F(TerminalOutputWithoutStore,
+       has_the_size_of_the_terminal_where_the_environment_tells_one_that_none_has) {
+    pty.resize(30, 100);
+    for (const char* value : {"4097", "65535", "0x2000"}) {
+        setenv("LINES", value, 1);
+        setenv("COLUMNS", value, 1);
+        open();
+        EXPECT_EQ(size(), std::pair(30, 100));
+        endwin();
+    }
+}
+
+TEST_F(TerminalOutput, keeps_its_size_where_the_terminal_tells_one_that_none_has) {
+    keep_output_back();
+    expectToKeepItsSize();
+}
+
+TEST_F(TerminalOutputWithoutStore, keeps_its_size_where_the_terminal_tells_one_that_none_has) {
+    limitResource(RLIMIT_FSIZE, 16 << 20);
+    open();
+    keep_output_back();
+    expectToKeepItsSize();
 }
 
 TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {

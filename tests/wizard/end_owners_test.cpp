@@ -1,5 +1,7 @@
 // The users at both ends of real connections.
 
+#include "wizard/end_owners.h"
+
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <netinet/in.h>
@@ -10,7 +12,6 @@
 
 #include "tests/support/local_port.h"
 #include "tests/support/process.h"
-#include "wizard/tel_help.h"
 
 namespace {
 

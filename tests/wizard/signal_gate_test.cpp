@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/select.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -202,9 +203,19 @@ TEST_F(SignalGate, a_descriptor_that_is_not_open_cannot_be_waited_for) {
     EXPECT_EQ(wait_writable(-1), EBADF);
 }
 
-TEST_F(SignalGate, a_descriptor_beyond_the_greatest_that_can_be_waited_for_is_refused) {
-    EXPECT_EQ(wait_readable(FD_SETSIZE), EBADF);
-    EXPECT_EQ(wait_writable(FD_SETSIZE), EBADF);
+TEST_F(SignalGate, a_descriptor_of_any_number_can_be_waited_for) {
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit more = {before.rlim_max, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &more);
+    const Descriptor reader(dup2(pipe.read_end.get(), FD_SETSIZE));
+    const Descriptor writer(dup2(pipe.write_end.get(), FD_SETSIZE + 1));
+    EXPECT_EQ(wait_writable(writer.get()), 0);
+    on_signal = [this] { writeToPipe(); };
+    raise(SIGUSR1);
+    EXPECT_EQ(wait_readable(reader.get()), 0);
+    EXPECT_EQ(signals_seen, 1);
+    setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST_F(SignalGate, a_sleep_lasts_its_whole_time_however_many_signals_come) {

@@ -38,7 +38,7 @@ ApplyRun run_apply(const std::string& wizard, const std::vector<std::string>& op
 
 void measure_apply_time(const std::string& wizard) {
     const ApplyRun run =
-        run_apply(wizard, {"--seccomp-bpf", "-y", "-e", "trace=execve,pselect6,wait4"});
+        run_apply(wizard, {"--seccomp-bpf", "-y", "-e", "trace=execve,ppoll,pselect6,wait4"});
     const OthersTime others = others_time(run.trace, run.wizard, run.begin, server_program);
     print_sample("apply_whole", "wizard", run.seconds * 1e3);
     print_sample("apply_asleep", "wizard", others.asleep * 1e3);

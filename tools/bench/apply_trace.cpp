@@ -73,11 +73,11 @@ class Progress {
 OthersTime others_time(const Trace& trace, int wizard, double from, const std::string& server) {
     OthersTime time;
     for (const TracedCall& call : trace.calls) {
-        if (call.process != wizard || call.name != "pselect6")
+        if (call.process != wizard)
             continue;
-        if (begins_with(call.arguments, "0, "))
+        if (call.name == "pselect6")
             time.asleep += seconds_since(call, from);
-        else if (call.arguments.find("<socket:") != std::string::npos)
+        else if (call.name == "ppoll" && call.arguments.find("<socket:") != std::string::npos)
             time.server += seconds_since(call, from);
     }
     time.server += time_of_commands(trace, from, server);

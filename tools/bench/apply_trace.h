@@ -12,8 +12,9 @@ struct OthersTime {
     double server = 0;  ///< it waited for the server's answer, or a command of the server ran
 };
 
-/// Finds it in a log, written with -y, of the calls execve, pselect6 and wait4 of the process
-/// `wizard` and its children since the moment `from`. `server` is the path of the server's program.
+/// Finds it in a log, written with -y, of the calls execve, ppoll, pselect6 and wait4 of the
+/// process `wizard` and its children since the moment `from`. `server` is the path of the server's
+/// program.
 OthersTime others_time(const Trace& trace, int wizard, double from, const std::string& server);
 
 /// The steps of an apply run, each with the number of system calls that the process `wizard` made

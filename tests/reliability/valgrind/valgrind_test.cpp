@@ -33,4 +33,14 @@ TEST_F(UnderValgrind, an_interrupted_run_has_no_error_and_loses_nothing) {
     EXPECT_EQ(read_file(log_file), "");
 }
 
+TEST_F(UnderValgrind, a_terminal_that_is_narrowed_while_lines_of_progress_are_shown_has_no_error) {
+    wizard.resize(24, 300);
+    wizard.walkToTheEnd();
+    wizard.waitForText("connecting to CLI");
+    wizard.resize(20, 72);
+    wizard.waitForText("connecting to CLI");
+    EXPECT_EQ(wizard.finish(), exited(0));
+    EXPECT_EQ(read_file(log_file), "");
+}
+
 }  // namespace

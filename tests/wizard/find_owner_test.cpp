@@ -1,12 +1,12 @@
 // Who has an end of a connection, by tables as the kernel prints them on this machine.
 
-#include "wizard/tcp_rows.h"
-
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <string>
+
+#include "wizard/end_owners.h"
 
 namespace {
 

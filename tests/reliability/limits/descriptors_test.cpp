@@ -1,0 +1,117 @@
+// Few descriptors, or many that are open already.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/endings.h"
+#include "tests/e2e/wizard_run.h"
+#include "tests/support/files.h"
+#include "tests/support/installed_server.h"
+#include "tests/support/local_port.h"
+#include "tests/support/wait_until.h"
+
+namespace {
+
+using Command = std::vector<std::string>;
+
+Command wizard_with_limits(const std::string& limits) {
+    return {"prlimit", "--nofile=" + limits, WIZARD_PROGRAM};
+}
+
+// A port whose program keeps every connection of the wizard's.
+class RetriedPort : public testing::Test {
+  protected:
+    RetriedPort() {
+        server.start();
+        program.open();
+    }
+
+    void tryPort(WizardRun& wizard) {
+        wizard.walk(Stop::password, Stop::webadmin);
+        wizard.answerListener(Stop::webadmin, {});
+        waitForAttempt(wizard);
+    }
+
+    void retry(WizardRun& wizard) {
+        wizard.press(Key::enter);
+        waitForAttempt(wizard);
+    }
+
+    static bool countsAsFree(WizardRun& wizard) {
+        return wizard.image().shows(title_of(Stop::smtp));
+    }
+
+    InstalledServer server;
+    LocalPort program{9000};
+
+  private:
+    void waitForAttempt(WizardRun& wizard) {
+        wait_until([&] { return program.takeAll() > 0 || countsAsFree(wizard); },
+                   "the port was tried");
+        wizard.waitForKey();
+    }
+};
+
+TEST_F(RetriedPort, stays_taken_beyond_the_soft_limit_of_descriptors) {
+    WizardRun wizard(wizard_with_limits("30:4096"));
+    tryPort(wizard);
+    for (int retries = 0; retries < 40; ++retries)
+        retry(wizard);
+    EXPECT_FALSE(countsAsFree(wizard));
+    program.close();
+    wizard.press(Key::enter);
+    wizard.walkToTheEnd({}, Stop::smtp);
+    EXPECT_EQ(wizard.finish(), exited(0));
+}
+
+TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_touched) {
+    const std::string config = read_file(InstalledServer::config);
+    const Lines log = server.log();
+    WizardRun wizard(wizard_with_limits("30:30"));
+    tryPort(wizard);
+    while (!countsAsFree(wizard))
+        retry(wizard);
+    wizard.walkToTheEnd({}, Stop::smtp);
+    wizard.dismissError("the CLI port is not in use!");
+    EXPECT_TRUE(ends_with(wizard, exited(1), ""));
+    EXPECT_TRUE(server.isRunning());
+    EXPECT_EQ(server.log(), log);
+    EXPECT_EQ(read_file(InstalledServer::config), config);
+}
+
+// A command that opens many files and then becomes the wizard, with a soft limit of descriptors.
+Command wizard_among_open_files(const std::string& limit) {
+    return {"bash", "-c",
+            "ulimit -Sn 4096\n"
+            "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
+            "ulimit -Sn " +
+                limit +
+                "\n"
+                "exec \"$0\"",
+            WIZARD_PROGRAM};
+}
+
+TEST(InheritedDescriptors, do_not_keep_the_answers_from_being_applied) {
+    WizardRun wizard(wizard_among_open_files("4096"));
+    wizard.walkToTheEnd();
+    EXPECT_EQ(wizard.finish(), exited(0));
+}
+
+TEST(InheritedDescriptors, beyond_the_limit_do_not_keep_the_answers_from_being_applied) {
+    WizardRun wizard(wizard_among_open_files("1024"));
+    wizard.walkToTheEnd();
+    EXPECT_EQ(wizard.finish(), exited(0));
+}
+
+// What the server's executable finds.
+TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
+    const InstalledServer server;
+    server.replaceBy(
+        "ulimit -Sn >/run/scratch/new; ulimit -Hn >>/run/scratch/new\n"
+        "mv /run/scratch/new /run/scratch/limits\nexec sleep 1000\n");
+    WizardRun wizard(wizard_with_limits("200:4096"));
+    wizard.walkToTheEnd();
+    wait_until([] { return exists("/run/scratch/limits"); }, "the command ran");
+    EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n");
+}
+
+}  // namespace
