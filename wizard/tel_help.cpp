@@ -94,7 +94,7 @@ bool has_one_user() {
     return numbers == 3 && count == 1;
 }
 
-#ifdef LANDLOCK_ACCESS_FS_WRITE_FILE
+#ifdef SYS_landlock_create_ruleset
 void confine_writing_in_child(int descriptor) {
     landlock_ruleset_attr handled{};
     handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE;
