@@ -25,10 +25,8 @@ constexpr int backup_count = 100;
 
 // A system log that takes no more may block.
 int fail(int result, const std::string& message) {
-    run_in_child([&] {
-        openlog("WIZARD", LOG_NDELAY, LOG_USER);
-        syslog(LOG_ERR, "%s", message.c_str());
-    });
+    run_in_child([&] { syslog(LOG_ERR, "%s", message.c_str()); });
+    closelog();
     return result;
 }
 
@@ -99,6 +97,7 @@ int prepare_wrapper() {
 int sendmail_install(int yes) {
     if (yes == 0)
         return 0;
+    openlog("WIZARD", LOG_NDELAY, LOG_USER);
     const int prepared = prepare_wrapper();
     if (prepared != 0)
         return prepared;

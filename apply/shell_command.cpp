@@ -10,6 +10,7 @@
 
 #include "wizard/child_process.h"
 #include "wizard/private_directory.h"
+#include "wizard/resource_limits.h"
 #include "wizard/tel_help.h"
 
 namespace {
@@ -18,6 +19,7 @@ namespace {
 int run_by_shell(const ShellCommand& command, const std::function<void()>& prepare) {
     return run_in_child([&] {
         prepare();
+        restore_limits_in_child();
         execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
         _exit(127);
     });

@@ -29,6 +29,9 @@ int main() {
     keep_open_files_from_children();
     // The connection to a port that is taken is never closed, however often the port is tried.
     change_limit(RLIMIT_NOFILE, RLIM_INFINITY);
+    // It would hold the passwords.
+    change_limit(RLIMIT_CORE, 0);
+    forbid_core_dumps();
     enter_private_directory();
     discover_networks();
     select_install_profile();

@@ -9,7 +9,6 @@
 #include <initializer_list>
 #include <vector>
 
-#include "wizard/resource_limits.h"
 #include "wizard/tel_help.h"
 
 namespace {
@@ -185,5 +184,4 @@ void restore_signals_in_child() {
     for (const ChangedAction& changed : changed_actions)
         sigaction(changed.signal_number, &changed.original, nullptr);
     sigprocmask(SIG_SETMASK, &masks().original, nullptr);
-    restore_limits_in_child();
 }

@@ -54,6 +54,5 @@ void sleep_seconds(int seconds);
 int wait_for_child(pid_t child);
 
 /// In a child process between fork and exec: gives it the signal mask that the wizard was started
-/// with, the actions of the signals that the wizard holds or ignores, and the limits that it has
-/// changed (wizard/resource_limits.h).
+/// with, and the actions of the signals that the wizard holds or ignores.
 void restore_signals_in_child();

@@ -15,9 +15,11 @@
 #include <sys/select.h>
 #include <sys/utsname.h>
 #include <unistd.h>
+#if defined(__linux__)
+#include <sys/prctl.h>
+#endif
 #if __has_include(<linux/landlock.h>)
 #include <linux/landlock.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #endif
 #if defined(__sun)
@@ -124,6 +126,12 @@ void keep_open_files_from_children() {
     constexpr int end = 65536;
     for (int descriptor = first; descriptor < end; ++descriptor)
         fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+void forbid_core_dumps() {
+#ifdef PR_SET_DUMPABLE
+    prctl(PR_SET_DUMPABLE, 0);
+#endif
 }
 
 int wait_for_event(int descriptor, short event, const sigset_t& mask) {

@@ -57,6 +57,11 @@ void confine_writing_in_child(int descriptor);
 /// their descriptors become close-on-exec, by close_range(2) where the system can do that.
 void keep_open_files_from_children();
 
+/// Keeps this process's memory out of the core dumps that a program gets from the system, which
+/// come whatever the limit of their size is: prctl(2), on Linux, core(5). Programs that it runs
+/// have theirs.
+void forbid_core_dumps();
+
 /// Waits until `descriptor` is ready for `event`, POLLIN or POLLOUT, with the signal mask `mask`
 /// meanwhile: ppoll(2), or pselect(2) where the system has none. Returns 0, EINTR when a signal has
 /// been let in, or another errno: EBADF for a descriptor that is not open or that pselect(2) can't

@@ -8,7 +8,8 @@ enum OptionalService { service_pop3 = 0, service_imap = 1, service_webmail = 2 }
 constexpr int optional_service_count = 3;
 
 /// Every answer that the screens take and the apply sequence reads, and how far the apply sequence
-/// has come. It is never reset: going back keeps every answer. Texts are NUL-terminated and cut at
+/// has come. It is never reset: going back keeps every answer, but for passwords that are applied.
+/// Texts are NUL-terminated and cut at
 /// their buffers' limits. An interface is an index into the interface table, 0 for all of them.
 struct WizardSettings {
     char admin_password[51];

@@ -5,10 +5,12 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <regex>
 #include <string>
 #include <vector>
 
 #include "tests/e2e/stops.h"
+#include "tests/support/files.h"
 #include "tests/support/golden.h"
 #include "tests/support/key.h"
 #include "tests/support/process.h"
@@ -84,6 +86,17 @@ TEST_F(Start, sends_what_the_wizard_and_its_commands_write_to_standard_error_now
               "/dev/null");
 }
 
+TEST_F(Start, forbids_core_dumps) {
+    // The sanitizers have a limit of their own.
+    TerminalProgram wizard(setup({"sh", "-c",
+                                  "ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0 exec prlimit "
+                                  "--core=4096:8192 \"$0\""}));
+    wizard.waitForText(title_of(Stop::password));
+    const std::regex limits("Max core file size +0 +8192 ");
+    EXPECT_TRUE(
+        std::regex_search(read_file("/proc/" + std::to_string(wizard.pid()) + "/limits"), limits));
+}
+
 /// A user who is no superuser, be it by the user's number or by the group's alone.
 class StartByOthers : public Start {
   protected:
@@ -112,6 +125,13 @@ TEST_F(StartByOthers, with_another_user_in_the_superusers_group_is_refused) {
 
 TEST_F(StartByOthers, with_the_superuser_in_another_group_is_refused) {
     expectRefusal(as("0", "12345"), Key::enter);
+}
+
+// The files of a process that nobody may dump are the superuser's.
+TEST_F(StartByOthers, forbids_core_dumps_to_programs_too) {
+    TerminalProgram wizard(setup(as("12345", "12345")));
+    wizard.waitForText("Error!");
+    EXPECT_EQ(file_facts("/proc/" + std::to_string(wizard.pid()) + "/limits").owner, 0u);
 }
 
 TEST_F(StartByOthers, on_a_small_terminal_is_refused_for_its_size) {

@@ -14,7 +14,7 @@ namespace {
 using Command = std::vector<std::string>;
 
 Command wizard_with_limits(const std::string& limits) {
-    return {"prlimit", "--nofile=" + limits, WIZARD_PROGRAM};
+    return {"prlimit", "--nofile=" + limits, "--core=512:1024", WIZARD_PROGRAM};
 }
 
 // A port whose program keeps every connection of the wizard's.
@@ -106,12 +106,17 @@ TEST(InheritedDescriptors, beyond_the_limit_do_not_keep_the_answers_from_being_a
 TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
     const InstalledServer server;
     server.replaceBy(
-        "ulimit -Sn >/run/scratch/new; ulimit -Hn >>/run/scratch/new\n"
+        "for limit in -Sn -Hn -Sc -Hc; do ulimit $limit; done >/run/scratch/new\n"
         "mv /run/scratch/new /run/scratch/limits\nexec sleep 1000\n");
-    WizardRun wizard(wizard_with_limits("200:4096"));
+    // The sanitizers have a limit of their own.
+    Command wizard_without_it = wizard_with_limits("200:4096");
+    wizard_without_it.insert(
+        wizard_without_it.begin(),
+        {"sh", "-c", "ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0 exec \"$@\"", "sh"});
+    WizardRun wizard(wizard_without_it);
     wizard.walkToTheEnd();
     wait_until([] { return exists("/run/scratch/limits"); }, "the command ran");
-    EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n");
+    EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n1\n2\n");
 }
 
 }  // namespace
