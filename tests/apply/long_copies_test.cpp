@@ -47,6 +47,14 @@ TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
     EXPECT_FALSE(exists(original));
 }
 
+TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
+    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+                    [](int) { write_file(original, "first"); }),
+              exited(0));
+    EXPECT_EQ(read_file(original), "first");
+    EXPECT_FALSE(exists(unfinished));
+}
+
 TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
     EXPECT_EQ(endOf([] { config_prepare(config); },
                     [](int) { _exit(exists("temp.cfg") && !exists(original) ? interrupted : 1); }),
