@@ -1,7 +1,10 @@
 #include "apply/file_line.h"
 
+#include "wizard/signal_gate.h"
+
 bool read_file_line(std::FILE* file, FileLine& line) {
     FileLine next;
+    let_signals_in();
     while (next.length < file_line_limit) {
         const int character = std::getc(file);
         if (character == EOF)

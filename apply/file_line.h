@@ -13,8 +13,9 @@ struct FileLine {
     std::size_t length = 0;
 };
 
-/// Reads up to and including the next line feed, at most file_line_limit bytes. Returns false, with
-/// `line` as it was, when nothing could be read.
+/// Reads up to and including the next line feed, at most file_line_limit bytes, letting signals in
+/// before: a file may have lines for minutes. Returns false, with `line` as it was, when nothing
+/// could be read.
 bool read_file_line(std::FILE* file, FileLine& line);
 
 /// Writes the line. Returns false when that failed.

@@ -1,13 +1,19 @@
 #include "apply/relay_filter.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstring>
 #include <string>
 
 #include "apply/cli_sequences.h"
+#include "apply/cli_session.h"
 #include "apply/file_line.h"
+#include "apply/named_file.h"
 #include "apply/server_account.h"
 #include "apply/working_copy.h"
 #include "wizard/heap_text.h"
+#include "wizard/install_profile.h"
 #include "wizard/tel_help.h"
 
 namespace {
@@ -50,21 +56,46 @@ void copy_script(std::FILE* script, std::FILE* copy) {
     }
 }
 
-// Rewrites the script at `path`; returns 0 or 1 as relay_write_filter() does.
+bool give_to_server(int script) {
+    uid_t user = 0;
+    gid_t group = 0;
+    return find_server_account(user, group) && fchown(script, user, group) == 0;
+}
+
+bool is_servers(int script) {
+    struct stat facts {};
+    uid_t user = 0;
+    gid_t group = 0;
+    return fstat(script, &facts) == 0 && find_server_account(user, group) && facts.st_uid == user;
+}
+
+// Whether the server may have this file given to its account: a server that runs as root has a
+// right to every file, any other one to its own files and those in the directories that are there
+// for it. Its program is not among these.
+bool may_be_given(const char* path, int script) {
+    const InstallProfile& profile = install_profiles[os_kind];
+    return cli_server_is_root() || leads_into(path, script, directory_of(profile.config_file)) ||
+           leads_into(path, script, directory_of(profile.pid_file)) ||
+           leads_into(path, script, profile.domains_dir) || is_servers(script);
+}
+
+// Rewrites the script at `path` and gives it to the server's account; returns 0 or 1 as
+// relay_write_filter() does.
 int rewrite_script(const char* path, const std::string& condition) {
     std::FILE* script = open_original(path);
     if (script == nullptr)
         return 1;
-    std::FILE* copy = working_copy_open();
+    std::FILE* copy = may_be_given(path, fileno(script)) ? working_copy_open() : nullptr;
     if (copy == nullptr) {
         std::fclose(script);
         return 1;
     }
     copy_script(script, copy);
     std::fprintf(copy, "method wizard_generated_relay {\n%s}\n", condition.c_str());
-    const bool complete = std::ferror(script) == 0;
+    const bool given =
+        working_copy_install(copy, script, path) == 0 && give_to_server(fileno(script));
     std::fclose(script);
-    return working_copy_install(copy, complete, path);
+    return given ? 0 : 1;
 }
 
 }  // namespace
@@ -76,7 +107,5 @@ int relay_write_filter(const int* indices, int count) {
     const HeapText path(cli_get_filters_file());
     if (condition.empty() || path == nullptr || path.get()[0] == '\0')
         return 1;
-    if (rewrite_script(path.get(), condition) != 0)
-        return 1;
-    return give_to_server(path.get());
+    return rewrite_script(path.get(), condition);
 }

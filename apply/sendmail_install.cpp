@@ -1,5 +1,6 @@
 #include "apply/sendmail_install.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <syslog.h>
 #include <unistd.h>
@@ -8,8 +9,10 @@
 #include <cstdio>
 #include <string>
 
+#include "apply/named_file.h"
 #include "apply/server_account.h"
 #include "wizard/child_process.h"
+#include "wizard/tel_help.h"
 
 namespace {
 
@@ -73,16 +76,31 @@ int save_system_sendmail(const std::string& target) {
     return exists(sendmail) ? move_to_backup() : 0;
 }
 
+// Gives the wrapper to the server's account and sets its mode; returns as sendmail_install().
+int prepare_wrapper() {
+    uid_t user = 0;
+    gid_t group = 0;
+    const int file = open_named_file(wrapper, O_RDONLY);
+    // Of root's it would give everybody root's rights.
+    const bool given = file != -1 && find_server_account(user, group) &&
+                       (user != 0 || has_one_user()) && fchown(file, user, group) == 0;
+    const bool set = given && fchmod(file, 06755) == 0;
+    if (file != -1)
+        close(file);
+    if (!given)
+        return fail(-1, std::string("Unable to chown ") + wrapper);
+    return set ? 0 : fail(1, std::string("Unable to chmod ") + wrapper);
+}
+
 }  // namespace
 
 int sendmail_install(int yes) {
     if (yes == 0)
         return 0;
     openlog("WIZARD", LOG_NDELAY, LOG_USER);
-    if (give_to_server(wrapper) != 0)
-        return fail(-1, std::string("Unable to chown ") + wrapper);
-    if (chmod(wrapper, 06755) == -1)
-        return fail(1, std::string("Unable to chmod ") + wrapper);
+    const int prepared = prepare_wrapper();
+    if (prepared != 0)
+        return prepared;
     const std::string target = link_target(sendmail);
     if (target == wrapper)
         return 0;

@@ -1,7 +1,6 @@
 #include "apply/server_account.h"
 
 #include <pwd.h>
-#include <unistd.h>
 
 #include "wizard/child_process.h"
 
@@ -28,10 +27,4 @@ bool find_server_account(uid_t& user, gid_t& group) {
     user = account.user;
     group = account.group;
     return true;
-}
-
-int give_to_server(const char* path) {
-    uid_t user = 0;
-    gid_t group = 0;
-    return find_server_account(user, group) && chown(path, user, group) == 0 ? 0 : 1;
 }

@@ -6,7 +6,3 @@
 /// directory service keeps the wizard waiting, signals are let in. Returns false, with both as they
 /// were, when there is no such account or it can't be asked for.
 bool find_server_account(uid_t& user, gid_t& group);
-
-/// Gives a file to the user and group of the server's account. Returns 0, or 1 when there is no
-/// such account or the owner could not be changed.
-int give_to_server(const char* path);

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string>
 
+#include "apply/named_file.h"
 #include "apply/working_copy.h"
 #include "wizard/heap_text.h"
 
@@ -82,6 +83,11 @@ void copy_config(std::FILE* config, std::FILE* copy) {
     }
 }
 
+void forget_cli_address() {
+    cli_host[0] = '\0';
+    cli_port = 0;
+}
+
 }  // namespace
 
 int config_prepare(const char* path) {
@@ -94,9 +100,12 @@ int config_prepare(const char* path) {
         return 1;
     }
     copy_config(config, copy);
-    const bool complete = std::ferror(config) == 0;
+    const int result = working_copy_install(copy, config, path);
+    // Of the file that has come in its place nothing is known.
+    if (!leads_to(path, fileno(config)))
+        forget_cli_address();
     std::fclose(config);
-    return working_copy_install(copy, complete, path);
+    return result;
 }
 
 char* config_key_of(const char* line) {

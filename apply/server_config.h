@@ -20,7 +20,8 @@ extern unsigned config_key_indent;
 /// services, and reads where that listens. Everything else is copied as it stands, except that a
 /// comment, or any line before the services, that ends the file is written twice, and a last line
 /// behind the services that has no line feed is left out. Returns 0, or 1 when the file or its
-/// working copy can't be opened, read or installed.
+/// working copy can't be opened, read or installed. The address is unknown afterwards when the file
+/// is exchanged meanwhile.
 int config_prepare(const char* path);
 
 /// The key of a line, the characters before its first "=" without blanks and tabs, at most 255 of

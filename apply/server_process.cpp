@@ -1,10 +1,16 @@
 #include "apply/server_process.h"
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "apply/server_account.h"
 #include "apply/server_config.h"
 #include "apply/shell_command.h"
 #include "apply/working_copy.h"
@@ -19,22 +25,64 @@ namespace {
 // What server_read_pid() returns for a pid file that can't be opened.
 constexpr int no_pid_file = 1;
 
+// In the place of a process id: nobody is to be signalled, which is a failure.
+constexpr int no_process = -1;
+
+// The user whose right it takes to signal the server.
+uid_t server_user = 0;
+
 InstallProfile& profile() {
     return install_profiles[os_kind];
+}
+
+// Whether the word of this file's owner counts, for processes of that user's.
+bool is_believed(int file) {
+    struct stat facts {};
+    uid_t account = 0;
+    gid_t group = 0;
+    if (fstat(file, &facts) == -1)
+        return false;
+    server_user = facts.st_uid;
+    return server_user == 0 || server_user == geteuid() ||
+           (find_server_account(account, group) && account == server_user);
+}
+
+// Waits for a child that some user may stop, but not for that user. Lets no signals in, as this may
+// be the end of the wizard already.
+bool ends_well(pid_t child) {
+    int status = 0;
+    pid_t seen = 0;
+    do {
+        seen = waitpid(child, &status, WUNTRACED);
+        if (seen == child && WIFSTOPPED(status))
+            kill(child, SIGKILL);
+    } while (seen == -1 ? errno == EINTR : WIFSTOPPED(status));
+    return seen == child && status == 0;
+}
+
+// With the right of `user` alone: whether the process is that user's is then looked at in the same
+// moment.
+bool terminate_as(uid_t user) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(setuid(user) == 0 && kill(server_pid, SIGTERM) == 0 ? 0 : 1);
+    return child != -1 && ends_well(child);
 }
 
 }  // namespace
 
 int server_read_pid() {
     std::FILE* file = open_original(profile().pid_file);
-    if (file == nullptr)
+    if (file == nullptr && errno != EMLINK)
         return no_pid_file;
+    if (file == nullptr)
+        return server_pid = no_process;
     char line[256];
     // After a read error the line may hold anything.
     if (std::fgets(line, sizeof(line), file) == nullptr)
         line[0] = '\0';
+    server_pid = is_believed(fileno(file)) ? std::atoi(line) : no_process;
     std::fclose(file);
-    server_pid = std::atoi(line);
     return server_pid;
 }
 
@@ -44,6 +92,8 @@ int server_stop() {
     // A number below 0 would mean a group of processes, or all there are.
     if (server_pid < 0)
         return 1;
+    if (server_user != 0 && server_user != geteuid())
+        return terminate_as(server_user) ? 0 : 1;
     return kill(server_pid, SIGTERM) == -1 ? 1 : 0;
 }
 

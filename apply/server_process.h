@@ -6,11 +6,14 @@
 extern int server_pid;
 
 /// Reads the first line of the pid file as a number into `server_pid` and returns it. Returns 1,
-/// with `server_pid` as it was, when the file can't be opened for reading and writing. A file that
-/// holds 1 looks the same to the caller.
+/// with `server_pid` as it was, when the file can't be opened for reading and writing
+/// (open_original()). A file that holds 1 looks the same to the caller. A file that is neither
+/// root's nor the server's account's, or that somebody else may have given its name, counts as -1.
 int server_read_pid();
 
-/// Sends the server SIGTERM if its process id is known. Returns 0, or 1 when it could not be sent.
+/// Sends the server SIGTERM if its process id is known. Where the server's account has written that
+/// into the pid file it goes to a process of this account's only. Returns 0, or 1 when it could not
+/// be sent.
 int server_stop();
 
 /// Runs the server, which puts itself into the background. Returns 0, or 1 when it could not be

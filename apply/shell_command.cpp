@@ -6,15 +6,17 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 
 #include "wizard/child_process.h"
 #include "wizard/private_directory.h"
 #include "wizard/resource_limits.h"
+#include "wizard/tel_help.h"
 
 namespace {
 
 // Runs `command` by the shell in a child process that has called `prepare` first.
-int run_by_shell(const ShellCommand& command, void (*prepare)()) {
+int run_by_shell(const ShellCommand& command, const std::function<void()>& prepare) {
     return run_in_child([&] {
         prepare();
         restore_limits_in_child();
@@ -37,8 +39,12 @@ int run_server_command(const ShellCommand& command) {
     return run_by_shell(command, leave_private_directory_in_child);
 }
 
-int run_file_command(const ShellCommand& command) {
-    return run_by_shell(command, [] { setpgid(0, 0); });
+int run_file_command(const ShellCommand& command, int only) {
+    return run_by_shell(command, [only] {
+        setpgid(0, 0);
+        if (only != -1)
+            confine_writing_in_child(only);
+    });
 }
 
 std::string in_double_quotes(const char* text) {

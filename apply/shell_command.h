@@ -18,8 +18,10 @@ bool format_command(ShellCommand& command, const char* format, ...)
 int run_server_command(const ShellCommand& command);
 
 /// The same in the current directory for a command that changes files. A key that interrupts the
-/// wizard does not reach it: it is not cut off half way.
-int run_file_command(const ShellCommand& command);
+/// wizard does not reach it: it is not cut off half way. Unless `only` is -1 the command can write
+/// to nothing but the file that this descriptor has open, whatever has come in the place of a name,
+/// where the system can see to that (confine_writing_in_child()).
+int run_file_command(const ShellCommand& command, int only = -1);
 
 /// `text` so that between double quotes the shell takes every character as it stands: a backslash
 /// before each of " $ ` and \ (sh(1), Double Quotes).

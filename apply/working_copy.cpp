@@ -1,11 +1,11 @@
 #include "apply/working_copy.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 
+#include "apply/named_file.h"
 #include "apply/original_copy.h"
 #include "apply/shell_command.h"
 #include "wizard/private_directory.h"
@@ -22,12 +22,10 @@ int create_copy() {
 }  // namespace
 
 std::FILE* open_original(const char* path) {
-    const int descriptor = open(path, O_RDWR | O_CLOEXEC);
+    const int descriptor = open_named_file(path, O_RDWR);
     if (descriptor == -1)
         return nullptr;
-    struct stat facts {};
-    const bool is_file = fstat(descriptor, &facts) == 0 && S_ISREG(facts.st_mode);
-    std::FILE* original = is_file ? fdopen(descriptor, "r+") : nullptr;
+    std::FILE* original = fdopen(descriptor, "r+");
     if (original == nullptr)
         close(descriptor);
     return original;
@@ -50,20 +48,21 @@ std::FILE* working_copy_open() {
     return copy;
 }
 
-int working_copy_install(std::FILE* copy, bool complete, const char* path) {
+int working_copy_install(std::FILE* copy, std::FILE* original, const char* path) {
     ShellCommand copy_back;
     ShellCommand remove;
+    const int file = fileno(original);
     const bool written = std::ferror(copy) == 0;
     const bool closed = std::fclose(copy) == 0;
     const bool installs =
-        complete && written && closed &&
+        std::ferror(original) == 0 && written && closed &&
         format_command(copy_back, "cp %s %s >> /dev/null", name, as_shell_word(path).c_str()) &&
-        keep_original(path) == 0;
+        keep_original(file, path) == 0 && leads_to(path, file);
     if (installs)
-        run_file_command(copy_back);
+        run_file_command(copy_back, file);
     if (format_command(remove, "rm %s >> /dev/null", name))
         run_file_command(remove);
     // A copy that the command has left would bar the way to the next one.
     unlink(name);
-    return installs ? 0 : 1;
+    return installs && leads_to(path, file) ? 0 : 1;
 }

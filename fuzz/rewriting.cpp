@@ -1,5 +1,6 @@
 #include "fuzz/rewriting.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstring>
@@ -12,19 +13,23 @@ namespace {
 
 constexpr std::size_t longest_piece = 255;
 
-// A new file, as some file systems write to the disk at once what replaces the bytes of an old one.
+// Into the same file, as cp does, but without making it empty first: some file systems then write
+// to the disk at once.
 void put(const std::string& path, const std::string& content) {
-    unlink(path.c_str());
-    write_file(path, content);
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    const auto size = static_cast<off_t>(content.size());
+    require(write(file, content.data(), content.size()) == size && ftruncate(file, size) == 0 &&
+                close(file) == 0,
+            "the file can be written");
 }
 
 }  // namespace
 
 // The linker puts this in the place of run_file_command() (ld(1), --wrap).
-int run_without_shell(const ShellCommand& command) __asm__(
-    "__wrap__Z16run_file_commandRK12ShellCommand");
+int run_without_shell(const ShellCommand& command,
+                      int only) __asm__("__wrap__Z16run_file_commandRK12ShellCommandi");
 
-int run_without_shell(const ShellCommand& command) {
+int run_without_shell(const ShellCommand& command, int /*only*/) {
     const std::string text = command.text;
     const std::string copy = "cp temp.cfg ";
     const std::string behind = " >> /dev/null";

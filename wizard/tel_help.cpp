@@ -18,6 +18,10 @@
 #if defined(__linux__)
 #include <sys/prctl.h>
 #endif
+#if __has_include(<linux/landlock.h>)
+#include <linux/landlock.h>
+#include <sys/syscall.h>
+#endif
 #if defined(__sun)
 // The requests about interfaces, if_tcp(7P), and sysinfo(2).
 #include <sys/sockio.h>
@@ -77,6 +81,40 @@ int nameless_file() {
     return -1;
 #endif
 }
+
+bool has_one_user() {
+    // Only Linux has this file: the first id inside, that outside, how many.
+    std::FILE* map = std::fopen("/proc/self/uid_map", "re");
+    if (map == nullptr)
+        return false;
+    unsigned long inside = 0;
+    unsigned long outside = 0;
+    unsigned long count = 0;
+    unsigned long second = 0;
+    const int numbers = std::fscanf(map, "%lu %lu %lu %lu", &inside, &outside, &count, &second);
+    std::fclose(map);
+    return numbers == 3 && count == 1;
+}
+
+#ifdef SYS_landlock_create_ruleset
+void confine_writing_in_child(int descriptor) {
+    landlock_ruleset_attr handled{};
+    handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE;
+    const auto rules =
+        static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof(handled), 0));
+    for (const int writable : {descriptor, open("/dev/null", O_RDONLY | O_CLOEXEC)}) {
+        landlock_path_beneath_attr rule{};
+        rule.allowed_access = LANDLOCK_ACCESS_FS_WRITE_FILE;
+        rule.parent_fd = writable;
+        if (syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == -1)
+            return;
+    }
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0)
+        syscall(SYS_landlock_restrict_self, rules, 0);
+}
+#else
+void confine_writing_in_child(int /*descriptor*/) {}
+#endif
 
 void keep_open_files_from_children() {
     constexpr int first = STDERR_FILENO + 1;

@@ -43,6 +43,16 @@ void host_domain_name(char* name, std::size_t size);
 /// where the system has no such files.
 int nameless_file();
 
+/// Whether the superuser is the only user there is: in a user namespace of Linux that knows no
+/// other id, user_namespaces(7), as an ordinary user can make it. Nobody could gain any right
+/// there.
+bool has_one_user();
+
+/// In a child process: from now on it, and the programs that it runs, can open no file for writing
+/// but the one that `descriptor` has open and /dev/null. By landlock(7), on Linux from 5.13 on
+/// where the kernel has that; elsewhere it can do what it could before.
+void confine_writing_in_child(int descriptor);
+
 /// Has programs that are run find none of the files but the standard streams that are open now:
 /// their descriptors become close-on-exec, by close_range(2) where the system can do that.
 void keep_open_files_from_children();

@@ -60,6 +60,11 @@ TEST_F(OpenOriginal, refuses_a_device_that_never_ends) {
     EXPECT_FALSE(opens("/dev/zero"));
 }
 
+TEST_F(OpenOriginal, refuses_a_link_that_leads_to_itself) {
+    ASSERT_EQ(symlink("link", "link"), 0);
+    EXPECT_FALSE(opens("link"));
+}
+
 TEST_F(OpenOriginal, follows_a_link_to_a_file) {
     write_file("file", "content");
     ASSERT_EQ(symlink("file", "link"), 0);

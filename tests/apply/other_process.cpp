@@ -9,9 +9,11 @@
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
-OtherProcess::OtherProcess() : child(checked(fork(), "fork")) {
+OtherProcess::OtherProcess(uid_t user) : child(checked(fork(), "fork")) {
     if (child == 0) {
         std::signal(SIGTERM, SIG_DFL);
+        if (setuid(user) != 0)
+            _exit(1);
         for (;;)
             pause();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <unistd.h>
 
 #include "tests/support/exit_status.h"
 
@@ -8,7 +9,8 @@
 /// reaped when the object goes.
 class OtherProcess {
   public:
-    OtherProcess();
+    /// Of the user `user`.
+    explicit OtherProcess(uid_t user = getuid());
     ~OtherProcess();
     OtherProcess(const OtherProcess&) = delete;
     OtherProcess& operator=(const OtherProcess&) = delete;

@@ -4,12 +4,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <string>
 
 #include "apply/relay_filter.h"
 #include "tests/apply/scripted_session.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
+#include "wizard/install_profile.h"
 
 namespace {
 
@@ -29,7 +31,10 @@ class RelayScriptName : public ScriptedSession, public testing::WithParamInterfa
         answer(accepted + ("smtpFiltersFile = \"" + path + "\"\r\n") + accepted + accepted);
     }
 
+    // The scripts stand beside the server's configuration.
     RelayScriptName() {
+        std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
+                      "./teluma.cfg");
         for (const char* bystander : bystanders)
             write_file(bystander, "precious");
     }

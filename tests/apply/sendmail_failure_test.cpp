@@ -16,6 +16,7 @@
 #include "tests/apply/sendmail_case.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/other_user.h"
 #include "tests/support/server_account.h"
 
 namespace {
@@ -39,6 +40,16 @@ TEST_F(SendmailFailure, without_the_servers_account) {
     const FileFacts before = file_facts(wrapper);
     expectFailure(-1, {error + "Unable to chown /opt/teluma/bin/sendmail"});
     EXPECT_EQ(read_file(sendmail), "original");
+    EXPECT_EQ(file_facts(wrapper).mode, before.mode);
+}
+
+TEST_F(SendmailFailure, when_the_servers_account_has_the_rights_of_root) {
+    if (server_user() == 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    remove_server_account();
+    write_file("/etc/passwd", read_file("/etc/passwd") + "teluma:x:0:0::/:/bin/sh\n");
+    const FileFacts before = file_facts(wrapper);
+    expectFailure(-1, {error + "Unable to chown /opt/teluma/bin/sendmail"});
     EXPECT_EQ(file_facts(wrapper).mode, before.mode);
 }
 

@@ -20,9 +20,14 @@ class WorkingCopy : public testing::Test {
 
     // Writes a working copy and installs it.
     static int install(const std::string& content, bool complete, const std::string& path) {
+        std::FILE* original = std::fopen(path.c_str(), "r");
+        if (!complete)
+            std::fputc('x', original);  // an error, as it is open for reading
         std::FILE* copy = working_copy_open();
         std::fputs(content.c_str(), copy);
-        return working_copy_install(copy, complete, path.c_str());
+        const int result = working_copy_install(copy, original, path.c_str());
+        std::fclose(original);
+        return result;
     }
 
     WorkingDirectory directory;
@@ -32,14 +37,14 @@ TEST_F(WorkingCopy, stands_empty_in_the_current_directory_while_it_is_open) {
     std::FILE* copy = working_copy_open();
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(read_file("temp.cfg"), "");
-    working_copy_install(copy, false, "teluma.cfg");
+    std::fclose(copy);
 }
 
 TEST_F(WorkingCopy, can_be_read_by_nobody_else) {
     std::FILE* copy = working_copy_open();
     ASSERT_NE(copy, nullptr);
     EXPECT_EQ(file_facts("temp.cfg").mode, 0600u);
-    working_copy_install(copy, false, "teluma.cfg");
+    std::fclose(copy);
 }
 
 TEST_F(WorkingCopy, is_not_made_of_a_file_that_is_there_already) {
@@ -78,10 +83,11 @@ TEST_F(WorkingCopy, may_replace_a_file_whose_name_the_shell_would_take_apart) {
 }
 
 TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
-    std::string name = "n";
+    std::string name = "teluma.cfg";
     for (int i = 0; i < 130; ++i)
-        name += "/n";
+        name.insert(0, "./");
     EXPECT_EQ(install("new\n", true, name), not_touched);
+    EXPECT_EQ(read_file("teluma.cfg"), "old\n");
     EXPECT_FALSE(exists("temp.cfg"));
 }
 
@@ -95,7 +101,7 @@ TEST_F(WorkingCopy, is_not_written_through_a_link_that_somebody_has_put_there) {
     ASSERT_EQ(symlink("victim", "temp.cfg"), 0);
     std::FILE* copy = working_copy_open();
     if (copy != nullptr)
-        working_copy_install(copy, false, "teluma.cfg");
+        std::fclose(copy);
     EXPECT_EQ(read_file("victim"), "precious\n");
 }
 

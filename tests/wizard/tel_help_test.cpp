@@ -2,16 +2,20 @@
 
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <sched.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstring>
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "tests/support/descriptor.h"
+#include "tests/support/other_user.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/heap_text.h"
@@ -241,6 +245,23 @@ TEST_F(Interfaces, the_socket_is_closed_again_whether_the_list_could_be_had_or_n
     fake_failing_interface_list();
     ask();
     EXPECT_EQ(lowest_free_descriptor(), before);
+}
+
+// What has_one_user() says in a new user namespace that knows `count` ids.
+bool has_one_user_among(int count) {
+    return as_user(geteuid(), [&] {
+               const std::string ids =
+                   "0 " + std::to_string(geteuid()) + " " + std::to_string(count);
+               checked(unshare(CLONE_NEWUSER), "unshare");
+               std::ofstream("/proc/self/uid_map") << ids;
+               _exit(has_one_user() ? 1 : 0);
+           }) == exited(1);
+}
+
+TEST(HasOneUser, is_true_only_where_the_superuser_is_all_there_is) {
+    EXPECT_FALSE(has_one_user());
+    EXPECT_TRUE(has_one_user_among(1));
+    EXPECT_TRUE(geteuid() != 0 || !has_one_user_among(2));
 }
 
 class HostDomainName : public testing::Test {

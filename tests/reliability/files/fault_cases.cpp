@@ -3,7 +3,8 @@
 #include <cerrno>
 
 #define WIZARD "teluma-wizard "
-#define RUN "/var/opt/teluma/run/"
+#define RUN_DIRECTORY "/var/opt/teluma/run"
+#define RUN RUN_DIRECTORY "/"
 #define CONFIG RUN "teluma.cfg"
 #define FILTERS RUN "smtp.filters"
 #define SENDMAIL "/usr/sbin/sendmail"
@@ -29,10 +30,10 @@ const std::vector<FaultGroup>& fault_groups() {
          }},
         {"the_server",
          {
-             {WIZARD "open " RUN "teluma.pid", 1, EMFILE, Outcome::waits},
+             {WIZARD "openat " RUN "teluma.pid", 1, EMFILE, Outcome::waits},
              {WIZARD "fdopen " RUN "teluma.pid", 1, ENOMEM, Outcome::waits},
              {WIZARD "read " RUN "teluma.pid", 1, EIO, Outcome::waits},
-             {WIZARD "open " RUN "teluma.pid", -1, EMFILE, completes},
+             {WIZARD "openat " RUN "teluma.pid", -1, EMFILE, completes},
              {WIZARD "read " RUN "teluma.pid", -1, EIO, completes},
              {WIZARD "close " RUN "teluma.pid", 1, EIO, completes},
              // Setting the password, starting the server, looking up its address.
@@ -46,9 +47,24 @@ const std::vector<FaultGroup>& fault_groups() {
              {WIZARD "pipe ", -3, EMFILE, no_login},
              {WIZARD "fork ", 5, EAGAIN, no_login},
          }},
+        {"the_ways_to_the_files",
+         {
+             {WIZARD "lstat " RUN_DIRECTORY, 1, EIO, completes},
+             {WIZARD "openat " RUN_DIRECTORY, 1, EMFILE, Outcome::waits},
+             {WIZARD "close " RUN_DIRECTORY, 1, EIO, completes},
+             {WIZARD "lstat " RUN ".", 1, EIO, completes},
+             {WIZARD "lstat " RUN "teluma.pid", 1, EIO, Outcome::waits},
+             // To open the file, before the copy, behind it (and once more: is it still the same?).
+             {WIZARD "lstat " CONFIG, 1, EIO, no_login},
+             {WIZARD "lstat " CONFIG, 2, EIO, no_login},
+             {WIZARD "lstat " CONFIG, 4, EIO, no_login},
+             {WIZARD "lstat " FILTERS, 1, EIO, no_relay},
+             {WIZARD "lstat " FILTERS, 2, EIO, no_relay},
+             {WIZARD "lstat " FILTERS, 3, EIO, no_relay},
+         }},
         {"the_configuration",
          {
-             {WIZARD "open " CONFIG, 1, EMFILE, no_login},
+             {WIZARD "openat " CONFIG, 1, EMFILE, no_login},
              {WIZARD "fdopen " CONFIG, 1, ENOMEM, no_login},
              {WIZARD "read " CONFIG, 1, EIO, no_login},
              {WIZARD "open temp.cfg", 1, ENOSPC, no_login},
@@ -60,18 +76,16 @@ const std::vector<FaultGroup>& fault_groups() {
         {"the_original_of_the_configuration",
          {
              {WIZARD "lstat " CONFIG ".beforewizard", 1, EIO, no_login},
-             {WIZARD "unlink " CONFIG ".beforewizard.new", 1, EIO, completes},
-             {WIZARD "open " CONFIG, 2, EMFILE, no_login},
-             {WIZARD "open " CONFIG ".beforewizard.new", 1, ENOSPC, no_login},
+             {WIZARD "unlinkat " CONFIG ".beforewizard.new", 1, EIO, completes},
+             {WIZARD "openat " CONFIG ".beforewizard.new", 1, ENOSPC, no_login},
              {WIZARD "read " CONFIG, 2, EIO, no_login},
              {WIZARD "read " CONFIG, 3, EIO, no_login},
              {WIZARD "write " CONFIG ".beforewizard.new", 1, ENOSPC, no_login},
              {WIZARD "fchown " CONFIG ".beforewizard.new", 1, EPERM, no_login},
              {WIZARD "fchmod " CONFIG ".beforewizard.new", 1, EPERM, no_login},
              {WIZARD "fsync " CONFIG ".beforewizard.new", 1, EIO, no_login},
-             {WIZARD "close " CONFIG, 2, EIO, completes},
              {WIZARD "close " CONFIG ".beforewizard.new", 1, EDQUOT, no_login},
-             {WIZARD "rename " CONFIG ".beforewizard.new", 1, ENOSPC, no_login},
+             {WIZARD "linkat " CONFIG ".beforewizard", 1, ENOSPC, no_login},
          }},
         // What the commands say is not looked at.
         {"the_copy_over_the_configuration",
@@ -93,7 +107,7 @@ const std::vector<FaultGroup>& fault_groups() {
          }},
         {"the_filters_script",
          {
-             {WIZARD "open " FILTERS, 1, EACCES, no_relay},
+             {WIZARD "openat " FILTERS, 1, EACCES, no_relay},
              {WIZARD "fdopen " FILTERS, 1, ENOMEM, no_relay},
              {WIZARD "read " FILTERS, 1, EIO, no_relay},
              {WIZARD "open temp.cfg", 2, ENOSPC, no_relay},
@@ -110,27 +124,29 @@ const std::vector<FaultGroup>& fault_groups() {
              {"cp close " FILTERS, 1, EIO, completes},
              {WIZARD "fork ", 7, EAGAIN, completes},
              {WIZARD "fork ", 8, EAGAIN, no_relay},
-             {WIZARD "chown " FILTERS, 1, EPERM, no_relay},
+             {WIZARD "fchown " FILTERS, 1, EPERM, no_relay},
          }},
         {"the_original_of_the_filters_script",
          {
              {WIZARD "lstat " FILTERS ".beforewizard", 1, EIO, no_relay},
-             {WIZARD "unlink " FILTERS ".beforewizard.new", 1, EIO, completes},
-             {WIZARD "open " FILTERS, 2, EMFILE, no_relay},
-             {WIZARD "open " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},
+             {WIZARD "unlinkat " FILTERS ".beforewizard.new", 1, EIO, completes},
+             {WIZARD "openat " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},
              {WIZARD "read " FILTERS, 2, EIO, no_relay},
              {WIZARD "write " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},
              {WIZARD "fchown " FILTERS ".beforewizard.new", 1, EPERM, no_relay},
              {WIZARD "fchmod " FILTERS ".beforewizard.new", 1, EPERM, no_relay},
              {WIZARD "fsync " FILTERS ".beforewizard.new", 1, EIO, no_relay},
              {WIZARD "close " FILTERS ".beforewizard.new", 1, EDQUOT, no_relay},
-             {WIZARD "rename " FILTERS ".beforewizard.new", 1, ENOSPC, no_relay},
+             {WIZARD "linkat " FILTERS ".beforewizard", 1, ENOSPC, no_relay},
          }},
         {"sendmail",
          {
+             {WIZARD "lstat /opt/teluma/bin/sendmail", 1, EIO, no_sendmail},
+             {WIZARD "openat /opt/teluma/bin/sendmail", 1, EMFILE, no_sendmail},
+             {WIZARD "close /opt/teluma/bin/sendmail", 1, EIO, completes},
              {WIZARD "fork ", 9, EAGAIN, no_sendmail},
-             {WIZARD "chown /opt/teluma/bin/sendmail", 1, EPERM, no_sendmail},
-             {WIZARD "chmod /opt/teluma/bin/sendmail", 1, EPERM, no_sendmail},
+             {WIZARD "fchown /opt/teluma/bin/sendmail", 1, EPERM, no_sendmail},
+             {WIZARD "fchmod /opt/teluma/bin/sendmail", 1, EPERM, no_sendmail},
              {WIZARD "readlink " SENDMAIL, 1, EIO, completes},
              {WIZARD "lstat " SENDMAIL, 1, EIO, completes},
              {WIZARD "lstat " SENDMAIL ".beforeteluma", 1, EIO, completes},

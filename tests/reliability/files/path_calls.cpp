@@ -3,8 +3,10 @@
 // look for the next function of the same name.
 
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/select.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -30,6 +32,11 @@ bool process_call_fails(const char* call, const char* object) {
 
 Effect effect_of_flags(int flags) {
     return (flags & (O_CREAT | O_TRUNC)) != 0 ? Effect::changes : Effect::none;
+}
+
+// The path of a name in an open directory.
+std::string path_in(int directory, const char* name) {
+    return directory == AT_FDCWD || *name == '/' ? name : name_of(directory) + "/" + name;
 }
 
 // From now on every read or write of the stream's descriptor fails by itself, the write with a full
@@ -59,7 +66,7 @@ int openat(int directory, const char* path, int flags, ...) {
     va_start(arguments, flags);
     const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (fails("openat", path, effect_of_flags(flags)))
+    if (fails("openat", path_in(directory, path).c_str(), effect_of_flags(flags)))
         return -1;
     return next_call<decltype(::openat)>("openat")(directory, path, flags, mode);
 }
@@ -108,21 +115,17 @@ int unlink(const char* path) noexcept {
 }
 
 int unlinkat(int directory, const char* path, int flags) noexcept {
-    return fails("unlinkat", path, Effect::changes)
+    return fails("unlinkat", path_in(directory, path).c_str(), Effect::changes)
                ? -1
                : next_call<decltype(::unlinkat)>("unlinkat")(directory, path, flags);
 }
 
-int chown(const char* path, uid_t owner, gid_t group) noexcept {
-    return fails("chown", path, Effect::changes)
+int linkat(int from_directory, const char* from, int directory, const char* path,
+           int flags) noexcept {
+    return fails("linkat", path_in(directory, path).c_str(), Effect::changes)
                ? -1
-               : next_call<decltype(::chown)>("chown")(path, owner, group);
-}
-
-int chmod(const char* path, mode_t mode) noexcept {
-    return fails("chmod", path, Effect::changes)
-               ? -1
-               : next_call<decltype(::chmod)>("chmod")(path, mode);
+               : next_call<decltype(::linkat)>("linkat")(from_directory, from, directory, path,
+                                                         flags);
 }
 
 ssize_t readlink(const char* path, char* target, size_t size) noexcept {
@@ -135,6 +138,14 @@ int lstat64(const char* path, struct stat64* facts) noexcept {
     return fails("lstat", path, Effect::none)
                ? -1
                : next_call<int(const char*, struct stat64*)>("lstat64")(path, facts);
+}
+
+// Of names in an open directory, which cp and rm don't ask about.
+int fstatat64(int directory, const char* path, struct stat64* facts, int flags) noexcept {
+    return directory != AT_FDCWD && fails("lstat", path_in(directory, path).c_str(), Effect::none)
+               ? -1
+               : next_call<int(int, const char*, struct stat64*, int)>("fstatat64")(directory, path,
+                                                                                    facts, flags);
 }
 
 char* mkdtemp(char* path) {
@@ -172,6 +183,19 @@ int execl(const char* path, const char* argument, ...) noexcept {
     if (process_call_fails("execl", arguments[arguments.size() - 2]))
         return -1;
     return execv(path, arguments.data());
+}
+
+// A command that can write to one file alone could not tell of its calls.
+int prctl(int option, ...) noexcept {
+    if (option == PR_SET_NO_NEW_PRIVS && is_watched_process())
+        return -1;
+    va_list arguments;
+    va_start(arguments, option);
+    unsigned long rest[4];
+    for (unsigned long& argument : rest)
+        argument = va_arg(arguments, unsigned long);
+    va_end(arguments);
+    return static_cast<int>(syscall(SYS_prctl, option, rest[0], rest[1], rest[2], rest[3]));
 }
 
 // The wizard's sleeps, which are this call without a descriptor, take five milliseconds.

@@ -16,12 +16,13 @@ namespace {
 
 const std::string listings = "/run/scratch/listings";
 
-// A program that notes under its name what it finds open and then is the real one.
+// A program that notes under its name what it finds open and then is the real one. The notes are
+// the targets of links, numbered from 0: cp can open no file but the one that it is to write.
 void put_in_front_of(const std::string& real, const std::string& program) {
     const std::string name = std::filesystem::path(program).filename();
     write_file(program,
-               "#!/bin/sh\necho " + name + " >>" + listings + "\nls -l /proc/self/fd >>" +
-                   listings + "\nexec " + real + " \"$@\"\n",
+               "#!/bin/sh\nln -s \"" + name + "\n$(ls -l /proc/self/fd)\" " + listings + "/$(ls " +
+                   listings + " | wc -l)\nexec " + real + " \"$@\"\n",
                0755);
 }
 
@@ -33,6 +34,7 @@ class NotedPrograms {
         std::filesystem::rename(server, server + ".real");
         put_in_front_of(server + ".real", server);
         std::filesystem::create_directory("noted");
+        std::filesystem::create_directory(listings);
         for (const std::string name : {"cp", "rm"})
             put_in_front_of("/bin/" + name, "noted/" + name);
         const std::string path = "/run/scratch/noted:" + std::string(getenv("PATH"));
@@ -59,7 +61,9 @@ bool is_standard_stream(const std::string& descriptor) {
 
 Notes read_notes() {
     Notes notes;
-    std::istringstream text(read_file(listings));
+    std::stringstream text;
+    for (int number = 0; exists(listings + "/" + std::to_string(number)); ++number)
+        text << link_target(listings + "/" + std::to_string(number)) << "\n";
     for (std::string line; std::getline(text, line);) {
         const size_t arrow = line.find(" -> ");
         if (line.find(' ') == std::string::npos)

@@ -1,0 +1,156 @@
+#include "apply/named_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "wizard/signal_gate.h"
+
+namespace {
+
+bool is_same(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+bool is_roots(const struct stat& facts) {
+    return facts.st_uid == 0 || facts.st_uid == geteuid();
+}
+
+bool only_root_writes(int directory) {
+    struct stat facts {};
+    return fstat(directory, &facts) == 0 && is_roots(facts) &&
+           (facts.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// The way along a path, from one directory to the next.
+class Walk {
+  public:
+    explicit Walk(std::string path) : rest(std::move(path)) {
+        if (!rest.empty())
+            enter(AT_FDCWD, rest[0] == '/' ? "/" : ".");
+    }
+    ~Walk() { leave(-1); }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
+
+    // Walks up to the last name. Returns false when there is no way; whether anything has the last
+    // name shows in `facts`.
+    bool arrives();
+
+    int directory = -1;    // where `name` stands; it belongs to this object
+    std::string name;      // no link
+    struct stat facts {};  // of what has the name; all zero where nothing has it
+
+  private:
+    void leave(int next) {
+        if (directory != -1)
+            close(directory);
+        directory = next;
+    }
+
+    void enter(int from, const char* where) {
+        leave(openat(from, where, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    }
+
+    void takeName();
+    bool follow();
+
+    std::string rest;  // of the path, behind `name`
+};
+
+void Walk::takeName() {
+    rest.erase(0, rest.find_first_not_of('/'));
+    name = rest.substr(0, rest.find('/'));
+    rest.erase(0, name.size());
+    if (name.empty())
+        name = ".";
+}
+
+bool Walk::follow() {
+    char target[4096];  // PATH_MAX, which not every system defines
+    errno = EACCES;
+    if (!is_roots(facts) || !only_root_writes(directory))
+        return false;
+    const ssize_t length = readlinkat(directory, name.c_str(), target, sizeof(target));
+    if (length <= 0 || static_cast<size_t>(length) == sizeof(target))
+        return false;
+    rest.insert(0, target, static_cast<size_t>(length));
+    if (rest[0] == '/')
+        enter(AT_FDCWD, "/");
+    return true;
+}
+
+bool Walk::arrives() {
+    int links_left = 40;  // as many as Linux follows, path_resolution(7)
+    while (directory != -1) {
+        takeName();
+        facts = {};
+        const bool found = fstatat(directory, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+        if (found && S_ISLNK(facts.st_mode)) {
+            if (links_left-- == 0 || !follow())
+                return false;
+        } else if (rest.empty()) {
+            return true;
+        } else {
+            enter(directory, name.c_str());
+        }
+    }
+    return false;
+}
+
+int open_once_given_back(int directory, const char* name, int flags) {
+    for (int tries_left = 5;; --tries_left) {
+        const int file = openat(directory, name, flags);
+        if (file != -1 || errno != EWOULDBLOCK || tries_left == 0)
+            return file;
+        sleep_seconds(1);
+    }
+}
+
+}  // namespace
+
+int open_named_file(const char* path, int flags) {
+    Walk walk(path);
+    // Only to look at it might do something to a device.
+    if (!walk.arrives() || !S_ISREG(walk.facts.st_mode))
+        return -1;
+    const int file = open_once_given_back(walk.directory, walk.name.c_str(),
+                                          flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat facts {};
+    const bool is_file = file != -1 && fstat(file, &facts) == 0 && S_ISREG(facts.st_mode);
+    if (is_file && (facts.st_nlink <= 1 || only_root_writes(walk.directory)))
+        return file;
+    if (file != -1)
+        close(file);
+    if (is_file)
+        errno = EMLINK;
+    return -1;
+}
+
+int open_named_directory(const std::string& path) {
+    Walk walk(path + "/.");
+    return walk.arrives() ? std::exchange(walk.directory, -1) : -1;
+}
+
+bool leads_to(const char* path, int descriptor) {
+    Walk walk(path);
+    struct stat facts {};
+    return walk.arrives() && fstat(descriptor, &facts) == 0 && is_same(walk.facts, facts);
+}
+
+bool leads_into(const char* path, int descriptor, const std::string& directory) {
+    Walk walk(path);
+    Walk place(directory + "/.");
+    struct stat facts {};
+    struct stat where {};
+    return walk.arrives() && fstat(descriptor, &facts) == 0 && is_same(walk.facts, facts) &&
+           place.arrives() && fstat(walk.directory, &where) == 0 && is_same(place.facts, where);
+}
+
+std::string directory_of(const std::string& path) {
+    const size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}

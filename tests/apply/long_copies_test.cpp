@@ -1,0 +1,112 @@
+// Files that would take long to be copied, or that somebody holds back, keep nobody waiting.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <string>
+
+#include "apply/original_copy.h"
+#include "apply/server_config.h"
+#include "tests/apply/installed_server_case.h"
+#include "tests/support/descriptor.h"
+#include "tests/support/files.h"
+#include "tests/support/other_user.h"
+#include "wizard/signal_gate.h"
+
+namespace {
+
+constexpr int interrupted = 7;
+
+class LongCopy : public InstalledServerCase {
+  protected:
+    static constexpr const char* config = InstalledServer::config;
+    static constexpr const char* original = "/var/opt/teluma/run/teluma.cfg.beforewizard";
+    static constexpr const char* unfinished = "/var/opt/teluma/run/teluma.cfg.beforewizard.new";
+
+    // How a process ends that does this while a signal with this handler is waiting to be let in.
+    template <class Piece>
+    static ExitStatus endOf(Piece piece, void (*handler)(int)) {
+        return as_user(geteuid(), [&] {
+            hold_signal(SIGTERM, handler);
+            raise(SIGTERM);
+            piece();
+        });
+    }
+};
+
+TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
+    ASSERT_EQ(truncate(config, 64 << 20), 0);
+    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+                    [](int) { std::exit(exists(unfinished) ? interrupted : 1); }),
+              exited(interrupted));
+    EXPECT_FALSE(exists(unfinished));
+    EXPECT_FALSE(exists(original));
+}
+
+TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
+    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+                    [](int) { write_file(original, "first"); }),
+              exited(0));
+    EXPECT_EQ(read_file(original), "first");
+    EXPECT_FALSE(exists(unfinished));
+}
+
+TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
+    EXPECT_EQ(endOf([] { config_prepare(config); },
+                    [](int) { _exit(exists("temp.cfg") && !exists(original) ? interrupted : 1); }),
+              exited(interrupted));
+}
+
+// A process of the server's user that has a lease on a file, fcntl(2), and does not give it back.
+class LeaseHolder {
+  public:
+    explicit LeaseHolder(const char* path) : process(checked(fork(), "fork")) {
+        if (process == 0) {
+            hold(path);
+            _exit(1);
+        }
+        char ready = 0;
+        checked(static_cast<int>(read(told.read_end.get(), &ready, 1)), "read");
+    }
+    ~LeaseHolder() {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+    LeaseHolder(const LeaseHolder&) = delete;
+    LeaseHolder& operator=(const LeaseHolder&) = delete;
+
+  private:
+    void hold(const char* path) const {
+        std::signal(SIGIO, SIG_IGN);
+        if (setuid(server_user()) != 0)
+            return;
+        const int file = open(path, O_RDWR);
+        if (fcntl(file, F_SETLEASE, F_WRLCK) == -1 || write(told.write_end.get(), "r", 1) != 1)
+            return;
+        for (;;)
+            pause();
+    }
+
+    Pipe told = make_pipe();
+    pid_t process;
+};
+
+TEST_F(LongCopy, of_a_file_with_somebody_elses_lease_fails_after_five_seconds) {
+    if (server_user() == 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    const std::string before = read_file(config);
+    chown(config, server_user(), server_user());
+    {
+        const LeaseHolder holder(config);
+        EXPECT_EQ(config_prepare(config), 1);
+    }
+    EXPECT_EQ(waits.sleeps, std::vector<int>(5, 1));
+    EXPECT_EQ(read_file(config), before);
+    EXPECT_EQ(config_prepare(config), 0);
+}
+
+}  // namespace

@@ -1,0 +1,122 @@
+// Whom the wizard signals when others than root can write the pid file.
+
+#include <gtest/gtest.h>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+
+#include "apply/server_process.h"
+#include "tests/apply/installed_server_case.h"
+#include "tests/apply/other_process.h"
+#include "tests/support/descriptor.h"
+#include "tests/support/files.h"
+#include "tests/support/other_user.h"
+
+namespace {
+
+// Whether a process is stopped as soon as it has another user.
+bool is_stopped_at_once = false;
+
+constexpr const char* pid_file = InstalledServer::pid_file;
+
+class PidFile : public InstalledServerCase {
+  protected:
+    void SetUp() override {
+        if (server_user() == 0)
+            GTEST_SKIP() << "a user namespace without other ids";
+        chown("/var/opt/teluma/run", server_user(), server_user());
+    }
+
+    // What comes of a pid file of this user's that names this process.
+    static int stop(uid_t owner, const OtherProcess& process) {
+        write_file(pid_file, std::to_string(process.pid()) + "\n");
+        chown(pid_file, owner, owner);
+        EXPECT_NE(server_read_pid(), 1);
+        return server_stop();
+    }
+
+    static constexpr uid_t somebody = 12;
+
+    OtherProcess roots;
+};
+
+TEST_F(PidFile, of_the_servers_user_ends_no_process_of_roots) {
+    EXPECT_EQ(stop(server_user(), roots), 1);
+    EXPECT_TRUE(roots.isRunning());
+}
+
+TEST_F(PidFile, of_the_servers_user_ends_no_process_of_another_user) {
+    const OtherProcess process(somebody);
+    EXPECT_EQ(stop(server_user(), process), 1);
+    EXPECT_TRUE(process.isRunning());
+}
+
+TEST_F(PidFile, of_the_servers_user_ends_the_servers_process) {
+    OtherProcess process(server_user());
+    EXPECT_EQ(stop(server_user(), process), 0);
+    EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
+}
+
+TEST_F(PidFile, of_the_servers_user_who_stops_the_wizards_child_keeps_nobody_waiting) {
+    OtherProcess process(server_user());
+    is_stopped_at_once = true;
+    EXPECT_EQ(stop(server_user(), process), 1);
+    is_stopped_at_once = false;
+    EXPECT_TRUE(process.isRunning());
+}
+
+TEST_F(PidFile, of_roots_ends_the_servers_process_whosever_it_is) {
+    OtherProcess process(server_user());
+    EXPECT_EQ(stop(0, process), 0);
+    EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
+    EXPECT_EQ(stop(0, roots), 0);
+    EXPECT_EQ(roots.waitForEnd(), killed_by(SIGTERM));
+}
+
+TEST_F(PidFile, of_another_user_ends_no_process) {
+    const OtherProcess process(somebody);
+    EXPECT_EQ(stop(somebody, process), 1);
+    EXPECT_EQ(stop(somebody, roots), 1);
+    EXPECT_TRUE(process.isRunning());
+    EXPECT_TRUE(roots.isRunning());
+}
+
+TEST_F(PidFile, that_is_a_second_name_of_a_file_of_roots_ends_no_process) {
+    const std::string other = "/var/opt/other.pid";
+    write_file(other, std::to_string(roots.pid()) + "\n");
+    ASSERT_EQ(link(other.c_str(), pid_file), 0);
+    EXPECT_NE(server_read_pid(), 1);
+    EXPECT_EQ(server_stop(), 1);
+    EXPECT_TRUE(roots.isRunning());
+}
+
+TEST_F(PidFile, that_is_a_link_of_the_servers_user_is_none) {
+    write_file("/run/scratch/other.pid", std::to_string(roots.pid()) + "\n");
+    EXPECT_EQ(as_user(server_user(), [] { symlink("/run/scratch/other.pid", pid_file); }),
+              exited(0));
+    EXPECT_EQ(server_read_pid(), 1);
+    EXPECT_EQ(server_pid, 0);
+}
+
+TEST_F(PidFile, that_is_no_file_is_not_even_opened) {
+    ASSERT_EQ(mkfifo(pid_file, 0600), 0);
+    const Descriptor watch(checked(inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify_init1"));
+    checked(inotify_add_watch(watch.get(), pid_file, IN_OPEN), "inotify_add_watch");
+    EXPECT_EQ(server_read_pid(), 1);
+    char event[256];
+    EXPECT_EQ(read(watch.get(), event, sizeof(event)), -1);
+}
+
+}  // namespace
+
+// In the place of the C library's.
+extern "C" int setuid(uid_t user) noexcept {
+    const int result = static_cast<int>(syscall(SYS_setuid, user));
+    if (is_stopped_at_once)
+        raise(SIGSTOP);
+    return result;
+}
