@@ -2,14 +2,14 @@
 
 #include <curses.h>
 #include <term.h>
-#include <termios.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstddef>
 #include <initializer_list>
 #include <iterator>
 
+#include "ui/terminal_output.h"
+#include "ui/terminals.h"
 #include "wizard/signal_gate.h"
 
 namespace {
@@ -22,9 +22,6 @@ const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,    SIGFPE,  SIGABRT,
 // What undoes curses' changes of the screen, put together in advance.
 char farewell[256];
 std::size_t farewell_length = 0;
-
-termios modes_before;
-bool modes_known = false;
 
 // A stack that has overflown has no room for a handler.
 alignas(16) char stack_for_handler[64 * 1024];
@@ -39,9 +36,8 @@ int add_to_farewell(int character) {
 }
 
 void on_crash(int signal_number) {
-    const ssize_t written = write(STDOUT_FILENO, farewell, farewell_length);
-    if (written >= 0 && modes_known)
-        tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
+    write_in_time(farewell, farewell_length);
+    give_terminals_back();
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
     for (std::size_t i = 0; i < std::size(deadly_signals); ++i) {
         if (deadly_signals[i] == signal_number)
@@ -51,10 +47,6 @@ void on_crash(int signal_number) {
 }
 
 }  // namespace
-
-void remember_terminal_modes() {
-    modes_known = tcgetattr(STDIN_FILENO, &modes_before) == 0;
-}
 
 void guard_terminal_against_crashes() {
     // The keypad as it was, the original colours, plain text, a visible cursor, the normal screen.

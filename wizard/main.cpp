@@ -22,6 +22,7 @@ int main() {
     // Ignored, it was started by somebody who could not make it go on.
     if (!is_ignored(SIGTSTP))
         hold_signal(SIGTSTP, suspend_wizard);
+    hold_signal(SIGCONT, continue_wizard);
     ignore_signal(SIGPIPE);
     keep_track_of_children();
     enter_private_directory();

@@ -114,6 +114,14 @@ TEST_F(StartByOthers, with_the_superuser_in_another_group_is_refused) {
     expectRefusal(as("0", "12345"), Key::enter);
 }
 
+TEST_F(StartByOthers, leaves_nothing_typed_ahead_to_the_next_program) {
+    TerminalProgram wizard(setup(as("12345", "12345")));
+    wizard.waitForText("You MUST be a superuser");
+    wizard.type("\nid\n");
+    expectEnd(wizard, 1, "");
+    EXPECT_FALSE(wizard.hasUnreadInput());
+}
+
 TEST_F(StartByOthers, on_a_small_terminal_is_refused_for_its_size) {
     TerminalProgram wizard(setup(as("12345", "12345"), 19, 72));
     expectEnd(wizard, 0, too_small);

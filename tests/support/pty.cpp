@@ -1,6 +1,7 @@
 #include "tests/support/pty.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -52,6 +53,11 @@ size_t Pty::write(const std::string& bytes) {
     if (errno == EAGAIN || errno == EINTR)
         return 0;
     throw std::system_error(errno, std::generic_category(), "write to a terminal");
+}
+
+bool Pty::hasUnreadInput() const {
+    pollfd input{program_side.get(), POLLIN, 0};
+    return poll(&input, 1, 0) == 1;
 }
 
 void Pty::resize(int rows, int cols) {

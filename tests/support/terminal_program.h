@@ -74,6 +74,9 @@ class TerminalProgram {
     void type(const std::string& bytes);
     void press(Key key);
 
+    /// Whether the program has left something of it unread.
+    bool hasUnreadInput() const { return pty.hasUnreadInput(); }
+
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.
     void resize(int rows, int cols);
 
@@ -104,6 +107,9 @@ class TerminalProgram {
     const TerminalModes& modesBefore() const { return modes_before; }
 
     pid_t pid() const { return session.program(); }
+
+    /// The terminal's foreground process group, 0 if there is none.
+    int foregroundGroup() const { return pty.foregroundGroup(); }
 
   private:
     bool waitForNews(int milliseconds);
