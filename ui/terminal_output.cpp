@@ -17,6 +17,7 @@
 #include <cstring>
 #include <ctime>
 #include <string>
+#include <utility>
 
 #include "ui/output_thinner.h"
 #include "ui/terminals.h"
@@ -35,8 +36,11 @@ bool keeps_back = false;
 bool thins = false;
 OutputThinner thinner;
 
-// Whether a frame is being written: should the wizard end meanwhile, its end stays unsaid.
-bool is_in_frame = false;
+// What is being written and how much of that has been; should the wizard end meanwhile, nobody
+// knows how much while a write is under way.
+std::string frame;
+size_t frame_written = 0;
+bool is_in_write = false;
 
 // What leaves the screen, as long as it may have to be said again.
 std::string leaving;
@@ -79,7 +83,9 @@ bool speaks_ecma_48() {
 // Writes some of it, more than nothing once the terminal takes anything.
 ssize_t write_some(const char* text, size_t length) {
     const EndingsLetIn here;
+    is_in_write = true;
     const ssize_t written = write(STDOUT_FILENO, text, length);
+    is_in_write = false;
     if (written == -1 && errno == EAGAIN) {
         pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
         return poll(&terminal, 1, -1) == -1 ? -1 : 0;
@@ -87,16 +93,21 @@ ssize_t write_some(const char* text, size_t length) {
     return written;
 }
 
+void forget_frame() {
+    frame.clear();
+    frame_written = 0;
+}
+
 // As curses does it: a terminal that is gone must not keep the wizard from ending.
-void write_frame(const std::string& text) {
-    is_in_frame = true;
-    for (size_t written = 0; written < text.size();) {
-        const ssize_t more = write_some(text.data() + written, text.size() - written);
+void write_frame(std::string text) {
+    frame = std::move(text);
+    while (frame_written < frame.size()) {
+        const ssize_t more = write_some(frame.data() + frame_written, frame.size() - frame_written);
         if (more == -1 && errno != EINTR)
             break;
-        written += more > 0 ? static_cast<size_t>(more) : 0;
+        frame_written += more > 0 ? static_cast<size_t>(more) : 0;
     }
-    is_in_frame = false;
+    forget_frame();
 }
 
 // A clock that nobody sets.
@@ -143,15 +154,23 @@ std::string thinned(const std::string& said) {
     return thins ? thinner.thin(said) : said;
 }
 
+// What makes the text plain, whatever the terminal has been told.
+std::string plain_text() {
+    static std::string sequence;
+    sequence.clear();
+    if (exit_attribute_mode != nullptr)
+        tputs(exit_attribute_mode, 1, [](int character) {
+            sequence += static_cast<char>(character);
+            return character;
+        });
+    return sequence;
+}
+
 // All that is left to say, and how curses leaves the screen.
 std::string last_words() {
-    std::string words = thinned(take_from_store());
-    // Its beginning may have been said, and may have ended in the middle of a sequence.
-    if (is_in_frame) {
-        words.clear();
-        thinner.forget();
-    }
-    words += thinner.settle();
+    std::string words = thinned(take_from_store()) + thinner.settle();
+    // A frame that was torn may have ended anywhere, in the middle of a sequence too.
+    words = is_in_write ? plain_text() : frame.substr(frame_written) + words;
     endwin();
     return words + take_from_store();
 }
@@ -159,7 +178,7 @@ std::string last_words() {
 void prepare_to_leave() {
     if (stdscr != nullptr && !isendwin())
         leaving = last_words();
-    else if (!is_in_frame)
+    else if (frame.empty())
         leaving.clear();
 }
 
@@ -210,6 +229,9 @@ void keep_output_back() {
 }
 
 void send_output() {
+    // Stopped and sent to the background since the last wait; only in a wait this is told.
+    if (!are_terminals_in_front() && retake_terminals())
+        raise(SIGWINCH);
     if (keeps_back)
         write_frame(thinned(take_from_store()));
     if (nobody_reads())
@@ -257,7 +279,7 @@ void close_screen_in_time(const char* farewell) {
     if (has_left)
         write_in_time(farewell, std::strlen(farewell));
     leaving.clear();
-    is_in_frame = false;
+    forget_frame();
 }
 
 bool renew_screen() {

@@ -22,9 +22,9 @@ bool open_screen();
 /// the wizard: curses can't change them any more, so this comes behind cbreak(3X) and its like.
 void keep_output_back();
 
-/// Writes what has been kept back. To be called before the wizard waits for the user. The process
-/// sends itself SIGHUP when nobody reads what is written: a pipe without its reader, a terminal
-/// that is gone.
+/// Writes what has been kept back, in the foreground: stops until the wizard is there. To be called
+/// before the wizard waits for the user. The process sends itself SIGHUP when nobody reads what is
+/// written: a pipe without its reader, a terminal that is gone.
 void send_output();
 
 /// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().

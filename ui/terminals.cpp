@@ -100,6 +100,14 @@ bool retake_terminals() {
     return all;
 }
 
+bool are_terminals_in_front() {
+    for (const Terminal& terminal : terminals) {
+        if (terminal.descriptor != no_terminal && !is_in_front(terminal.descriptor))
+            return false;
+    }
+    return true;
+}
+
 void give_terminals_back() {
     for (const Terminal& terminal : terminals)
         give_back(terminal);

@@ -18,6 +18,9 @@ void keep_terminals();
 /// nothing before keep_terminals(). False if a terminal can't be had any more.
 bool retake_terminals();
 
+/// False while one of the terminals has somebody else in its foreground.
+bool are_terminals_in_front();
+
 /// Sets the remembered modes without waiting for output, and throws away what has been typed and
 /// not been read: it was meant for the wizard, not for the program that reads next. In the
 /// background the modes that somebody else has set stay, and so does the input. To be called as

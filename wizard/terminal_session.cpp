@@ -51,6 +51,14 @@ void redraw_dialogs() {
     progress_place_all();
 }
 
+void redraw() {
+    check_terminal_size();
+    draw_background();
+    redraw_screens();
+    redraw_dialogs();
+    show_frame();
+}
+
 }  // namespace
 
 void draw_background() {
@@ -66,15 +74,10 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    if (!renew_screen()) {
+    if (renew_screen())
+        redraw();
+    else
         raise(SIGHUP);
-        return;
-    }
-    check_terminal_size();
-    draw_background();
-    redraw_screens();
-    redraw_dialogs();
-    show_frame();
     errno = errno_before;
 }
 

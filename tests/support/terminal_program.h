@@ -80,6 +80,9 @@ class TerminalProgram {
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.
     void resize(int rows, int cols);
 
+    /// Fills the line to the screen up (Pty::fill). Whatever looks at the screen frees it again.
+    void fillLine() const { pty.fill(); }
+
     /// Breaks the connection to the terminal: SIGHUP, then end of file. The screen stays as it was.
     void hangUp();
 
