@@ -1,5 +1,6 @@
 #include "ui/keys.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -18,6 +19,11 @@ int key_at_hand(WINDOW* window) {
     return key;
 }
 
+bool has_input() {
+    pollfd input = {STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, 0) == 1;
+}
+
 // Input of which nothing can be read has come to its end: the terminal is gone.
 void hang_up() {
     raise(SIGHUP);
@@ -34,7 +40,9 @@ int read_key(const Window& widget) {
     // Somebody who never stops typing, or a paste, must not keep the user from interrupting; a
     // resize can wait until there is nothing to read, as it swallows keys.
     let_signals_in_except(SIGWINCH);
-    bool has_input = false;
+    // What was there may have been read by somebody else, as a shell, but not again and again.
+    constexpr int enough_in_vain = 3;
+    int in_vain = 0;
     for (;;) {
         // A resize during the wait may have given the widget another curses window.
         WINDOW* window = widget.getCursesWindow() != nullptr ? widget.getCursesWindow() : stdscr;
@@ -42,10 +50,11 @@ int read_key(const Window& widget) {
         const int key = key_at_hand(window);
         if (key != ERR)
             return key == KEY_ENTER ? key_enter : key;
-        if (has_input)
+        in_vain = has_input() ? in_vain + 1 : 0;
+        if (in_vain == enough_in_vain)
             hang_up();
         send_output();
-        has_input = wait_readable(STDIN_FILENO) == 0;
+        wait_readable(STDIN_FILENO);
     }
 }
 

@@ -6,35 +6,46 @@
 #include <poll.h>
 #include <sys/resource.h>
 #include <term.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <string>
+#include <utility>
 
 #include "ui/output_thinner.h"
 #include "ui/terminal_size.h"
+#include "ui/terminals.h"
+#include "wizard/signal_gate.h"
 #include "wizard/tel_help.h"
 
 namespace {
 
 constexpr int no_descriptor = -1;
 
-// Curses writes to a descriptor of its own, which is a copy of standard output, or of the store
-// while output is kept back; standard output itself remains the terminal always.
+// Curses writes to a descriptor of its own, which is a copy of the terminal's, and from the moment
+// on that output is kept back one of the store.
 int curses_descriptor = no_descriptor;
 int store = no_descriptor;
 bool keeps_back = false;
 bool thins = false;
-termios modes_of_curses;
 OutputThinner thinner;
 
-void connect_curses_to(int descriptor) {
-    dup2(descriptor, curses_descriptor);
-    fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
-}
+// What is being written and how much of that has been; should the wizard end meanwhile, nobody
+// knows how much while a write is under way.
+std::string frame;
+size_t frame_written = 0;
+bool is_in_write = false;
+
+// What leaves the screen, as long as it may have to be said again.
+std::string leaving;
+
+// The flags of standard output while it makes nobody wait.
+constexpr int flags_unchanged = -1;
+volatile std::sig_atomic_t flags_before = flags_unchanged;
 
 void close_if_open(int& descriptor) {
     if (descriptor != no_descriptor)
@@ -49,11 +60,11 @@ bool may_write_frames() {
 }
 
 FILE* stream_for_curses() {
-    const bool keeps = isatty(STDOUT_FILENO) != 0 && may_write_frames();
-    store = keeps ? nameless_file() : no_descriptor;
+    store = may_write_frames() ? nameless_file() : no_descriptor;
     if (store == no_descriptor)
         return stdout;
-    curses_descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    const int terminal = screen_terminal() != no_descriptor ? screen_terminal() : STDOUT_FILENO;
+    curses_descriptor = fcntl(terminal, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     FILE* stream = curses_descriptor != no_descriptor ? fdopen(curses_descriptor, "w") : nullptr;
     if (stream != nullptr)
         return stream;
@@ -67,22 +78,65 @@ bool speaks_ecma_48() {
     return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
 }
 
-// As curses does it: a terminal that is gone must not keep the wizard from ending.
-void write_to_terminal(const std::string& text) {
-    for (size_t written = 0; written < text.size();) {
-        const ssize_t more = write(STDOUT_FILENO, text.data() + written, text.size() - written);
-        if (more >= 0) {
-            written += static_cast<size_t>(more);
-        } else if (errno == EAGAIN) {
-            pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
-            poll(&terminal, 1, -1);
-        } else if (errno != EINTR) {
-            return;
-        }
+// Writes some of it, more than nothing once the terminal takes anything.
+ssize_t write_some(const char* text, size_t length) {
+    const EndingsLetIn here;
+    is_in_write = true;
+    const ssize_t written = write(STDOUT_FILENO, text, length);
+    is_in_write = false;
+    if (written == -1 && errno == EAGAIN) {
+        pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
+        return poll(&terminal, 1, -1) == -1 ? -1 : 0;
     }
+    return written;
 }
 
-// What has been kept back, ready for the terminal.
+void forget_frame() {
+    frame.clear();
+    frame_written = 0;
+}
+
+// As curses does it: a terminal that is gone must not keep the wizard from ending.
+void write_frame(std::string text) {
+    frame = std::move(text);
+    while (frame_written < frame.size()) {
+        const ssize_t more = write_some(frame.data() + frame_written, frame.size() - frame_written);
+        if (more == -1 && errno != EINTR)
+            break;
+        frame_written += more > 0 ? static_cast<size_t>(more) : 0;
+    }
+    forget_frame();
+}
+
+// A clock that nobody sets.
+long milliseconds() {
+    timespec time{};
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return static_cast<long>(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
+}
+
+// Whether standard output takes anything within that time.
+bool takes_output(long within_milliseconds) {
+    pollfd output = {STDOUT_FILENO, POLLOUT, 0};
+    return within_milliseconds >= 0 && poll(&output, 1, static_cast<int>(within_milliseconds)) == 1;
+}
+
+// From now on nothing that is written makes anybody wait.
+void silence_output() {
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere == no_descriptor)
+        return;
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
+}
+
+// Nobody will ever read what is written: a pipe without its reader, a terminal that is gone.
+bool nobody_reads() {
+    pollfd output = {STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) == 1 && (output.revents & (POLLERR | POLLHUP)) != 0;
+}
+
+// What curses has said since the last call.
 std::string take_from_store() {
     const off_t length = lseek(store, 0, SEEK_CUR);
     if (length <= 0)
@@ -91,7 +145,39 @@ std::string take_from_store() {
     const ssize_t count = pread(store, said.data(), said.size(), 0);
     lseek(store, 0, SEEK_SET);
     said.resize(count < 0 ? 0 : static_cast<size_t>(count));
+    return said;
+}
+
+std::string thinned(const std::string& said) {
     return thins ? thinner.thin(said) : said;
+}
+
+// What makes the text plain, whatever the terminal has been told.
+std::string plain_text() {
+    static std::string sequence;
+    sequence.clear();
+    if (exit_attribute_mode != nullptr)
+        tputs(exit_attribute_mode, 1, [](int character) {
+            sequence += static_cast<char>(character);
+            return character;
+        });
+    return sequence;
+}
+
+// All that is left to say, and how curses leaves the screen.
+std::string last_words() {
+    std::string words = thinned(take_from_store()) + thinner.settle();
+    // A frame that was torn may have ended anywhere, in the middle of a sequence too.
+    words = is_in_write ? plain_text() : frame.substr(frame_written) + words;
+    endwin();
+    return words + take_from_store();
+}
+
+void prepare_to_leave() {
+    if (stdscr != nullptr && !isendwin())
+        leaving = last_words();
+    else if (frame.empty())
+        leaving.clear();
 }
 
 // What curses does by itself where its output is not kept back.
@@ -99,13 +185,13 @@ void renew_terminal() {
     const TerminalSize size = terminal_size();
     if (is_term_resized(size.rows, size.cols))
         resizeterm(size.rows, size.cols);
-    tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
     thinner.forget();
 }
 
 }  // namespace
 
 bool open_screen() {
+    remember_terminals();
     FILE* stream = stream_for_curses();
     const SizeGuard size_guard;
     if (newterm(nullptr, stream, stdin) == nullptr) {
@@ -114,21 +200,27 @@ bool open_screen() {
         return false;
     }
     def_prog_mode();
-    thins = speaks_ecma_48();
+    thins = isatty(STDOUT_FILENO) != 0 && speaks_ecma_48();
     return true;
 }
 
 void keep_output_back() {
+    keep_terminals();
     if (curses_descriptor == no_descriptor || keeps_back)
         return;
-    tcgetattr(STDOUT_FILENO, &modes_of_curses);
-    connect_curses_to(store);
+    dup2(store, curses_descriptor);
+    fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
     keeps_back = true;
 }
 
 void send_output() {
+    // Stopped and sent to the background since the last wait; only in a wait this is told.
+    if (!are_terminals_in_front() && retake_terminals())
+        raise(SIGWINCH);
     if (keeps_back)
-        write_to_terminal(take_from_store());
+        write_frame(thinned(take_from_store()));
+    if (nobody_reads())
+        raise(SIGHUP);
 }
 
 void show_frame() {
@@ -137,18 +229,47 @@ void show_frame() {
     send_output();
 }
 
-void close_screen() {
-    if (keeps_back) {
-        std::string last_words = take_from_store();
-        last_words += thinner.settle();
-        write_to_terminal(last_words);
-        connect_curses_to(STDOUT_FILENO);
-        keeps_back = false;
+bool write_in_time(const char* text, size_t length) {
+    constexpr long limit = 500;
+    const long end = milliseconds() + limit;
+    const int flags = fcntl(STDOUT_FILENO, F_GETFL);
+    // A crash may come in the middle of this.
+    if (flags_before == flags_unchanged)
+        flags_before = flags;
+    fcntl(STDOUT_FILENO, F_SETFL, flags_before | O_NONBLOCK);
+    while (length > 0 && takes_output(end - milliseconds())) {
+        const ssize_t more = write(STDOUT_FILENO, text, length);
+        if (more == -1 && errno != EAGAIN)
+            break;
+        text += more > 0 ? more : 0;
+        length -= more > 0 ? static_cast<size_t>(more) : 0;
     }
-    endwin();
+    fcntl(STDOUT_FILENO, F_SETFL, flags_before);
+    flags_before = flags_unchanged;
+    return length == 0;
 }
 
-void renew_screen() {
+void close_screen() {
+    prepare_to_leave();
+    write_frame(leaving);
+    give_terminals_back();
+}
+
+void close_screen_in_time(const char* farewell) {
+    if (!keeps_back && !takes_output(0))
+        silence_output();
+    prepare_to_leave();
+    const bool has_left = write_in_time(leaving.data(), leaving.size());
+    give_terminals_back();
+    if (has_left)
+        write_in_time(farewell, std::strlen(farewell));
+    leaving.clear();
+    forget_frame();
+}
+
+bool renew_screen() {
+    if (!retake_terminals())
+        return false;
     const SizeGuard size_guard;
     if (keeps_back)
         renew_terminal();
@@ -160,5 +281,5 @@ void renew_screen() {
     // Curses has not seen that it came back to a terminal.
     if (keeps_back)
         keypad(stdscr, TRUE);
-    keep_output_back();
+    return true;
 }

@@ -3,10 +3,11 @@
 #include <curses.h>
 #include <sys/ioctl.h>
 #include <termios.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
+
+#include "ui/terminals.h"
 
 namespace {
 
@@ -24,8 +25,7 @@ int prescribed(const char* variable) {
 
 winsize told_size() {
     winsize size{};
-    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == -1)
-        ioctl(STDERR_FILENO, TIOCGWINSZ, &size);
+    ioctl(screen_terminal(), TIOCGWINSZ, &size);
     return size;
 }
 

@@ -10,8 +10,7 @@
 void abort_wizard(int /*signal_number*/) {
     release_screens();
     server_stop();
-    close_screen();
-    std::printf("\nTELUMA Configuration Wizard Aborted!\n");
+    close_screen_in_time("\nTELUMA Configuration Wizard Aborted!\n");
     std::exit(1);
 }
 

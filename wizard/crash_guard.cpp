@@ -2,7 +2,6 @@
 
 #include <curses.h>
 #include <term.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -10,6 +9,8 @@
 #include <initializer_list>
 #include <iterator>
 
+#include "ui/terminal_output.h"
+#include "ui/terminals.h"
 #include "wizard/signal_gate.h"
 
 namespace {
@@ -21,9 +22,6 @@ const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,  SIGFPE,  SIGABRT,   SIG
 // What undoes curses' changes of the screen, put together in advance.
 char farewell[256];
 std::size_t farewell_length = 0;
-
-termios modes_before;
-bool modes_known = false;
 
 // A stack that has overflown has no room for a handler.
 alignas(16) char stack_for_handler[64 * 1024];
@@ -38,9 +36,8 @@ int add_to_farewell(int character) {
 }
 
 void on_crash(int signal_number) {
-    const ssize_t written = write(STDOUT_FILENO, farewell, farewell_length);
-    if (written >= 0 && modes_known)
-        tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
+    write_in_time(farewell, farewell_length);
+    give_terminals_back();
     // The first process of a container is not ended by a signal that takes its default course.
     if (getpid() == 1)
         _exit(128 + signal_number);
@@ -53,10 +50,6 @@ void on_crash(int signal_number) {
 }
 
 }  // namespace
-
-void remember_terminal_modes() {
-    modes_known = tcgetattr(STDIN_FILENO, &modes_before) == 0;
-}
 
 void guard_terminal_against_crashes() {
     // The keypad as it was, the original colours, plain text, a visible cursor, the normal screen.

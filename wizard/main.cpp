@@ -24,6 +24,7 @@ int main() {
     // Ignored, it was started by somebody who could not make it go on.
     if (!is_ignored(SIGTSTP))
         hold_signal(SIGTSTP, suspend_wizard);
+    hold_signal(SIGCONT, continue_wizard);
     // A write fails instead, and with it the step.
     for (const int signal_number : {SIGPIPE, SIGXFSZ})
         ignore_signal(signal_number);

@@ -72,12 +72,15 @@ void let_in(const sigset_t& mask) {
     sigprocmask(SIG_SETMASK, &before, nullptr);
 }
 
-// A mask that blocks all signals but one.
-sigset_t all_but(int signal_number) {
-    sigset_t mask;
-    sigfillset(&mask);
-    sigdelset(&mask, signal_number);
-    return mask;
+// Those of the signals that end the wizard which it holds.
+sigset_t held_endings() {
+    sigset_t endings;
+    sigemptyset(&endings);
+    for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
+        if (sigismember(&masks().held, ending) == 1)
+            sigaddset(&endings, ending);
+    }
+    return endings;
 }
 
 int wait_for_descriptor(int descriptor, short event) {
@@ -129,15 +132,36 @@ void keep_track_of_children() {
     signal(SIGCHLD, SIG_DFL);
 }
 
-void stop_process(int signal_number) {
-    struct sigaction handled {};
+EndingsLetIn::EndingsLetIn() {
+    const sigset_t endings = held_endings();
+    sigprocmask(SIG_UNBLOCK, &endings, &mask_before);
+}
+
+EndingsLetIn::~EndingsLetIn() {
+    sigprocmask(SIG_SETMASK, &mask_before, nullptr);
+}
+
+MayStop::MayStop(int stop) : signals{stop, SIGCONT} {
     struct sigaction by_default {};
     by_default.sa_handler = SIG_DFL;
-    sigaction(signal_number, &by_default, &handled);
+    sigset_t let_in;
+    sigemptyset(&let_in);
+    for (int i = 0; i < 2; ++i) {
+        sigaction(signals[i], is_ignored(signals[i]) ? nullptr : &by_default, &actions_before[i]);
+        sigaddset(&let_in, signals[i]);
+    }
+    sigprocmask(SIG_UNBLOCK, &let_in, &mask_before);
+}
+
+MayStop::~MayStop() {
+    sigprocmask(SIG_SETMASK, &mask_before, nullptr);
+    for (int i = 0; i < 2; ++i)
+        sigaction(signals[i], &actions_before[i], nullptr);
+}
+
+void stop_process(int signal_number) {
+    const MayStop here(signal_number);
     raise(signal_number);
-    // It stops here.
-    let_in(all_but(signal_number));
-    sigaction(signal_number, &handled, nullptr);
 }
 
 void let_signals_in() {

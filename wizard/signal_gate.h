@@ -28,8 +28,39 @@ bool is_ignored(int signal_number);
 /// lost.
 void keep_track_of_children();
 
+/// While one lives, the signals that end the wizard are let in: for what may last, at a place where
+/// a handler that draws must not come in. Theirs never returns, so that it may come before a call
+/// begins to wait as well as in the middle of the wait.
+class EndingsLetIn {
+  public:
+    EndingsLetIn();
+    ~EndingsLetIn();
+    EndingsLetIn(const EndingsLetIn&) = delete;
+    EndingsLetIn& operator=(const EndingsLetIn&) = delete;
+
+  private:
+    sigset_t mask_before;
+};
+
+/// While one lives, the signal `stop` (SIGTSTP, SIGTTOU) stops the process as if the wizard had no
+/// handler, unless it is ignored, and the SIGCONT by which it goes on has no handler either. It can
+/// be ended there too. A process that nobody could make go on is not stopped.
+class MayStop {
+  public:
+    explicit MayStop(int stop);
+    ~MayStop();
+    MayStop(const MayStop&) = delete;
+    MayStop& operator=(const MayStop&) = delete;
+
+  private:
+    EndingsLetIn endings;
+    int signals[2];
+    struct sigaction actions_before[2];
+    sigset_t mask_before;
+};
+
 /// In the handler of a signal that stops a process: stops this one as the signal would by itself,
-/// and returns when it goes on. A process that nobody could make go on is not stopped.
+/// and returns when it goes on (MayStop).
 void stop_process(int signal_number);
 
 /// Lets in the signals that have come, without waiting: for loops that may never have to wait.

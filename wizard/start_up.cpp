@@ -17,15 +17,6 @@
 #include "wizard/crash_guard.h"
 #include "wizard/terminal_session.h"
 
-namespace {
-
-void leave_curses() {
-    if (!isendwin())
-        close_screen();
-}
-
-}  // namespace
-
 void fill_standard_descriptors() {
     int descriptor = 0;
     do {
@@ -38,7 +29,6 @@ void fill_standard_descriptors() {
 void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
-    remember_terminal_modes();
     if (!open_screen()) {
         // In curses' own words, as the library may well be there.
         const char* type = std::getenv("TERM");
@@ -46,7 +36,7 @@ void start_curses() {
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }
-    std::atexit(leave_curses);
+    std::atexit(close_screen);
     guard_terminal_against_crashes();
     start_color();
     cbreak();

@@ -14,6 +14,7 @@
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
 #include "ui/terminal_output.h"
+#include "ui/terminals.h"
 #include "ui/window.h"
 #include "wizard/release_screens.h"
 #include "wizard/screen_size.h"
@@ -50,6 +51,14 @@ void redraw_dialogs() {
     progress_place_all();
 }
 
+void redraw() {
+    check_terminal_size();
+    draw_background();
+    redraw_screens();
+    redraw_dialogs();
+    show_frame();
+}
+
 }  // namespace
 
 void draw_background() {
@@ -65,13 +74,16 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    renew_screen();
-    check_terminal_size();
-    draw_background();
-    redraw_screens();
-    redraw_dialogs();
-    show_frame();
+    if (renew_screen())
+        redraw();
+    else
+        raise(SIGHUP);
     errno = errno_before;
+}
+
+void continue_wizard(int /*signal_number*/) {
+    retake_terminals();
+    raise(SIGWINCH);
 }
 
 void suspend_wizard(int signal_number) {

@@ -45,6 +45,8 @@ testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
         return testing::AssertionFailure() << "the cursor is hidden";
     if (wizard.alternateScreen())
         return testing::AssertionFailure() << "the alternate screen is still shown";
+    if (wizard.hasUnreadInput())
+        return testing::AssertionFailure() << "what was typed ahead is left to the next program";
     return prints_plainly(wizard);
 }
 

@@ -7,7 +7,7 @@
 #include "tests/e2e/wizard_run.h"
 
 /// Expects a terminal as it was before the wizard came: modes, visible cursor, normal screen, plain
-/// text. Wait for the wizard's end, or until it has stopped, first.
+/// text, nothing typed ahead. Wait for the wizard's end, or until it has stopped, first.
 testing::AssertionResult leaves_terminal_usable(WizardRun& wizard);
 
 /// Waits for the end. Expects this status, nothing printed on the normal screen but this, and the

@@ -134,6 +134,14 @@ TEST_F(StartByOthers, forbids_core_dumps_to_programs_too) {
     EXPECT_EQ(file_facts("/proc/" + std::to_string(wizard.pid()) + "/limits").owner, 0u);
 }
 
+TEST_F(StartByOthers, leaves_nothing_typed_ahead_to_the_next_program) {
+    TerminalProgram wizard(setup(as("12345", "12345")));
+    wizard.waitForText("You MUST be a superuser");
+    wizard.type("\nid\n");
+    expectEnd(wizard, 1, "");
+    EXPECT_FALSE(wizard.hasUnreadInput());
+}
+
 TEST_F(StartByOthers, on_a_small_terminal_is_refused_for_its_size) {
     TerminalProgram wizard(setup(as("12345", "12345"), 19, 72));
     expectEnd(wizard, 0, too_small);

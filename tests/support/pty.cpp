@@ -1,6 +1,7 @@
 #include "tests/support/pty.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -52,6 +53,24 @@ size_t Pty::write(const std::string& bytes) {
     if (errno == EAGAIN || errno == EINTR)
         return 0;
     throw std::system_error(errno, std::generic_category(), "write to a terminal");
+}
+
+void Pty::fill() const {
+    const Descriptor filler = openProgramSide();
+    checked(fcntl(filler.get(), F_SETFL, O_WRONLY | O_NONBLOCK), "fcntl");
+    const std::string plenty(4096, 'x');
+    pollfd output{filler.get(), POLLOUT, 0};
+    pollfd on_its_way{screen_side.get(), POLLIN, 0};
+    do {
+        while (::write(filler.get(), plenty.data(), plenty.size()) > 0)
+            continue;
+        poll(&on_its_way, 1, 0);
+    } while (poll(&output, 1, 0) == 1);
+}
+
+bool Pty::hasUnreadInput() const {
+    pollfd input{program_side.get(), POLLIN, 0};
+    return poll(&input, 1, 0) == 1;
 }
 
 void Pty::resize(int rows, int cols) {

@@ -29,6 +29,13 @@ class Pty {
     /// Types as many of the bytes as the terminal takes at once, maybe none; returns how many.
     size_t write(const std::string& bytes);
 
+    /// Whether something has been typed that nobody has read yet.
+    bool hasUnreadInput() const;
+
+    /// Writes to the screen until it takes no more, as a line does that is dead. It takes again
+    /// what the program writes once read() has been called.
+    void fill() const;
+
     /// Sets the window size; the kernel tells the foreground process group by SIGWINCH.
     void resize(int rows, int cols);
 

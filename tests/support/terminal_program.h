@@ -74,8 +74,14 @@ class TerminalProgram {
     void type(const std::string& bytes);
     void press(Key key);
 
+    /// Whether the program has left something of it unread.
+    bool hasUnreadInput() const { return pty.hasUnreadInput(); }
+
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.
     void resize(int rows, int cols);
+
+    /// Fills the line to the screen up (Pty::fill). Whatever looks at the screen frees it again.
+    void fillLine() const { pty.fill(); }
 
     /// Breaks the connection to the terminal: SIGHUP, then end of file. The screen stays as it was.
     void hangUp();
@@ -104,6 +110,9 @@ class TerminalProgram {
     const TerminalModes& modesBefore() const { return modes_before; }
 
     pid_t pid() const { return session.program(); }
+
+    /// The terminal's foreground process group, 0 if there is none.
+    int foregroundGroup() const { return pty.foregroundGroup(); }
 
   private:
     bool waitForNews(int milliseconds);

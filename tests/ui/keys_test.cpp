@@ -1,9 +1,11 @@
 #include "ui/keys.h"
 
 #include <fcntl.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <string>
 
 #include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
@@ -111,6 +113,23 @@ TEST_F(KeysTest, a_resize_stays_out_while_there_is_a_key_to_read) {
         terminal.type("b");
     });
     EXPECT_EQ(read_key(widget), 'b');
+}
+
+// As when a shell reads the same terminal: of what was there to read nothing is left.
+TEST_F(KeysTest, input_that_somebody_else_has_read_is_no_end) {
+    static int hang_ups;
+    hang_ups = 0;
+    hold_signal(SIGHUP, [](int) { ++hang_ups; });
+    termios line_mode{};
+    tcgetattr(STDIN_FILENO, &line_mode);
+    line_mode.c_lflag |= ICANON;
+    tcsetattr(STDIN_FILENO, TCSANOW, &line_mode);
+    const std::string end_of_line = {static_cast<char>(line_mode.c_cc[VEOF])};
+    KeyWaits waits;
+    waits.then([&] { terminal.type(end_of_line); });
+    waits.then([&] { terminal.type("z\n"); });
+    EXPECT_EQ(read_key(widget), 'z');
+    EXPECT_EQ(hang_ups, 0);
 }
 
 TEST_F(KeysTest, a_window_in_no_delay_mode_is_waited_for_too_and_stays_in_it) {

@@ -16,6 +16,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
@@ -414,9 +415,14 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
 }
 
 TEST_F(TerminalOutputWithoutStore, goes_through_where_descriptors_are_few) {
-    const Descriptor first_free(dup(STDOUT_FILENO));
-    const auto one_more = static_cast<rlim_t>(first_free.get()) + 2;
-    limitResource(RLIMIT_NOFILE, one_more);
+    // For a copy of each terminal's and one more.
+    const int terminals = isatty(STDIN_FILENO) + isatty(STDOUT_FILENO) + isatty(STDERR_FILENO);
+    std::vector<Descriptor> free_ones;
+    for (int i = 0; i <= terminals; ++i)
+        free_ones.emplace_back(dup(STDOUT_FILENO));
+    const int last = free_ones.back().get();
+    free_ones.clear();
+    limitResource(RLIMIT_NOFILE, static_cast<rlim_t>(last) + 1);
     open();
     limitResource(RLIMIT_NOFILE, 1024);
     keep_output_back();
@@ -432,7 +438,7 @@ TEST_F(TerminalOutputWithoutStore, goes_through_to_what_is_no_terminal) {
     open();
     keep_output_back();
     draw(0, "through");
-    refresh();
+    show();
     std::string arrived(1000, '\0');
     arrived.resize(static_cast<size_t>(
         checked(static_cast<int>(read(pipe.read_end.get(), arrived.data(), 1000)), "read")));

@@ -10,6 +10,7 @@
 
 #include "tests/support/exit_status.h"
 #include "tests/support/pty.h"
+#include "ui/terminals.h"
 
 namespace {
 
@@ -44,7 +45,7 @@ class CrashGuard : public testing::Test {
         // The sanitizers report a crash instead of dying of it.
         signal(SIGSEGV, SIG_DFL);
         signal(SIGQUIT, SIG_IGN);
-        remember_terminal_modes();
+        remember_terminals();
         initscr();
         cbreak();
         noecho();

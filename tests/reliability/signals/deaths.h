@@ -55,9 +55,10 @@ class DyingWizard {
     /// Hangs the terminal up and waits for the end. Expects the status and no private directory.
     void dieOfHangUp();
 
-  private:
+    /// Has the destructor take away the private directory of one that ends otherwise.
     void rememberDirectory();
 
+  private:
     WizardRun wizard;
     std::string directory;
 };

@@ -7,8 +7,6 @@
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
-namespace {
-
 // The state stands behind the name, which is in parentheses.
 bool has_stopped(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
@@ -16,8 +14,6 @@ bool has_stopped(pid_t process) {
     std::getline(file, line);
     return line.find(") T ") != std::string::npos;
 }
-
-}  // namespace
 
 void stop(WizardRun& wizard) {
     wizard.signal(SIGTSTP);
