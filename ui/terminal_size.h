@@ -11,8 +11,8 @@ struct TerminalSize {
     int cols;
 };
 
-/// The size that LINES and COLUMNS prescribe or else the terminal tells (screen_terminal()). 0 where
-/// nobody tells.
+/// The size that LINES and COLUMNS prescribe or else the terminal tells (screen_terminal()). 0
+/// where nobody tells.
 TerminalSize terminal_size();
 
 /// Stands guard while curses asks for the size by itself, newterm(3X) and, after endwin(3X),
