@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 
 #include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <initializer_list>
 #include <vector>
