@@ -1,7 +1,7 @@
 #include "wizard/tel_help.h"
 
 // clang-format off
-// The BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
+// Older BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
 #include <sys/types.h>
 #include <sys/socket.h>
 // clang-format on
