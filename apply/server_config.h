@@ -6,8 +6,8 @@
 
 /// The server's configuration file, as far as the wizard reads and rewrites it: lines of the form
 /// `key = value`, first the list of services, later the `cli` section with its listeners. A line
-/// that holds a "#" anywhere is a comment, but for the listeners and the address of the `cli`
-/// section, which may have one behind them.
+/// that holds a "#" anywhere is a comment, but for the listeners and the address of that section,
+/// which may have one behind them.
 
 /// Where the server's command-line interface listens, as read from the configuration file last: a
 /// host name or address of at most 255 characters, empty while unknown, and a port.
@@ -21,8 +21,8 @@ extern unsigned config_key_indent;
 /// services, and reads where that listens. Everything else is copied as it stands, except for the
 /// last line: with a line feed it is written twice where it is a comment or there is no line of
 /// services; without one it is left out behind the services, unless it is a comment or of the `cli`
-/// section up to its address. Returns 0, or 1 when the file or its
-/// working copy can't be opened, read or installed.
+/// section up to its address. Returns 0, or 1 when the file or its working copy can't be opened,
+/// read or installed.
 int config_prepare(const char* path);
 
 /// The key of a line, the characters before its first "=" without blanks and tabs, at most 255 of
