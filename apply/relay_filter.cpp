@@ -14,6 +14,7 @@
 #include "apply/working_copy.h"
 #include "wizard/heap_text.h"
 #include "wizard/install_profile.h"
+#include "wizard/private_directory.h"
 #include "wizard/tel_help.h"
 
 namespace {
@@ -104,8 +105,9 @@ int relay_write_filter(const int* indices, int count) {
     if (count == 0)
         return 0;
     const std::string condition = relay_condition(indices, count);
-    const HeapText path(cli_get_filters_file());
-    if (condition.empty() || path == nullptr || path.get()[0] == '\0')
+    const HeapText name(cli_get_filters_file());
+    const std::string path = name == nullptr ? "" : name_from_start(name.get());
+    if (condition.empty() || path.empty())
         return 1;
-    return rewrite_script(path.get(), condition);
+    return rewrite_script(path.c_str(), condition);
 }

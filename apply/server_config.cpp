@@ -37,12 +37,12 @@ std::string collect_services(const FileLine& line) {
     return services;
 }
 
-// Copies lines up to and including the first one, not a comment, that has this key. Returns false
-// when the file ends before.
+// Copies lines up to and including the first one that has this key, which a commented line has not,
+// as its key begins with the "#". Returns false when the file ends before.
 bool copy_up_to_key(std::FILE* config, std::FILE* copy, FileLine& line, const char* key) {
     while (read_file_line(config, line)) {
         write_file_line(copy, line);
-        if (!config_line_is_comment(line.text) && has_key(line.text, key))
+        if (has_key(line.text, key))
             return true;
     }
     return false;
@@ -149,7 +149,8 @@ void config_read_cli_address(const char* line) {
     constexpr size_t key_length = 7;  // of "address"
     const size_t from = config_key_indent + key_length;
     std::string address;
-    for (size_t i = from; i < std::strlen(line); ++i) {
+    const size_t end = std::strcspn(line, "#");
+    for (size_t i = from; i < end; ++i) {
         if (!is_blank(line[i]) && line[i] != '=')
             address += line[i];
     }

@@ -6,7 +6,8 @@
 
 /// The server's configuration file, as far as the wizard reads and rewrites it: lines of the form
 /// `key = value`, first the list of services, later the `cli` section with its listeners. A line
-/// that holds a "#" anywhere is a comment.
+/// that holds a "#" anywhere is a comment, but for the listeners and the address of that section,
+/// which may have one behind them.
 
 /// Where the server's command-line interface listens, as read from the configuration file last: a
 /// host name or address of at most 255 characters, empty while unknown, and a port.
@@ -17,11 +18,11 @@ extern std::uint16_t cli_port;
 extern unsigned config_key_indent;
 
 /// Rewrites the configuration file `path` so that the server's command-line interface is among its
-/// services, and reads where that listens. Everything else is copied as it stands, except that a
-/// comment, or any line before the services, that ends the file is written twice, and a last line
-/// behind the services that has no line feed is left out. Returns 0, or 1 when the file or its
-/// working copy can't be opened, read or installed. The address is unknown afterwards when the file
-/// is exchanged meanwhile.
+/// services, and reads where that listens. Everything else is copied as it stands, except for the
+/// last line: with a line feed it is written twice where it is a comment or there is no line of
+/// services; without one it is left out behind the services, unless it is a comment or of the `cli`
+/// section up to its address. Returns 0, or 1 when the file or its working copy can't be opened,
+/// read or installed. The address is unknown afterwards when the file is exchanged meanwhile.
 int config_prepare(const char* path);
 
 /// The key of a line, the characters before its first "=" without blanks and tabs, at most 255 of
@@ -37,5 +38,5 @@ bool config_line_is_comment(const char* line);
 int config_ensure_cli_service(FileLine& line);
 
 /// Reads a line `address = host:port`, whose key has just been extracted, into `cli_host` and
-/// `cli_port`.
+/// `cli_port`; what is behind a "#" does not count.
 void config_read_cli_address(const char* line);

@@ -61,18 +61,28 @@ struct Outcome {
 };
 
 void learn_address(Outcome& outcome, const std::string& piece) {
-    const std::string value = without(c_text(piece).substr(key_of(piece).end), " \t=");
+    const std::string setting = c_text(piece).substr(key_of(piece).end);
+    const std::string value = without(setting.substr(0, setting.find('#')), " \t=");
     const std::size_t end = value.find_first_of(":\n");
     outcome.host = value.substr(0, end);
     const std::string port = end == std::string::npos ? "" : value.substr(end + 1);
     outcome.port = static_cast<std::uint16_t>(std::atoi(port.c_str()));
 }
 
-// The index of the first piece from `at` on that has this key and is no comment, else the end.
+// The index of the first piece from `at` on that has this key, else the end.
 std::size_t find_key(const std::vector<std::string>& pieces, std::size_t at,
                      const std::string& key) {
-    while (at < pieces.size() && (is_comment(pieces[at]) || key_of(pieces[at]).name != key))
+    while (at < pieces.size() && key_of(pieces[at]).name != key)
         ++at;
+    return at;
+}
+
+// The same, but for comments.
+std::size_t find_plain_key(const std::vector<std::string>& pieces, std::size_t at,
+                           const std::string& key) {
+    at = find_key(pieces, at, key);
+    while (at < pieces.size() && is_comment(pieces[at]))
+        at = find_key(pieces, at + 1, key);
     return at;
 }
 
@@ -85,8 +95,6 @@ std::string joined(const std::vector<std::string>& pieces, std::size_t from, std
 
 // What stands behind the list of services and behind the last section with an address.
 std::string last_pieces(const std::vector<std::string>& pieces, std::size_t at) {
-    if (at >= pieces.size())
-        return "";
     const std::string& last = pieces.back();
     const std::string all = joined(pieces, at, pieces.size());
     if (is_comment(last))
@@ -97,7 +105,7 @@ std::string last_pieces(const std::vector<std::string>& pieces, std::size_t at) 
 // All that stands behind the list of services.
 void copy_sections(Outcome& outcome, const std::vector<std::string>& pieces, std::size_t at) {
     for (;;) {
-        const std::size_t section = find_key(pieces, at, "cli");
+        const std::size_t section = find_plain_key(pieces, at, "cli");
         if (section >= pieces.size()) {
             outcome.content += last_pieces(pieces, at);
             return;
@@ -114,7 +122,7 @@ void copy_sections(Outcome& outcome, const std::vector<std::string>& pieces, std
 
 Outcome expected_outcome(const std::vector<std::string>& pieces) {
     Outcome outcome;
-    const std::size_t services = find_key(pieces, 0, "services");
+    const std::size_t services = find_plain_key(pieces, 0, "services");
     outcome.content = joined(pieces, 0, services);
     if (services < pieces.size()) {
         outcome.content += with_cli(pieces[services]);

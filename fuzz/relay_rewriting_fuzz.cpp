@@ -1,5 +1,6 @@
 // Whatever the SMTP filters script holds and however many networks may relay, the script comes out
-// as it was, with the call behind every EHLO event and the method at its end.
+// as it was, its last line perhaps twice, with the call behind every EHLO event and the method at
+// its end.
 
 #include <cstdint>
 #include <cstdlib>

@@ -5,12 +5,14 @@
 
 #include <cstdlib>
 #include <initializer_list>
-#include <string>
 
 namespace {
 
 // Descriptor of the directory that the wizard was started in.
 int started_in = -1;
+
+// Its path, "" where it has none or one that is longer than a command may be.
+char started_path[256];
 
 // Absolute path of the private directory; empty while there is none.
 std::string private_directory;
@@ -33,13 +35,21 @@ bool make_directory_below(const char* parent) {
     return true;
 }
 
+// Returns false when the directory that the wizard was started in can't be opened.
+bool remember_start() {
+    if (started_in != -1)
+        return true;
+    if (getcwd(started_path, sizeof(started_path)) == nullptr)
+        started_path[0] = '\0';
+    started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    return started_in != -1;
+}
+
 }  // namespace
 
 void enter_private_directory() {
     const bool first = private_directory.empty();
-    if (started_in == -1)
-        started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (started_in == -1)
+    if (!remember_start())
         return;
     for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
         if (make_directory_below(parent)) {
@@ -53,4 +63,10 @@ void enter_private_directory() {
 void leave_private_directory_in_child() {
     if (started_in != -1 && fchdir(started_in) != 0)
         _exit(127);
+}
+
+std::string name_from_start(const std::string& name) {
+    if (private_directory.empty() || name.empty() || name[0] == '/')
+        return name;
+    return started_path[0] == '/' ? started_path + ("/" + name) : "";
 }

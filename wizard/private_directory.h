@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 /// The directory that the wizard works in: one of its own that nobody else can look or write into,
 /// so that working copies of the server's files can neither be read, nor exchanged, nor be a link
 /// that somebody has prepared.
@@ -12,3 +14,8 @@ void enter_private_directory();
 
 /// In a child process: goes back to the directory that the wizard was started in.
 void leave_private_directory_in_child();
+
+/// A name for the file `name` of the directory that the wizard was started in: its absolute path.
+/// `name` itself where it is absolute or empty, or where there is no private directory. Empty where
+/// the directory's path is gone, or too long for any command.
+std::string name_from_start(const std::string& name);

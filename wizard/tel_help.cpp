@@ -1,7 +1,7 @@
 #include "wizard/tel_help.h"
 
 // clang-format off
-// The BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
+// Older BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
 #include <sys/types.h>
 #include <sys/socket.h>
 // clang-format on
@@ -156,7 +156,8 @@ int wait_for_event(int descriptor, short event, const sigset_t& mask) {
 
 namespace {
 
-constexpr std::size_t interface_query_size = 8192;
+// Room for 227 records even on NetBSD, where one takes 144 bytes.
+constexpr std::size_t interface_query_size = 32768;
 
 // On FreeBSD and OpenBSD a socket address carries its length, and the address of a link is longer
 // than a plain sockaddr: netintro(4). On NetBSD the address carries its length too, but has room in
@@ -178,6 +179,25 @@ void copy_address(char (&text)[256], const sockaddr& address) {
     std::snprintf(text, sizeof(text), "%s", inet_ntoa(inet.sin_addr));
 }
 
+// Asks for the netmask of the address in `record`; false when that fails.
+bool ask_netmask(int query_socket, const ifreq& record, interf_addr& entry) {
+#if defined(__NetBSD__)
+    // There SIOCGIFNETMASK answers for the first address of the interface, whichever is given.
+    ifaliasreq answer{};
+    std::memcpy(answer.ifra_name, record.ifr_name, sizeof(answer.ifra_name));
+    answer.ifra_addr = record.ifr_addr;
+    const bool answered = ioctl(query_socket, SIOCGIFALIAS, &answer) == 0;
+    const sockaddr& netmask = answer.ifra_mask;
+#else
+    ifreq answer = record;
+    const bool answered = ioctl(query_socket, SIOCGIFNETMASK, &answer) == 0;
+    const sockaddr& netmask = answer.ifr_addr;
+#endif
+    if (answered)
+        copy_address(entry.netmask, netmask);
+    return answered;
+}
+
 // Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
 // is up. The requests overwrite the record that they are given, so each gets a copy.
 bool describe_interface(int query_socket, const ifreq& record, interf_addr& entry) {
@@ -188,16 +208,13 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
         return false;
     std::snprintf(entry.name, sizeof(entry.name), "%.*s", static_cast<int>(sizeof(record.ifr_name)),
                   record.ifr_name);
-    copy_address(entry.address, answer.ifr_addr);
+    // Not the answer's: on NetBSD that is the first address of the interface.
+    copy_address(entry.address, record.ifr_addr);
 
     answer = record;
     if (ioctl(query_socket, SIOCGIFFLAGS, &answer) < 0 || (answer.ifr_flags & IFF_UP) == 0)
         return false;
-    answer = record;
-    if (ioctl(query_socket, SIOCGIFNETMASK, &answer) < 0)
-        return false;
-    copy_address(entry.netmask, answer.ifr_addr);
-    return true;
+    return ask_netmask(query_socket, record, entry);
 }
 
 // Appends the interfaces of the kernel's answer behind entry 0; returns how many were appended.

@@ -39,8 +39,8 @@ int detect_os();
 void host_domain_name(char* name, std::size_t size);
 
 /// A file without a name for reading and writing, close-on-exec, that takes no room on any disk and
-/// is gone when it is closed: memfd_create(2), on Linux and FreeBSD. Returns its descriptor, or -1
-/// where the system has no such files.
+/// is gone when it is closed: memfd_create(2), on Linux, FreeBSD, and NetBSD after 10. Returns its
+/// descriptor, or -1 where the system has no such files.
 int nameless_file();
 
 /// Whether the superuser is the only user there is: in a user namespace of Linux that knows no

@@ -12,6 +12,7 @@
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
 #include "wizard/host_facts.h"
+#include "wizard/private_directory.h"
 
 namespace {
 
@@ -259,6 +260,17 @@ TEST_F(RelayFilterElsewhere, a_name_with_blanks_is_looked_for_without_them) {
     EXPECT_EQ(relay_write_filter(&first, 1), 0);
     EXPECT_EQ(read_file("/var/opt/teluma/smtp filters"), "x");
     EXPECT_EQ(read_file("/var/opt/teluma/smtpfilters"), "y" + method(first_term));
+}
+
+TEST_F(RelayFilterElsewhere, a_relative_name_is_meant_from_where_the_wizard_was_started) {
+    write_file("/run/scratch/-script", "x");
+    enter_private_directory();
+    nameScript("-script");
+    const int first = 0;
+    EXPECT_EQ(relay_write_filter(&first, 1), 0);
+    EXPECT_EQ(read_file("/run/scratch/-script"), "x" + method(first_term));
+    EXPECT_EQ(read_file("/run/scratch/-script.beforewizard"), "x");
+    expect_server_owns("/run/scratch/-script");
 }
 
 TEST_F(RelayFilterElsewhere, a_name_that_fits_into_no_command_fails) {

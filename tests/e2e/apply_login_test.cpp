@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
@@ -79,6 +80,17 @@ TEST_F(ApplyLogin, at_a_port_that_another_program_has_ends_the_wizard) {
     failToLogIn();
     dismiss();
     EXPECT_EQ(other.takeAll(), 0);
+}
+
+TEST_F(ApplyLogin, goes_to_the_address_of_its_section_that_has_comments_behind_it) {
+    std::string config = read_file(InstalledServer::config);
+    for (const char* commented : {"\tlisteners = (", "127.0.0.1:9091"})
+        config.insert(config.find(commented, config.find("\ncli = {")) + std::strlen(commented),
+                      " # only here");
+    write_file(InstalledServer::config, config);
+    askForLittle();
+    runThrough();
+    EXPECT_EQ(server.password(), "Adm1n secret");
 }
 
 TEST_F(ApplyLogin, without_a_configuration_file_ends_the_wizard) {

@@ -6,12 +6,12 @@
 
 /// One record of the kernel's list of interfaces.
 struct FakeInterface {
-    const char* name;  // unlike all others
+    const char* name;  // the first one of a name answers requests that go by the name
     const char* address;
     const char* netmask;
     bool is_up = true;
     sa_family_t family = AF_INET;
-    unsigned long failing_request = 0;  // SIOCGIFADDR, SIOCGIFFLAGS or SIOCGIFNETMASK; 0 for none
+    unsigned long failing_request = 0;  // one of those in fake_interfaces.cpp; 0 for none
 };
 
 /// Makes the replaced ioctl(2) answer as a kernel with these interfaces would, in this order.

@@ -110,9 +110,10 @@ TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_e
         rmdir(removed.c_str());
         enter_private_directory();
         const bool made = current_directory() != removed && entries_of("/tmp") == 1;
+        const bool named = name_from_start("a") == "/run/scratch/a";
         leave_private_directory_in_child();
         const bool left = current_directory() == "/run/scratch";
-        return made && left;
+        return made && named && left;
     }));
     EXPECT_EQ(entries_of("/tmp"), 0);
 }
@@ -134,6 +135,21 @@ TEST_F(PrivateDirectory, is_left_by_a_child_for_where_the_program_was_started) {
     }));
 }
 
+TEST_F(PrivateDirectory, has_names_for_files_where_the_program_was_started) {
+    EXPECT_TRUE(inside([] {
+        return name_from_start("a/b") == "/run/scratch/a/b" && name_from_start("/a") == "/a" &&
+               name_from_start("").empty();
+    }));
+}
+
+TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
+    mkdir("gone", 0755);
+    checked(chdir("gone"), "chdir");
+    rmdir("/run/scratch/gone");
+    EXPECT_TRUE(
+        inside([] { return name_from_start("a").empty() && name_from_start("/a") == "/a"; }));
+}
+
 TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_tmp) {
     bar("/tmp");
     checked(mount("none", "/var/tmp", "tmpfs", 0, "mode=1777"), "mount");
@@ -151,7 +167,8 @@ TEST_F(PrivateDirectory, that_can_be_made_nowhere_leaves_the_program_where_it_wa
     bar("/tmp");
     bar("/var/tmp");
     checked(mount(nullptr, "/run", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), "mount");
-    EXPECT_TRUE(inside([] { return current_directory() == "/run/scratch"; }));
+    EXPECT_TRUE(inside(
+        [] { return current_directory() == "/run/scratch" && name_from_start("a") == "a"; }));
 }
 
 }  // namespace

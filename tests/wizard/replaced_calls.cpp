@@ -6,13 +6,15 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "tests/wizard/netbsd_requests.h"
+
 ReplacedCalls replaced_calls;
 
 namespace {
 
 bool asks_for_interfaces(unsigned long request) {
     return request == SIOCGIFCONF || request == SIOCGIFADDR || request == SIOCGIFFLAGS ||
-           request == SIOCGIFNETMASK;
+           request == SIOCGIFNETMASK || request == SIOCGIFALIAS;
 }
 
 }  // namespace

@@ -213,6 +213,13 @@ TEST_F(Interfaces, _29_fit_into_the_table) {
     EXPECT_EQ(count, 30);
 }
 
+TEST_F(Interfaces, one_behind_700_that_are_down_is_listed) {
+    std::vector<FakeInterface> host(700, {"down", "10.0.0.1", "255.0.0.0", false});
+    host.push_back({"eth0", "10.1.0.1", "255.0.0.0"});
+    fake_interfaces(host);
+    EXPECT_EQ(ask(), (Entries{all, "eth0 10.1.0.1 255.0.0.0"}));
+}
+
 TEST_F(Interfaces, listing_stops_at_29) {
     fake_interfaces(many_interfaces(35));
     EXPECT_EQ(ask().back(), "fake28 10.28.0.1 255.255.0.0");

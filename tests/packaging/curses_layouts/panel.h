@@ -1,0 +1,7 @@
+#pragma once
+
+#include <curses.h>
+
+struct PANEL;
+
+extern "C" PANEL* panel_above(const PANEL* panel);

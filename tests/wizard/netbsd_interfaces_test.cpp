@@ -1,0 +1,48 @@
+// On NetBSD, whose requests by an interface's name answer for its first address.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/wizard/fake_interfaces.h"
+#include "tests/wizard/netbsd_requests.h"
+#include "tests/wizard/replaced_calls.h"
+#include "wizard/heap_text.h"
+#include "wizard/tel_help.h"
+
+namespace {
+
+class NetBsdInterfaces : public testing::Test {
+  protected:
+    ~NetBsdInterfaces() override { replaced_calls = {}; }
+
+    // The addresses and netmasks behind the entry for all.
+    static std::vector<std::string> ask() {
+        int count = 0;
+        const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&count));
+        std::vector<std::string> entries;
+        for (int i = 1; i < count; ++i)
+            entries.push_back(std::string(table.get()[i].address) + " " + table.get()[i].netmask);
+        return entries;
+    }
+};
+
+using Entries = std::vector<std::string>;
+
+TEST_F(NetBsdInterfaces, with_several_addresses_are_listed_with_each_and_its_netmask) {
+    fake_interfaces({{"wm0", "10.0.0.1", "255.0.0.0"},
+                     {"wm0", "192.168.7.9", "255.255.255.0"},
+                     {"wm1", "172.16.0.1", "255.255.0.0"}});
+    EXPECT_EQ(ask(), (Entries{"10.0.0.1 255.0.0.0", "192.168.7.9 255.255.255.0",
+                              "172.16.0.1 255.255.0.0"}));
+}
+
+TEST_F(NetBsdInterfaces, whose_netmask_cannot_be_asked_for_are_left_out) {
+    fake_interfaces({{"wm0", "10.0.0.1", "255.0.0.0"},
+                     {"wm0", "10.0.0.2", "255.0.0.0", true, AF_INET, SIOCGIFALIAS}});
+    EXPECT_EQ(ask(), Entries{"10.0.0.1 255.0.0.0"});
+}
+
+}  // namespace
