@@ -64,6 +64,24 @@ FILE* stream_for_curses() {
     return stdout;
 }
 
+// In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
+// their description says. A value of the user's stays, and other programs don't get ours.
+SCREEN* open_curses(FILE* stream) {
+    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
+    const bool is_users = std::getenv(line_characters) != nullptr;
+    if (!is_users)
+        setenv(line_characters, "1", 1);
+    SCREEN* screen = newterm(nullptr, stream, stdin);
+    if (!is_users)
+        unsetenv(line_characters);
+    return screen;
+}
+
+bool repeats_as_in_ecma_48() {
+    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
+    return repetition != nullptr && std::strcmp(repetition, "x\x1b[4b") == 0;
+}
+
 bool speaks_ecma_48() {
     const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
     return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
@@ -123,13 +141,16 @@ void renew_terminal() {
 
 bool open_screen() {
     FILE* stream = stream_for_curses();
-    if (newterm(nullptr, stream, stdin) == nullptr) {
+    if (open_curses(stream) == nullptr) {
         if (stream != stdout)
             std::fclose(stream);
         return false;
     }
     def_prog_mode();
+    // Some terminals leave black behind deleted characters, whatever their description says.
+    idcok(stdscr, FALSE);
     thins = speaks_ecma_48();
+    thinner = OutputThinner(repeats_as_in_ecma_48());
     return true;
 }
 

@@ -9,6 +9,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -31,8 +32,8 @@ class TerminalOutputWithoutStore : public testing::Test {
   protected:
     TerminalOutputWithoutStore() {
         setenv("TERM", "xterm-256color", 1);
-        unsetenv("LINES");
-        unsetenv("COLUMNS");
+        for (const char* variable : {"LINES", "COLUMNS", "NCURSES_NO_UTF8_ACS"})
+            unsetenv(variable);
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
@@ -104,6 +105,18 @@ class TerminalOutputWithoutStore : public testing::Test {
         EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
     }
 
+    /// What it takes to show a line, with UTF-8.
+    std::string bytesOfLine() {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        open();
+        keep_output_back();
+        show();
+        news();
+        mvhline(3, 0, ACS_HLINE, 70);
+        show();
+        return news();
+    }
+
     std::string rowText(int row) {
         const std::string text = emulator.image().rowText(row);
         return text.substr(0, text.find_last_not_of(' ') + 1);
@@ -170,6 +183,36 @@ TEST_F(TerminalOutput, of_a_character_in_the_same_attributes_is_that_character) 
     addch('y');
     show();
     EXPECT_EQ(news(), "y");
+}
+
+TEST_F(TerminalOutput, deletes_no_characters) {
+    keep_output_back();
+    draw(0, "xyz 0123456789 abcdefghijklmnopqrstuvwxyz");
+    show();
+    news();
+    draw(0, "0123456789 abcdefghijklmnopqrstuvwxyz    ");
+    show();
+    const std::string bytes = news();
+    for (const char* sequence : {"\x1b[4P", "\x1b[4@", "\x1b[4h"})
+        EXPECT_EQ(bytes.find(sequence), std::string::npos) << bytes;
+    EXPECT_EQ(rowText(0), "0123456789 abcdefghijklmnopqrstuvwxyz");
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_in_utf8_and_repeats_them) {
+    const std::string line = "─\x1b[68b─";
+    EXPECT_NE(bytesOfLine().find(line), std::string::npos);
+    EXPECT_EQ(std::getenv("NCURSES_NO_UTF8_ACS"), nullptr);
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_in_utf8_one_by_one_where_nothing_is_repeated) {
+    setenv("TERM", "vt220", 1);
+    EXPECT_NE(bytesOfLine().find("──────────"), std::string::npos);
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_as_the_environment_says) {
+    setenv("NCURSES_NO_UTF8_ACS", "0", 1);
+    EXPECT_NE(bytesOfLine().find("\x1b(0qqqqqqqqqq"), std::string::npos);
+    EXPECT_STREQ(std::getenv("NCURSES_NO_UTF8_ACS"), "0");
 }
 
 TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
