@@ -125,6 +125,12 @@ int prescribed(const char* variable, int told) {
     return *end == '\0' && value > 0 && value < INT_MAX ? static_cast<int>(value) : told;
 }
 
+// Curses itself can't change the terminal's modes while its output is kept back.
+void take_terminal_back() {
+    tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
+    thinner.forget();
+}
+
 // What curses does by itself where its output is not kept back.
 void renew_terminal() {
     winsize size{};
@@ -133,8 +139,7 @@ void renew_terminal() {
     const int cols = prescribed("COLUMNS", size.ws_col);
     if (is_term_resized(rows, cols))
         resizeterm(rows, cols);
-    tcsetattr(STDOUT_FILENO, TCSADRAIN, &modes_of_curses);
-    thinner.forget();
+    take_terminal_back();
 }
 
 }  // namespace
@@ -169,6 +174,16 @@ void send_output() {
 
 void show_frame() {
     update_panels();
+    doupdate();
+    send_output();
+}
+
+void redraw_screen() {
+    if (keeps_back)
+        take_terminal_back();
+    // Coming back to the terminal curses says all modes again.
+    endwin();
+    clearok(curscr, TRUE);
     doupdate();
     send_output();
 }

@@ -23,6 +23,10 @@ void send_output();
 /// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().
 void show_frame();
 
+/// Draws everything anew, modes and attributes included, that has been drawn and shown before,
+/// whatever the terminal shows now.
+void redraw_screen();
+
 /// Leaves the screen to other programs: endwin(3X), behind what has been kept back.
 void close_screen();
 

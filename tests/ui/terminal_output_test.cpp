@@ -19,6 +19,7 @@
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
+#include "tests/support/expect_screen.h"
 #include "tests/support/pty.h"
 #include "tests/support/wait_until.h"
 
@@ -252,6 +253,28 @@ TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     draw(4, "kept");
     refresh();
     EXPECT_EQ(news(), "");
+}
+
+TEST_F(TerminalOutput, is_said_anew_whatever_the_terminal_shows) {
+    keep_output_back();
+    keypad(stdscr, TRUE);
+    curs_set(0);
+    attron(A_BOLD);
+    draw(3, "bold");
+    show();
+    news();
+    const TerminalModes modes_of_curses = pty.modes();
+    const ScreenImage drawn = emulator.image();
+    emulator.feed("\x1b[?1049l\x1b[2J\x1b[m\x1b[?25h\x1b[?1l\x1b[4;1H\r\nkernel: oops");
+    tcsetattr(STDIN_FILENO, TCSANOW, &modes_before.settings);
+    redraw_screen();
+    keypad(stdscr, TRUE);
+    send_output();
+    news();
+    EXPECT_SAME_LOOK(drawn, emulator.image());
+    EXPECT_TRUE(emulator.alternateScreen());
+    EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
+    EXPECT_EQ(pty.modes(), modes_of_curses);
 }
 
 TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {
