@@ -77,6 +77,11 @@ SCREEN* open_curses(FILE* stream) {
     return screen;
 }
 
+// On others, such as "dumb", all frames would stand below one another.
+bool can_move_cursor() {
+    return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
+}
+
 bool repeats_as_in_ecma_48() {
     const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
     return repetition != nullptr && std::strcmp(repetition, "x\x1b[4b") == 0;
@@ -146,7 +151,13 @@ void renew_terminal() {
 
 bool open_screen() {
     FILE* stream = stream_for_curses();
-    if (open_curses(stream) == nullptr) {
+    SCREEN* screen = open_curses(stream);
+    if (screen != nullptr && !can_move_cursor()) {
+        endwin();
+        delscreen(screen);
+        screen = nullptr;
+    }
+    if (screen == nullptr) {
         if (stream != stdout)
             std::fclose(stream);
         return false;

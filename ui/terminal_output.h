@@ -10,7 +10,7 @@
 /// and keep_output_back() and send_output() do nothing.
 
 /// Starts curses on standard input and output as newterm(3X) does, for the terminal type in TERM.
-/// False if it can't use the terminal.
+/// False if it can't use the terminal, which it then leaves as it was, or can't move its cursor.
 bool open_screen();
 
 /// From now on what curses says waits for send_output(). Curses can't change the terminal's modes
