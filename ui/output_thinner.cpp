@@ -61,7 +61,7 @@ bool is_numeric(const std::string& sequence, const char* finals) {
 std::string mode_of(const std::string& sequence) {
     if (sequence == "\x1b=" || sequence == "\x1b>")
         return "keypad";
-    const std::string mode = sequence.substr(0, sequence.size() - 1);
+    std::string mode = sequence.substr(0, sequence.size() - 1);
     // Cursor keys, automatic margins, a blinking and a visible cursor.
     for (const char* known : {"\x1b[?1", "\x1b[?7", "\x1b[?12", "\x1b[?25"}) {
         if (mode == known && is_one_of(sequence.back(), "hl"))
