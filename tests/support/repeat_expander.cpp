@@ -47,7 +47,7 @@ void RepeatExpander::takePlainByte(char byte, std::string& output) {
         return;
     }
     output += byte;
-    if (byte >= 0 && byte < ' ')
+    if (static_cast<unsigned char>(byte) < ' ')
         last.clear();
     else if ((byte & '\xc0') == '\x80')
         last += byte;
