@@ -1,6 +1,7 @@
 #include "ui/key_sequences.h"
 
-#include <curses.h>
+#include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -52,11 +53,47 @@ bool is_known(int key) {
     return key == KEY_UP || key == KEY_DOWN || key == KEY_BACKSPACE || key == KEY_ENTER;
 }
 
+// Whether what has been read behind ESC is the beginning of a control sequence, and not the whole.
+// A Linux console sends ESC [ [ and a letter for its first function keys.
+bool goes_on(const std::vector<int>& bytes) {
+    constexpr size_t longest = 32;
+    const int last = bytes.back();
+    if (bytes.size() == 1)
+        return last == '[' || last == 'O';
+    if (bytes.size() == 2 && bytes.front() == '[' && last == '[')
+        return true;
+    return last >= ' ' && last <= '?' && last != '$' && bytes.size() < longest;
+}
+
+// The last byte is that of ECMA-48, or $, with which rxvt tells of Shift.
+bool is_whole(const std::vector<int>& bytes) {
+    const int last = bytes.back();
+    return bytes.size() > 1 && ((last >= '@' && last <= '~') || last == '$');
+}
+
 }  // namespace
 
 void learn_key_sequences() {
+    // Curses would take the introducer for the whole: a mouse is reported in a control sequence,
+    // where an earlier program has left that on.
+    define_key(nullptr, KEY_MOUSE);
     for (const KeySequence& sequence : sequences) {
         if (!is_known(key_defined(sequence.bytes)))
             define_key(sequence.bytes, sequence.key);
     }
+}
+
+bool skip_control_sequence(WINDOW* window) {
+    std::vector<int> bytes;
+    // Curses itself has waited for the first one.
+    nodelay(window, TRUE);
+    do {
+        bytes.push_back(wgetch(window));
+        wtimeout(window, ESCDELAY);
+    } while (goes_on(bytes));
+    if (is_whole(bytes))
+        return true;
+    bytes.erase(std::remove(bytes.begin(), bytes.end(), ERR), bytes.end());
+    std::for_each(bytes.rbegin(), bytes.rend(), ungetch);
+    return false;
 }

@@ -5,16 +5,27 @@
 
 #include <csignal>
 
+#include "ui/key_sequences.h"
 #include "ui/terminal_output.h"
 #include "ui/window.h"
 #include "wizard/signal_gate.h"
 
 namespace {
 
-int key_at_hand(WINDOW* window) {
-    const bool polled = is_nodelay(window);
+constexpr int key_escape = 27;
+constexpr int key_redraw = 12;  // Ctrl-L
+
+// No screen knows it: the largest that curses can have.
+constexpr int key_unknown = KEY_MAX;
+
+// The next key, or ERR where there is none; leaves the window in no-delay mode if `polled`, else
+// out of it.
+int key_at_hand(WINDOW* window, bool polled) {
+    keypad(window, TRUE);
     nodelay(window, TRUE);
-    const int key = wgetch(window);
+    int key = wgetch(window);
+    if (key == key_escape && skip_control_sequence(window))
+        key = key_unknown;
     nodelay(window, polled);
     return key;
 }
@@ -46,8 +57,9 @@ int read_key(const Window& widget) {
     for (;;) {
         // A resize during the wait may have given the widget another curses window.
         WINDOW* window = widget.getCursesWindow() != nullptr ? widget.getCursesWindow() : stdscr;
-        keypad(window, TRUE);
-        const int key = key_at_hand(window);
+        const int key = key_at_hand(window, is_nodelay(window));
+        if (key == key_redraw)
+            redraw_screen();
         if (key != ERR)
             return key == KEY_ENTER ? key_enter : key;
         in_vain = has_input() ? in_vain + 1 : 0;
@@ -62,8 +74,5 @@ void drain_key(WINDOW* window, bool stay_in_no_delay) {
     // wgetch() shows what has changed in its window, but the window may be hidden or may be about
     // to move.
     untouchwin(window);
-    keypad(window, TRUE);
-    nodelay(window, TRUE);
-    wgetch(window);
-    nodelay(window, stay_in_no_delay);
+    key_at_hand(window, stay_in_no_delay);
 }

@@ -1,9 +1,7 @@
 #include "ui/output_thinner.h"
 
-#include <algorithm>
 #include <cstring>
 #include <utility>
-#include <vector>
 
 namespace {
 
@@ -24,6 +22,10 @@ bool is_control(char byte) {
     return is_between(byte, 0, ' ' - 1) || byte == delete_character;
 }
 
+bool is_ascii(char byte) {
+    return static_cast<unsigned char>(byte) <= delete_character;
+}
+
 // An escape sequence as ECMA-48 divides it: ESC [ parameters, then for all of them intermediate
 // bytes and a final byte.
 std::string sequence_at(const std::string& text, size_t start) {
@@ -40,30 +42,18 @@ std::string sequence_at(const std::string& text, size_t start) {
     return text.substr(start, end + 1 - start);
 }
 
-bool is_control_sequence(const std::string& sequence) {
-    return sequence.size() > 2 && sequence[1] == '[';
+// A character in UTF-8, or a byte of another character set.
+std::string character_at(const std::string& text, size_t start) {
+    size_t end = start + 1;
+    while (!is_ascii(text[start]) && end < text.size() && (text[end] & '\xc0') == '\x80')
+        ++end;
+    return text.substr(start, end - start);
 }
 
-// What stands between the introducer and the final byte.
-std::string parameters_of(const std::string& sequence) {
-    return sequence.substr(2, sequence.size() - 3);
-}
-
-bool is_list(const std::string& parameters) {
-    return parameters.find_first_not_of("0123456789;") == std::string::npos;
-}
-
-// The numbers of a list with semicolons, an omitted one being 0.
-std::vector<int> numbers_in(const std::string& list) {
-    std::vector<int> numbers = {0};
-    for (const char character : list) {
-        constexpr int most = 1000;
-        if (character == ';')
-            numbers.push_back(0);
-        else
-            numbers.back() = std::min(numbers.back() * 10 + (character - '0'), most);
-    }
-    return numbers;
+// ESC [ numbers, and a final byte that is one of `finals`.
+bool is_numeric(const std::string& sequence, const char* finals) {
+    return sequence.size() > 2 && sequence[1] == '[' && is_one_of(sequence.back(), finals) &&
+           sequence.find_first_not_of("0123456789;", 2) == sequence.size() - 1;
 }
 
 // Which mode a sequence switches, in a name that is the same for on and off; empty for those that
@@ -71,51 +61,41 @@ std::vector<int> numbers_in(const std::string& list) {
 std::string mode_of(const std::string& sequence) {
     if (sequence == "\x1b=" || sequence == "\x1b>")
         return "keypad";
-    const char final = sequence.back();
-    if (!is_control_sequence(sequence) || sequence[2] != '?' || (final != 'h' && final != 'l'))
-        return "";
+    std::string mode = sequence.substr(0, sequence.size() - 1);
     // Cursor keys, automatic margins, a blinking and a visible cursor.
-    const std::string mode = parameters_of(sequence).substr(1);
-    return mode == "1" || mode == "7" || mode == "12" || mode == "25" ? mode : "";
+    for (const char* known : {"\x1b[?1", "\x1b[?7", "\x1b[?12", "\x1b[?25"}) {
+        if (mode == known && is_one_of(sequence.back(), "hl"))
+            return mode;
+    }
+    return "";
 }
 
 // Sequences that neither show anything nor depend on attributes: to move the cursor, to repeat the
 // character just shown, to set margins and modes, to designate G1.
 bool is_harmless(const std::string& sequence) {
-    if (sequence.size() == 3 && sequence[1] == ')')
-        return true;
-    return is_control_sequence(sequence) && is_list(parameters_of(sequence)) &&
-           is_one_of(sequence.back(), "ABCDEFGHIZ`abdefrhlt");
+    return (sequence.size() == 3 && sequence[1] == ')') ||
+           is_numeric(sequence, "ABCDEFGHIZ`abdefrhlt");
 }
 
 // Sequences that leave blanks in the background's colour: to erase, to insert, to delete, to
 // scroll.
 bool leaves_blanks(const std::string& sequence) {
-    if (sequence.size() == 2 && is_one_of(sequence[1], "DM"))
-        return true;
-    return is_control_sequence(sequence) && is_list(parameters_of(sequence)) &&
-           is_one_of(sequence.back(), "JKLMPSTX@");
-}
-
-bool is_rendition(const std::string& sequence) {
-    return is_control_sequence(sequence) && sequence.back() == 'm' &&
-           is_list(parameters_of(sequence));
+    return (sequence.size() == 2 && is_one_of(sequence[1], "DM")) ||
+           is_numeric(sequence, "JKLMPSTX@");
 }
 
 }  // namespace
 
 std::string OutputThinner::thin(const std::string& said) {
-    for (size_t at = 0; at < said.size(); ++at) {
-        const char byte = said[at];
-        if (byte == escape) {
+    for (size_t at = 0; at < said.size();) {
+        if (said[at] == escape) {
             const std::string sequence = sequence_at(said, at);
             takeSequence(sequence);
-            at += sequence.size() - 1;
-        } else if (is_control(byte)) {
-            takeControl(byte);
+            at += sequence.size();
+        } else if (is_control(said[at])) {
+            takeControl(said[at++]);
         } else {
-            byte == ' ' ? prepareForBlank() : prepareForText();
-            output += byte;
+            at += takeText(said, at);
         }
     }
     leaveLineDrawing();
@@ -128,15 +108,29 @@ std::string OutputThinner::settle() {
 }
 
 void OutputThinner::forget() {
-    prepareForText();
-    wanted = unknown_terminal_look;
-    shown = unknown_terminal_look;
+    say(wanted);
+    wanted = shown = unknown_terminal_look();
     modes.clear();
+}
+
+// A character and all that are the same behind it. The last one is not repeated but said, as it may
+// be in the last column, where terminals differ. Returns how many bytes they are.
+size_t OutputThinner::takeText(const std::string& said, size_t at) {
+    said[at] == ' ' ? prepareForBlank() : say(wanted);
+    const std::string character = character_at(said, at);
+    const size_t size = character.size();
+    size_t count = 1;
+    while (!is_ascii(said[at]) && said.compare(at + count * size, size, character) == 0)
+        ++count;
+    const std::string whole = said.substr(at, count * size);
+    const std::string shorter = character + "\x1b[" + std::to_string(count - 2) + "b" + character;
+    output += repeats && shorter.size() < whole.size() ? shorter : whole;
+    return whole.size();
 }
 
 void OutputThinner::takeControl(char control) {
     if (control == shift_in || control == shift_out) {
-        wanted.shift = static_cast<unsigned char>(control);
+        wanted[look_shift] = control;
         return;
     }
     // At the bottom they scroll, which leaves blanks.
@@ -149,29 +143,17 @@ void OutputThinner::takeSequence(const std::string& sequence) {
     const std::string mode = mode_of(sequence);
     if (!mode.empty()) {
         takeMode(mode, sequence);
-    } else if (is_rendition(sequence)) {
-        takeRendition(sequence);
+    } else if (is_numeric(sequence, "m")) {
+        take_rendition(wanted, sequence.substr(2, sequence.size() - 3));
     } else if (sequence.size() == 3 && sequence[1] == '(') {
-        wanted.g0 = static_cast<unsigned char>(sequence[2]);
-    } else if (is_harmless(sequence)) {
-        output += sequence;
-    } else if (leaves_blanks(sequence)) {
-        prepareForBlank();
-        output += sequence;
+        wanted[look_letters] = sequence;
     } else {
-        takeOther(sequence);
-    }
-}
-
-void OutputThinner::takeRendition(const std::string& sequence) {
-    TerminalLook next = wanted;
-    take_rendition(next, numbers_in(parameters_of(sequence)));
-    if (!is_known(next)) {
-        prepareForText();
+        if (leaves_blanks(sequence))
+            prepareForBlank();
+        else if (!is_harmless(sequence))
+            forget();  // It may change anything, or save what there is now.
         output += sequence;
-        shown = next;
     }
-    wanted = next;
 }
 
 void OutputThinner::takeMode(const std::string& mode, const std::string& sequence) {
@@ -181,30 +163,24 @@ void OutputThinner::takeMode(const std::string& mode, const std::string& sequenc
     output += sequence;
 }
 
-// It may change anything, or save what there is now.
-void OutputThinner::takeOther(const std::string& sequence) {
-    forget();
-    output += sequence;
-}
-
-void OutputThinner::prepareForText() {
-    show(wanted);
+// Boldness is not seen on a blank.
+void OutputThinner::prepareForBlank() {
+    TerminalLook look = wanted;
+    if (differ_in_boldness_only(shown, wanted))
+        look[look_bold] = shown[look_bold];
+    say(look);
 }
 
 void OutputThinner::leaveLineDrawing() {
-    TerminalLook letters = shown;
-    letters.font = wanted.font;
-    letters.g0 = wanted.g0;
-    letters.shift = wanted.shift;
-    show(letters);
+    TerminalLook look = shown;
+    for (const TerminalAttribute set : {look_font, look_letters, look_shift})
+        look[set] = wanted[set];
+    say(look);
 }
 
-void OutputThinner::show(const TerminalLook& look) {
-    output += character_set_change(shown, look) + rendition_change(shown, look);
+void OutputThinner::say(const TerminalLook& look) {
+    if (look == shown)
+        return;
+    output += look_change(shown, look);
     shown = look;
-}
-
-void OutputThinner::prepareForBlank() {
-    if (wanted.background != shown.background)
-        prepareForText();
 }

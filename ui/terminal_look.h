@@ -1,34 +1,36 @@
 #pragma once
 
+#include <array>
 #include <string>
-#include <vector>
 
-/// How a terminal shows the next character, as far as it has been told in control sequences of
-/// ECMA-48; see console_codes(4). A field of which nothing is known is `unknown_look`.
-struct TerminalLook {
-    int bold;        ///< 0 or 1
-    int foreground;  ///< 30 to 37, or 39 for the terminal's own
-    int background;  ///< 40 to 47, or 49
-    int font;        ///< 10, or 11 for a console's line-drawing characters
-    int g0;          ///< final byte of the sequence that designates G0: B is ASCII, 0 draws lines
-    int shift;       ///< SI or SO: whether G0 or G1 is in use
+/// What sets how a terminal shows the next character, in control sequences of ECMA-48; see
+/// console_codes(4). `look_others` is whatever "Select Graphic Rendition" (SGR) sets beside those
+/// before it; `look_letters` designates G0, and `look_shift` is SI or SO.
+enum TerminalAttribute {
+    look_bold,
+    look_foreground,
+    look_background,
+    look_font,
+    look_others,
+    look_letters,
+    look_shift,
+    look_size
 };
 
-constexpr int unknown_look = -1;
-constexpr TerminalLook unknown_terminal_look = {unknown_look, unknown_look, unknown_look,
-                                                unknown_look, unknown_look, unknown_look};
+/// What was said last about each attribute: parameters of SGR, or sequences. Empty for what is
+/// plain or has never been said.
+using TerminalLook = std::array<std::string, look_size>;
 
-/// Whether boldness and colours are all known.
-bool is_known(const TerminalLook& look);
+/// The look of a terminal of which nothing is known.
+TerminalLook unknown_terminal_look();
 
-/// Takes the parameters of "Select Graphic Rendition" (CSI ... m) into `look`, whose boldness and
-/// colours become unknown if a parameter asks for anything else than its fields can hold, and stay
-/// so until 0 takes all back.
-void take_rendition(TerminalLook& look, const std::vector<int>& parameters);
+/// Takes the parameters of SGR (CSI ... m) into `look`. Once there are others, boldness and colours
+/// count among them, until 0 takes all back.
+void take_rendition(TerminalLook& look, const std::string& parameters);
 
-/// The shortest sequence that brings boldness, colours and font from `shown` to `wanted`; empty if
-/// there is no difference. Boldness and colours of `wanted` are known, or the same.
-std::string rendition_change(const TerminalLook& shown, const TerminalLook& wanted);
+/// What brings a terminal from `shown` to `wanted`, which has come from it by take_rendition() or
+/// by other sets: the shortest SGR, then the character sets. Empty if there is no difference.
+std::string look_change(const TerminalLook& shown, const TerminalLook& wanted);
 
-/// The same for the character sets.
-std::string character_set_change(const TerminalLook& shown, const TerminalLook& wanted);
+/// Whether SGR has set the same but for boldness, and font.
+bool differ_in_boldness_only(const TerminalLook& one, const TerminalLook& other);

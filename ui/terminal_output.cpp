@@ -73,6 +73,29 @@ FILE* stream_for_curses() {
     return stdout;
 }
 
+// In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
+// their description says. A value of the user's stays, and other programs don't get ours.
+SCREEN* open_curses(FILE* stream) {
+    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
+    const bool is_users = std::getenv(line_characters) != nullptr;
+    if (!is_users)
+        setenv(line_characters, "1", 1);
+    SCREEN* screen = newterm(nullptr, stream, stdin);
+    if (!is_users)
+        unsetenv(line_characters);
+    return screen;
+}
+
+// On others, such as "dumb", all frames would stand below one another.
+bool can_move_cursor() {
+    return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
+}
+
+bool repeats_as_in_ecma_48() {
+    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
+    return repetition != nullptr && std::strcmp(repetition, "x\x1b[4b") == 0;
+}
+
 bool speaks_ecma_48() {
     const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
     return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
@@ -194,13 +217,22 @@ bool open_screen() {
     remember_terminals();
     FILE* stream = stream_for_curses();
     const SizeGuard size_guard;
-    if (newterm(nullptr, stream, stdin) == nullptr) {
+    SCREEN* screen = open_curses(stream);
+    if (screen != nullptr && !can_move_cursor()) {
+        endwin();
+        delscreen(screen);
+        screen = nullptr;
+    }
+    if (screen == nullptr) {
         if (stream != stdout)
             std::fclose(stream);
         return false;
     }
     def_prog_mode();
+    // Some terminals leave black behind deleted characters, whatever their description says.
+    idcok(stdscr, FALSE);
     thins = isatty(STDOUT_FILENO) != 0 && speaks_ecma_48();
+    thinner = OutputThinner(repeats_as_in_ecma_48());
     return true;
 }
 
@@ -225,6 +257,16 @@ void send_output() {
 
 void show_frame() {
     update_panels();
+    doupdate();
+    send_output();
+}
+
+void redraw_screen() {
+    retake_terminals();
+    thinner.forget();
+    // Coming back to the terminal curses says all modes again.
+    endwin();
+    clearok(curscr, TRUE);
     doupdate();
     send_output();
 }

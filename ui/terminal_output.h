@@ -17,7 +17,7 @@
 /// Remembers the modes of the terminals (ui/terminals) and starts curses on standard input and
 /// output as newterm(3X) does, for the terminal type in TERM. A size of more than 4,096 rows or
 /// columns, told by LINES, COLUMNS or the terminal, is ignored, as it is later. False if it can't
-/// use the terminal.
+/// use the terminal, which it then leaves as it was, or can't move its cursor.
 bool open_screen();
 
 /// From now on what curses says waits for send_output(), and the modes that it has set are kept by
@@ -31,6 +31,10 @@ void send_output();
 
 /// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().
 void show_frame();
+
+/// Draws everything anew, modes and attributes included, that has been drawn and shown before,
+/// whatever the terminal shows now.
+void redraw_screen();
 
 /// Writes as much of the text as standard output takes within half a second; whether that was all.
 /// Async-signal-safe.

@@ -32,7 +32,8 @@ void start_curses() {
     if (!open_screen()) {
         // In curses' own words, as the library may well be there.
         const char* type = std::getenv("TERM");
-        std::fprintf(stderr, "Error opening terminal: %s.\n", type != nullptr ? type : "unknown");
+        std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
+                     type != nullptr ? type : "unknown");
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }

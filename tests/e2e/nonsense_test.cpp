@@ -24,6 +24,10 @@ const std::map<std::string, std::string> nonsense = {
     {"editing_keys", "\x1b[2~\x1b[3~\x1bOH\x1bOF\x1b[5~\x1b[6~\x1b[Z"},
     {"function_keys",
      "\x1bOP\x1bOQ\x1bOR\x1bOS\x1b[15~\x1b[17~\x1b[18~\x1b[19~\x1b[20~\x1b[21~\x1b[23~\x1b[24~"},
+    {"keys_of_other_terminals",
+     "\x1b[11~\x1b[28~\x1b[[A\x1b[[E\x1b[3;5~\x1b[5;5~\x1b[27;5;9~\x1b[7$\x1b[23^\x1b[15@\x1bOE"
+     "\x1bO5P\x1bOa\x1b[a\x1b[1;2Z"},
+    {"what_no_key_sends", "\x1b[?1;2c\x1b[200~\x1b[<0;10;10M\x1b[2 q\x1b[24;80R\x1b[>0;276;0c"},
 };
 
 struct Surroundings {

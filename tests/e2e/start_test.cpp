@@ -67,15 +67,21 @@ TEST_F(Start, on_72_columns_and_20_lines_shows_the_first_screen) {
     wizard.waitForText(title_of(Stop::password));
 }
 
-TEST_F(Start, on_a_terminal_that_nobody_knows_has_status_1_and_leaves_the_terminal_alone) {
-    ProgramSetup unknown = setup({});
-    unknown.term = "no-such-terminal";
+class StartWithoutTerminal : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Types, StartWithoutTerminal,
+                         testing::Values("no-such-terminal", "dumb", "unknown"));
+
+TEST_P(StartWithoutTerminal, has_status_1_and_leaves_the_terminal_alone) {
+    ProgramSetup setup{{WIZARD_PROGRAM}};
+    setup.term = GetParam();
     // Curses does not give back what it had begun with.
-    unknown.environment = {{"LSAN_OPTIONS", "detect_leaks=0"}};
-    TerminalProgram wizard(unknown);
+    setup.environment = {{"LSAN_OPTIONS", "detect_leaks=0"}};
+    TerminalProgram wizard(setup);
     EXPECT_EQ(wizard.waitExit(), exited(1));
-    EXPECT_EQ(wizard.printedAfterwards(),
-              "Error opening terminal: no-such-terminal.\nYou must install ncurses library\n");
+    EXPECT_EQ(wizard.printedAfterwards(), std::string("Error opening terminal: ") + GetParam() +
+                                              ".\nTry TERM=xterm-256color.\n"
+                                              "You must install ncurses library\n");
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
 }
 

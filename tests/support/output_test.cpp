@@ -19,12 +19,12 @@ TEST(SequenceFilter, takes_the_sequence_out_wherever_the_stream_is_cut) {
 
 TEST(RepeatExpander, writes_a_repeated_character_out_wherever_the_stream_is_cut) {
     const std::string stream =
-        "ab\x1b[3bc\x1b[1;37m\x1b[2b\x1b(0d\x1b[b\xe2\x94\x80\x1b[2b\x1b[12be\x1b\x1b[2bf";
+        "ab\x1b[3bc\x1b[1;37m\x1b[2b\x1b(0d\x1b[b\xe2\x94\x80\x1b[2b\r\x1b[12be\x1b\x1b[2bf";
     for (size_t cut = 0; cut <= stream.size(); ++cut) {
         RepeatExpander expander;
         const std::string first = expander.expand(stream.substr(0, cut));
         EXPECT_EQ(first + expander.expand(stream.substr(cut)),
-                  "abbbbc\x1b[1;37mcc\x1b(0dd\xe2\x94\x80\x1b[2b\x1b[12be\x1b"
+                  "abbbbc\x1b[1;37mcc\x1b(0dd\xe2\x94\x80\xe2\x94\x80\xe2\x94\x80\r\x1b[12be\x1b"
                   "eef")
             << "cut at " << cut;
     }

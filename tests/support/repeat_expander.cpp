@@ -47,7 +47,12 @@ void RepeatExpander::takePlainByte(char byte, std::string& output) {
         return;
     }
     output += byte;
-    last = byte >= ' ' && byte <= '~' ? byte : '\0';
+    if (static_cast<unsigned char>(byte) < ' ')
+        last.clear();
+    else if ((byte & '\xc0') == '\x80')
+        last += byte;
+    else
+        last = byte;
 }
 
 void RepeatExpander::takeSequenceByte(char byte, std::string& output) {
@@ -64,10 +69,10 @@ void RepeatExpander::takeSequenceByte(char byte, std::string& output) {
 }
 
 void RepeatExpander::endSequence(std::string& output) {
-    const size_t count = last == '\0' ? 0 : repetitions(sequence);
-    if (count > 0)
-        output.append(count, last);
-    else
+    const size_t count = last.empty() ? 0 : repetitions(sequence);
+    for (size_t i = 0; i < count; ++i)
+        output += last;
+    if (count == 0)
         output += sequence;
     sequence.clear();
 }

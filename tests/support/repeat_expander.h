@@ -4,8 +4,7 @@
 
 /// Writes the terminal command "repeat the character before" (ESC [ NUMBER b) out in full, in a
 /// stream that arrives in pieces: libvterm 0.1.4 wraps to the next line when one column is left
-/// behind the repeated characters. Only a repeated ASCII character is dealt with, as curses repeats
-/// no other.
+/// behind the repeated characters.
 class RepeatExpander {
   public:
     /// The next piece, expanded. An escape sequence that is not complete at its end is kept for the
@@ -18,5 +17,5 @@ class RepeatExpander {
     void endSequence(std::string& output);
 
     std::string sequence;  // the escape sequence so far; empty outside
-    char last = '\0';      // the character before, '\0' if that was not ASCII
+    std::string last;      // the character before; empty behind a control character
 };

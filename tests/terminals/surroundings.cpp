@@ -16,6 +16,13 @@ std::vector<Surroundings> every_surroundings() {
     return all;
 }
 
+std::vector<Surroundings> surroundings_with_utf8() {
+    std::vector<Surroundings> all = every_surroundings();
+    const auto without = [](const Surroundings& surroundings) { return !surroundings.hasUtf8(); };
+    all.erase(std::remove_if(all.begin(), all.end(), without), all.end());
+    return all;
+}
+
 std::string surroundings_name(const testing::TestParamInfo<Surroundings>& info) {
     std::string name = info.param.term + (info.param.hasUtf8() ? "_with_utf8" : "_without_utf8");
     std::replace(name.begin(), name.end(), '-', '_');

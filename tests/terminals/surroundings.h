@@ -21,4 +21,7 @@ std::ostream& operator<<(std::ostream& out, const Surroundings& surroundings);
 /// Every kind of terminal that the wizard is tested on, each with UTF-8 and without.
 std::vector<Surroundings> every_surroundings();
 
+/// Those of them with UTF-8.
+std::vector<Surroundings> surroundings_with_utf8();
+
 std::string surroundings_name(const testing::TestParamInfo<Surroundings>& info);

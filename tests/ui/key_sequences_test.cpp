@@ -63,6 +63,11 @@ TEST_P(KeySequences, enter_of_the_keypad_is_enter) {
     EXPECT_EQ(keyOf("\033OM"), key_enter);
 }
 
+TEST_P(KeySequences, reports_of_a_mouse_are_single_keys) {
+    EXPECT_GT(keyOf("\033[<0;10;10M"), KEY_MIN);
+    EXPECT_EQ(keyOf("a"), 'a');
+}
+
 TEST(KeySequencesOfDescription, stay_where_they_are_keys_that_the_screens_know) {
     CursesTerminal terminal(24, 80, "vt100");
     define_key("\033[A", KEY_DOWN);

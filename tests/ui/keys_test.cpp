@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <string>
+#include <vector>
 
 #include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
@@ -59,6 +60,49 @@ TEST_F(KeysTest, cursor_keys_are_single_keys_also_from_a_window_without_keypad) 
     terminal.press(Key::down);
     EXPECT_EQ(read_key(widget), KEY_DOWN);
     EXPECT_TRUE(is_keypad(window()));
+}
+
+TEST_F(KeysTest, a_control_sequence_that_is_known_to_nobody_is_one_key_that_is_no_character) {
+    for (const std::string sequence :
+         {"\033[11~", "\033[1;5~", "\033[27;5;9~", "\033[[A", "\033[7$", "\033[23^", "\033[2@",
+          "\033[a", "\033OE", "\033O5P", "\033Oa", "\033[2 q", "\033[?1;2c"}) {
+        terminal.type(sequence + "b");
+        EXPECT_GT(read_key(widget), KEY_MIN) << sequence.substr(1);
+        EXPECT_EQ(read_key(widget), 'b') << sequence.substr(1);
+    }
+}
+
+TEST_F(KeysTest, escape_before_other_keys_leaves_them_as_they_are) {
+    set_escdelay(10);
+    const std::string too_long = "[" + std::string(40, '1');
+    const std::vector<std::string> all = {"",       "a",   "\033", "[",  "O",     "[12",
+                                          "[1\033", "[\n", "O\t",  "[[", too_long};
+    for (const std::string& keys : all) {
+        terminal.type("\033" + keys);
+        EXPECT_EQ(read_key(widget), 27) << keys;
+        for (const char key : keys)
+            EXPECT_EQ(read_key(widget), key) << keys;
+    }
+    terminal.type("\033\033OA");
+    EXPECT_EQ(read_key(widget), 27);
+    EXPECT_EQ(read_key(widget), KEY_UP);
+}
+
+TEST_F(KeysTest, the_rest_of_a_sequence_that_comes_later_is_typed) {
+    set_escdelay(10);
+    KeyWaits waits;
+    waits.then([&] { terminal.type("\033["); }).then([&] { terminal.type("5"); });
+    for (const int key : {27, int{'['}, int{'5'}})
+        EXPECT_EQ(read_key(widget), key);
+}
+
+TEST_F(KeysTest, ctrl_l_has_everything_drawn_anew) {
+    mvwaddstr(window(), 1, 1, "drawn");
+    shown();
+    const size_t before = terminal.outputBytes().size();
+    terminal.type("\f");
+    EXPECT_EQ(read_key(widget), '\f');
+    EXPECT_NE(terminal.outputBytes().find("drawn", before), std::string::npos);
 }
 
 TEST_F(KeysTest, a_key_that_curses_holds_already_comes_before_those_of_the_terminal) {
@@ -197,6 +241,12 @@ TEST_F(KeysTest, drain_takes_a_cursor_key_as_one_key) {
     terminal.type("b");
     drain_key(window(), false);
     EXPECT_TRUE(is_keypad(window()));
+    EXPECT_EQ(read_key(widget), 'b');
+}
+
+TEST_F(KeysTest, drain_takes_a_control_sequence_that_is_known_to_nobody_as_one_key) {
+    terminal.type("\033[1;5~b");
+    drain_key(window(), false);
     EXPECT_EQ(read_key(widget), 'b');
 }
 

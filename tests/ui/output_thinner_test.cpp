@@ -53,14 +53,15 @@ TEST_F(Thinner, changes_a_colour_alone) {
     EXPECT_EQ(thin("\x1b[30mc"), "\x1b[30mc");
 }
 
-TEST_F(Thinner, tells_a_blank_its_background_only) {
+TEST_F(Thinner, owes_a_blank_nothing_but_boldness) {
     thin(white_on_blue + "a");
     EXPECT_EQ(thin("\x1b[0m\x1b[37m\x1b[44m   "), "   ");
-    EXPECT_EQ(thin("\x1b[31m "), " ");
-    EXPECT_EQ(thin("\x1b[41m "), "\x1b[;31;41m ");
+    EXPECT_EQ(thin("\x1b[31m "), "\x1b[;31;44m ");
+    EXPECT_EQ(thin("\x1b[1m\x1b[41m "), "\x1b[1;41m ");
+    EXPECT_EQ(thin("\x1b[4m "), "\x1b[4m ");
 }
 
-TEST_F(Thinner, tells_what_erases_and_scrolls_its_background_only) {
+TEST_F(Thinner, owes_what_erases_and_scrolls_nothing_but_boldness) {
     for (const std::string sequence :
          {"\x1b[K", "\x1b[1K", "\x1b[J", "\x1b[2J", "\x1b[5X", "\x1b[3P", "\x1b[2@", "\x1b[L",
           "\x1b[4M", "\x1b[S", "\x1b[T",
@@ -88,17 +89,49 @@ TEST_F(Thinner, keeps_a_repetition_behind_its_character) {
     EXPECT_EQ(thin("\x1b[0;37;44m \x1b[20b"), " \x1b[20b");
 }
 
-TEST_F(Thinner, changes_the_character_set_for_what_is_no_blank) {
-    EXPECT_EQ(thin("\x1b(0\x1b(B\x1b(0lqk\x1b(B  \x1b(0x\x1b(Ba"), "\x1b(0lqk  x\x1b(Ba");
+TEST_F(Thinner, has_characters_repeated_that_take_several_bytes) {
+    OutputThinner repeating(true);
+    EXPECT_EQ(repeating.thin("┌───────────┐──"), "┌─\x1b[9b─┐──");
+    EXPECT_EQ(repeating.thin("───\x1b[m───"), "───\x1b[m───");
+    EXPECT_EQ(repeating.thin("-----------"), "-----------");
+    EXPECT_EQ(thin("┌───────────┐"), "┌───────────┐");
+}
+
+TEST_F(Thinner, repeats_what_is_no_utf8_byte_by_byte) {
+    OutputThinner repeating(true);
+    EXPECT_EQ(repeating.thin("\xc4\xc4\xc4\xc4\xc4\xc4\xc4\xc4\xd9"), "\xc4\x1b[6b\xc4\xd9");
+    EXPECT_EQ(repeating.thin("\xc3\x28\x80\x80"), "\xc3\x28\x80\x80");
+}
+
+TEST_F(Thinner, changes_the_character_set_when_it_matters) {
+    EXPECT_EQ(thin("\x1b(0\x1b(B\x1b(0lqk\x1b(B\x1b[5;7H\x1b(0x\x1b(Ba"),
+              "\x1b(0lqk\x1b[5;7Hx\x1b(Ba");
+}
+
+// Blanks of the line-drawing characters are boxes on some terminals.
+TEST_F(Thinner, leaves_line_drawing_characters_before_blanks) {
+    EXPECT_EQ(thin("\x1b(0lqk\x1b(B  \x1b(0x\x1b(Ba"), "\x1b(0lqk\x1b(B  \x1b(0x\x1b(Ba");
+    thin("\x1b[0;10ma");
+    EXPECT_EQ(thin("\x1b[11mq\x1b[10m \x1b[11mq\x1b[10m"), "\x1b[11mq\x1b[10m \x1b[11mq\x1b[10m");
+    thin("\x0f");
+    EXPECT_EQ(thin("\x0exx\x0f\x1b[K"), "\x0exx\x0f\x1b[K");
+}
+
+// A Linux console goes back to letters when it is told its font.
+TEST_F(Thinner, says_the_character_set_behind_the_rendition) {
+    EXPECT_EQ(thin("\x0e\x1b[0;10;1mq\x0f"), "\x1b[1;10m\x0eq\x0f");
+    EXPECT_EQ(thin("\x0eq\x1b[0;10;37;44mq\x0f"), "\x0eq\x1b[;37;44mq\x0f");
+    EXPECT_EQ(thin("\x0eq\x1b[11mq\x0f"), "\x0eq\x1b[11m\x0eq\x0f");
+    EXPECT_EQ(thin("\x1b(0\x1b[30mq\x1b(B"), "\x1b[30m\x1b(0q\x1b(B");
 }
 
 TEST_F(Thinner, leaves_line_drawing_characters_in_the_end) {
     EXPECT_EQ(thin("\x1b(0x\x1b(B"), "\x1b(0x\x1b(B");
-    thin("\x0f");
-    EXPECT_EQ(thin("\x0ex\x0f"), "\x0ex\x0f");
     thin("\x1b[0;10m");
     EXPECT_EQ(thin("\x1b[0;11;37mx\x1b[0;10m"), "\x1b[37;11mx\x1b[10m");
     EXPECT_EQ(thin("a"), "\x1b[ma");
+    thin("\x0f");
+    EXPECT_EQ(thin("\x0ex\x0f"), "\x0ex\x0f");
 }
 
 TEST_F(Thinner, shifts_between_character_sets) {
@@ -106,9 +139,9 @@ TEST_F(Thinner, shifts_between_character_sets) {
                    "a\x0e\x0f\x0eq\x0f"),
               "\x0f"
               "a\x0eq\x0f");
-    EXPECT_EQ(thin("\x0e  q\x0f"
+    EXPECT_EQ(thin("\x0eq\x0f"
                    "a"),
-              "  \x0eq\x0f"
+              "\x0eq\x0f"
               "a");
 }
 
@@ -151,7 +184,7 @@ TEST_F(Thinner, says_all_before_and_behind_a_sequence_that_it_does_not_know) {
           "\x1b]104\a", "\x1b[2 q", "\x1b[>4m", "\x1b[=K", "\x1b#8", "\x1b%G", "\x1b[6n"}) {
         thin(plain + "x");
         EXPECT_EQ(thin(white_on_blue + sequence), "\x1b[1;37;44m" + sequence);
-        EXPECT_EQ(thin(white_on_blue + "x"), "\x1b(B\x1b[;1;37;44mx");
+        EXPECT_EQ(thin(white_on_blue + "x"), "\x1b[;1;37;44m\x1b(Bx");
     }
 }
 
@@ -165,7 +198,7 @@ TEST_F(Thinner, takes_nothing_for_granted_behind_a_sequence_that_it_does_not_kno
 
 TEST_F(Thinner, lets_attributes_through_that_it_does_not_know) {
     thin(white_on_blue + "a");
-    EXPECT_EQ(thin(plain + "\x1b[4m b\x1b[1mc"), "\x1b[m\x1b[4m b\x1b[1mc");
+    EXPECT_EQ(thin(plain + "\x1b[4m b\x1b[1mc"), "\x1b[;4m b\x1b[1mc");
     EXPECT_EQ(thin("\x1b[38;5;9md\x1b[7me"), "\x1b[38;5;9md\x1b[7me");
     EXPECT_EQ(thin(plain + "f"), "\x1b[mf");
 }
@@ -205,7 +238,7 @@ TEST_F(Thinner, settles_what_it_owes) {
 TEST_F(Thinner, takes_nothing_for_granted_once_it_has_settled) {
     thin(plain + "a\x1b[?25l");
     thinner.settle();
-    EXPECT_EQ(thin(plain + "a\x1b[?25l"), plain + "a\x1b[?25l");
+    EXPECT_EQ(thin(plain + "a\x1b[?25l"), "\x1b[m\x1b(Ba\x1b[?25l");
 }
 
 TEST_F(Thinner, says_what_it_owes_after_it_has_forgotten_what_it_knew) {

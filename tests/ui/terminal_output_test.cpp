@@ -9,6 +9,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -20,6 +21,7 @@
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
+#include "tests/support/expect_screen.h"
 #include "tests/support/pty.h"
 #include "tests/support/wait_until.h"
 
@@ -33,8 +35,8 @@ class TerminalOutputWithoutStore : public testing::Test {
   protected:
     TerminalOutputWithoutStore() {
         setenv("TERM", "xterm-256color", 1);
-        unsetenv("LINES");
-        unsetenv("COLUMNS");
+        for (const char* variable : {"LINES", "COLUMNS", "NCURSES_NO_UTF8_ACS"})
+            unsetenv(variable);
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
@@ -120,6 +122,18 @@ class TerminalOutputWithoutStore : public testing::Test {
         EXPECT_EQ(size(), std::pair(34, 100));
     }
 
+    /// What it takes to show a line, with UTF-8.
+    std::string bytesOfLine() {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        open();
+        keep_output_back();
+        show();
+        news();
+        mvhline(3, 0, ACS_HLINE, 70);
+        show();
+        return news();
+    }
+
     std::string rowText(int row) {
         const std::string text = emulator.image().rowText(row);
         return text.substr(0, text.find_last_not_of(' ') + 1);
@@ -188,6 +202,36 @@ TEST_F(TerminalOutput, of_a_character_in_the_same_attributes_is_that_character) 
     EXPECT_EQ(news(), "y");
 }
 
+TEST_F(TerminalOutput, deletes_no_characters) {
+    keep_output_back();
+    draw(0, "xyz 0123456789 abcdefghijklmnopqrstuvwxyz");
+    show();
+    news();
+    draw(0, "0123456789 abcdefghijklmnopqrstuvwxyz    ");
+    show();
+    const std::string bytes = news();
+    for (const char* sequence : {"\x1b[4P", "\x1b[4@", "\x1b[4h"})
+        EXPECT_EQ(bytes.find(sequence), std::string::npos) << bytes;
+    EXPECT_EQ(rowText(0), "0123456789 abcdefghijklmnopqrstuvwxyz");
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_in_utf8_and_repeats_them) {
+    const std::string line = "─\x1b[68b─";
+    EXPECT_NE(bytesOfLine().find(line), std::string::npos);
+    EXPECT_EQ(std::getenv("NCURSES_NO_UTF8_ACS"), nullptr);
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_in_utf8_one_by_one_where_nothing_is_repeated) {
+    setenv("TERM", "vt220", 1);
+    EXPECT_NE(bytesOfLine().find("──────────"), std::string::npos);
+}
+
+TEST_F(TerminalOutputWithoutStore, draws_lines_as_the_environment_says) {
+    setenv("NCURSES_NO_UTF8_ACS", "0", 1);
+    EXPECT_NE(bytesOfLine().find("\x1b(0qqqqqqqqqq"), std::string::npos);
+    EXPECT_STREQ(std::getenv("NCURSES_NO_UTF8_ACS"), "0");
+}
+
 TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
     keep_output_back();
     curs_set(0);
@@ -225,6 +269,28 @@ TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     draw(4, "kept");
     refresh();
     EXPECT_EQ(news(), "");
+}
+
+TEST_F(TerminalOutput, is_said_anew_whatever_the_terminal_shows) {
+    keep_output_back();
+    keypad(stdscr, TRUE);
+    curs_set(0);
+    attron(A_BOLD);
+    draw(3, "bold");
+    show();
+    news();
+    const TerminalModes modes_of_curses = pty.modes();
+    const ScreenImage drawn = emulator.image();
+    emulator.feed("\x1b[?1049l\x1b[2J\x1b[m\x1b[?25h\x1b[?1l\x1b[4;1H\r\nkernel: oops");
+    tcsetattr(STDIN_FILENO, TCSANOW, &modes_before.settings);
+    redraw_screen();
+    keypad(stdscr, TRUE);
+    send_output();
+    news();
+    EXPECT_SAME_LOOK(drawn, emulator.image());
+    EXPECT_TRUE(emulator.alternateScreen());
+    EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
+    EXPECT_EQ(pty.modes(), modes_of_curses);
 }
 
 TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {

@@ -41,7 +41,7 @@ class ThinnedPicture : public testing::TestWithParam<const char*> {
 
     Emulator full{rows, cols, GetParam()};
     Emulator thinned{rows, cols, GetParam()};
-    OutputThinner thinner;
+    OutputThinner thinner{true};
     std::mt19937 random{7};
 };
 
@@ -59,6 +59,7 @@ const std::vector<std::string> pieces = {"text",
                                          " ",
                                          "      ",
                                          "┌─┐",
+                                         "└───────────────┘",
                                          "\r",
                                          "\n",
                                          "\b",
