@@ -37,7 +37,7 @@ testing::AssertionResult prints_plainly(WizardRun& wizard) {
 
 }  // namespace
 
-testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
+testing::AssertionResult gives_terminal_back(WizardRun& wizard) {
     if (wizard.modes() != wizard.modesBefore())
         return testing::AssertionFailure()
                << "the modes are " << wizard.modes() << " and were " << wizard.modesBefore();
@@ -45,9 +45,13 @@ testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
         return testing::AssertionFailure() << "the cursor is hidden";
     if (wizard.alternateScreen())
         return testing::AssertionFailure() << "the alternate screen is still shown";
+    return prints_plainly(wizard);
+}
+
+testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
     if (wizard.hasUnreadInput())
         return testing::AssertionFailure() << "what was typed ahead is left to the next program";
-    return prints_plainly(wizard);
+    return gives_terminal_back(wizard);
 }
 
 testing::AssertionResult ends_with(WizardRun& wizard, const ExitStatus& status,

@@ -7,7 +7,10 @@
 #include "tests/e2e/wizard_run.h"
 
 /// Expects a terminal as it was before the wizard came: modes, visible cursor, normal screen, plain
-/// text, nothing typed ahead. Wait for the wizard's end, or until it has stopped, first.
+/// text. Wait for the wizard's end, or until it has stopped, first.
+testing::AssertionResult gives_terminal_back(WizardRun& wizard);
+
+/// The same, and that nothing typed ahead is left. Type nothing from the wizard's last words on.
 testing::AssertionResult leaves_terminal_usable(WizardRun& wizard);
 
 /// Waits for the end. Expects this status, nothing printed on the normal screen but this, and the

@@ -60,6 +60,8 @@ struct Emulator::Terminal {
     VTermScreenCallbacks callbacks{};
     std::optional<SequenceFilter> skipped;
     RepeatExpander repeats;
+    // libvterm shows a broken character as late as before the next one that is not ASCII.
+    BrokenCharacterFilter broken;
     std::string replies;
     bool alternate_screen = false;
     bool cursor_visible = true;
@@ -105,7 +107,7 @@ Emulator::Emulator(int rows, int cols, const std::string& term)
 Emulator::~Emulator() = default;
 
 void Emulator::feed(const std::string& bytes) {
-    std::string output = terminal->repeats.expand(bytes);
+    std::string output = terminal->repeats.expand(terminal->broken.filter(bytes));
     if (terminal->skipped)
         output = terminal->skipped->filter(output);
     // libvterm takes room on the stack for all that it is given at once.

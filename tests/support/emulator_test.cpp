@@ -23,6 +23,13 @@ TEST_F(EmulatorTest, shows_plain_text_in_default_colours) {
     EXPECT_EQ(image.cursor().position, (Position{1, 3}));
 }
 
+TEST_F(EmulatorTest, leaves_broken_characters_out_wherever_the_stream_is_cut) {
+    EXPECT_EQ(after("\xc3").text(), "\n\n\n\n");
+    EXPECT_EQ(after("a\xe2\x94").text(), "a\n\n\n\n");
+    EXPECT_EQ(after("\x1b[1;3H\xe2").text(), "a\n\n\n\n");
+    EXPECT_EQ(after("\x94\x80").text(), "a ─\n\n\n\n");
+}
+
 TEST_F(EmulatorTest, bold_leaves_the_colour_as_it_is) {
     EXPECT_EQ(after("\x1b[1;37;44mX").cell(0, 0), (Cell{"X", 7, 4, true}));
 }

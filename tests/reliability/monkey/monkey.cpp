@@ -129,7 +129,7 @@ void Monkey::expectProperEnd() {
         printed.find("Your first installation steps are now completed.") != std::string::npos;
     EXPECT_EQ(status, exited(0));
     EXPECT_TRUE(left_by_exit || has_applied) << printed;
-    EXPECT_TRUE(leaves_terminal_usable(*wizard));
+    EXPECT_TRUE(gives_terminal_back(*wizard));
 }
 
 void Monkey::settle() {
