@@ -37,12 +37,12 @@ bool copy_bytes(int from, int to) {
     return count == 0;
 }
 
-// The mode comes last: changing the owner takes bits of it away.
+// The owner comes first: what another user has written would be root's word in a file of root's,
+// to which that user may give the pid file's name.
 bool copy_file(int from, int to) {
     struct stat facts {};
-    return fstat(from, &facts) == 0 && copy_bytes(from, to) &&
-           fchown(to, facts.st_uid, facts.st_gid) == 0 && fchmod(to, facts.st_mode & 01777) == 0 &&
-           fsync(to) == 0;
+    return fstat(from, &facts) == 0 && fchown(to, facts.st_uid, facts.st_gid) == 0 &&
+           copy_bytes(from, to) && fchmod(to, facts.st_mode & 01777) == 0 && fsync(to) == 0;
 }
 
 // The copy that is being made: the directory that it is to stand in, -1 while there is none, and

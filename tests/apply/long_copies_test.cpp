@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -24,6 +25,7 @@ constexpr int interrupted = 7;
 class LongCopy : public InstalledServerCase {
   protected:
     static constexpr const char* config = InstalledServer::config;
+    static constexpr const char* pid_file = InstalledServer::pid_file;
     static constexpr const char* original = "/var/opt/teluma/run/teluma.cfg.beforewizard";
     static constexpr const char* unfinished = "/var/opt/teluma/run/teluma.cfg.beforewizard.new";
 
@@ -53,6 +55,17 @@ TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
               exited(0));
     EXPECT_EQ(read_file(original), "first");
     EXPECT_FALSE(exists(unfinished));
+}
+
+// It would be a pid file of root's in which the server's user has written whom to signal.
+TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
+    if (server_user() == 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    chown(config, server_user(), server_user());
+    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+                    [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
+              exited(interrupted));
+    EXPECT_EQ(file_facts(pid_file).owner, server_user());
 }
 
 TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
