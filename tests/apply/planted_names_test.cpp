@@ -181,6 +181,12 @@ TEST_P(Swapped, for_a_link_to_a_file_of_roots_the_step_fails) {
     expectRefused();
 }
 
+TEST_P(Swapped, for_a_link_to_a_directory_of_roots_nothing_is_made_in_it) {
+    swapBefore("ln -sf " + victim.parent_path().string() + " " + file.string());
+    expectRefused();
+    EXPECT_FALSE(exists(victim.parent_path() / "temp.cfg"));
+}
+
 TEST_P(Swapped, and_back_again_nothing_else_is_written_to) {
     const std::string away = "mv " + file.string() + " " + file.string() + ".away";
     swapBefore(away + " && ln -s " + victim.string() + " " + file.string(),
