@@ -55,11 +55,17 @@ void remove_unfinished() {
         unlinkat(directory, unfinished.c_str(), 0);
 }
 
-// Copies `file` into the new file `unfinished`. Returns false when any of it failed.
+bool has_a_name(int file) {
+    struct stat facts {};
+    return fstat(file, &facts) == 0 && facts.st_nlink > 0;
+}
+
+// Copies `file` into the new file `unfinished`. Returns false when any of it failed, or when
+// another wizard has taken it for one that was left over.
 bool copy_to_new_file(int file) {
     const int to = openat(directory, unfinished.c_str(),
                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    const bool copied = to != -1 && copy_file(file, to);
+    const bool copied = to != -1 && copy_file(file, to) && has_a_name(to);
     return to != -1 && close(to) == 0 && copied;
 }
 

@@ -57,6 +57,20 @@ TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
     EXPECT_FALSE(exists(unfinished));
 }
 
+TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before_it_is_complete) {
+    EXPECT_EQ(endOf(
+                  [] {
+                      const Descriptor file(open(config, O_RDONLY));
+                      _exit(keep_original(file.get(), config) != 0 ? interrupted : 1);
+                  },
+                  [](int) {
+                      unlink(unfinished);
+                      write_file(unfinished, "half");
+                  }),
+              exited(interrupted));
+    EXPECT_FALSE(exists(original));
+}
+
 // It would be a pid file of root's in which the server's user has written whom to signal.
 TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
     if (server_user() == 0)
