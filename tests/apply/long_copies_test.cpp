@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "apply/original_copy.h"
@@ -86,6 +87,20 @@ TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
     EXPECT_EQ(endOf([] { config_prepare(config); },
                     [](int) { _exit(exists("temp.cfg") && !exists(original) ? interrupted : 1); }),
               exited(interrupted));
+}
+
+TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_over_none) {
+    std::filesystem::create_directory("bin");
+    write_file("bin/cp", "#!/bin/sh\nmkdir /run/scratch/copied\n", 0755);
+    setenv("PATH", (std::filesystem::current_path() / "bin:" += getenv("PATH")).c_str(), 1);
+    EXPECT_EQ(endOf([] { _exit(config_prepare(config) == 0 ? 1 : interrupted); },
+                    [](int) {
+                        std::filesystem::rename(config, "/var/opt/teluma/run/away");
+                        write_file(config, "other");
+                    }),
+              exited(interrupted));
+    EXPECT_FALSE(exists("/run/scratch/copied"));
+    EXPECT_EQ(read_file(config), "other");
 }
 
 // A process of the server's user that has a lease on a file, fcntl(2), and does not give it back.
