@@ -297,8 +297,12 @@ TEST_F(ScriptOfServersUser, that_is_its_own_file_is_written_wherever_it_stands) 
     expectWritten("/run/scratch/script", server_user());
 }
 
-TEST_F(ScriptOfServersUser, that_is_roots_in_a_directory_of_the_servers_is_written) {
+TEST_F(ScriptOfServersUser, that_is_roots_beside_the_configuration_is_written) {
     expectWritten("/var/opt/teluma/run/script", 0);
+}
+
+TEST_F(ScriptOfServersUser, that_is_roots_among_the_domains_is_written) {
+    expectWritten("/var/opt/teluma/domains/script", 0);
 }
 
 }  // namespace
