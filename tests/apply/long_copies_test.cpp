@@ -51,7 +51,7 @@ TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
 }
 
 TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
-    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+    EXPECT_EQ(endOf([] { _exit(keep_original(Descriptor(open(config, O_RDONLY)).get(), config)); },
                     [](int) { write_file(original, "first"); }),
               exited(0));
     EXPECT_EQ(read_file(original), "first");
