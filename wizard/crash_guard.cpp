@@ -25,6 +25,9 @@ std::size_t farewell_length = 0;
 termios modes_before;
 bool modes_known = false;
 
+// The process that has the terminal in curses' hands; its children have not.
+pid_t guarded_process = 0;
+
 // A stack that has overflown has no room for a handler.
 alignas(16) char stack_for_handler[64 * 1024];
 
@@ -37,10 +40,15 @@ int add_to_farewell(int character) {
     return character;
 }
 
-void on_crash(int signal_number) {
+void give_terminal_back() {
     const ssize_t written = write(STDOUT_FILENO, farewell, farewell_length);
     if (written >= 0 && modes_known)
         tcsetattr(STDIN_FILENO, TCSANOW, &modes_before);
+}
+
+void on_crash(int signal_number) {
+    if (getpid() == guarded_process)
+        give_terminal_back();
     // The first process of a container is not ended by a signal that takes its default course.
     if (getpid() == 1)
         _exit(128 + signal_number);
@@ -66,6 +74,7 @@ void guard_terminal_against_crashes() {
         if (sequence != nullptr)
             tputs(sequence, 1, add_to_farewell);
     }
+    guarded_process = getpid();
     stack_t stack{};
     stack.ss_sp = stack_for_handler;
     stack.ss_size = sizeof(stack_for_handler);
