@@ -71,7 +71,6 @@ void Walk::takeName() {
 
 bool Walk::follow() {
     char target[4096];  // PATH_MAX, which not every system defines
-    errno = EACCES;
     if (!is_roots(facts) || !only_root_writes(directory))
         return false;
     const ssize_t length = readlinkat(directory, name.c_str(), target, sizeof(target));
@@ -113,6 +112,8 @@ int open_once_given_back(int directory, const char* name, int flags) {
 }  // namespace
 
 int open_named_file(const char* path, int flags) {
+    // Of what is refused no call says why.
+    errno = EACCES;
     Walk walk(path);
     // Only to look at it might do something to a device.
     if (!walk.arrives() || !S_ISREG(walk.facts.st_mode))

@@ -37,12 +37,12 @@ bool copy_bytes(int from, int to) {
     return count == 0;
 }
 
-// The mode comes last: changing the owner takes bits of it away.
+// The owner comes first: what another user has written would be root's word in a file of root's,
+// to which that user may give the pid file's name.
 bool copy_file(int from, int to) {
     struct stat facts {};
-    return fstat(from, &facts) == 0 && copy_bytes(from, to) &&
-           fchown(to, facts.st_uid, facts.st_gid) == 0 && fchmod(to, facts.st_mode & 01777) == 0 &&
-           fsync(to) == 0;
+    return fstat(from, &facts) == 0 && fchown(to, facts.st_uid, facts.st_gid) == 0 &&
+           copy_bytes(from, to) && fchmod(to, facts.st_mode & 01777) == 0 && fsync(to) == 0;
 }
 
 // The copy that is being made: the directory that it is to stand in, -1 while there is none, and
@@ -55,11 +55,17 @@ void remove_unfinished() {
         unlinkat(directory, unfinished.c_str(), 0);
 }
 
-// Copies `file` into the new file `unfinished`. Returns false when any of it failed.
+bool has_a_name(int file) {
+    struct stat facts {};
+    return fstat(file, &facts) == 0 && facts.st_nlink > 0;
+}
+
+// Copies `file` into the new file `unfinished`. Returns false when any of it failed, or when
+// another wizard has taken it for one that was left over.
 bool copy_to_new_file(int file) {
     const int to = openat(directory, unfinished.c_str(),
                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    const bool copied = to != -1 && copy_file(file, to);
+    const bool copied = to != -1 && copy_file(file, to) && has_a_name(to);
     return to != -1 && close(to) == 0 && copied;
 }
 

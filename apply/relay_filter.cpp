@@ -76,7 +76,6 @@ bool is_servers(int script) {
 bool may_be_given(const char* path, int script) {
     const InstallProfile& profile = install_profiles[os_kind];
     return cli_server_is_root() || leads_into(path, script, directory_of(profile.config_file)) ||
-           leads_into(path, script, directory_of(profile.pid_file)) ||
            leads_into(path, script, profile.domains_dir) || is_servers(script);
 }
 

@@ -23,6 +23,9 @@ const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,  SIGFPE,  SIGABRT,   SIG
 char farewell[256];
 std::size_t farewell_length = 0;
 
+// The process that has the terminal in curses' hands; its children have not.
+pid_t guarded_process = 0;
+
 // A stack that has overflown has no room for a handler.
 alignas(16) char stack_for_handler[64 * 1024];
 
@@ -36,8 +39,10 @@ int add_to_farewell(int character) {
 }
 
 void on_crash(int signal_number) {
-    write_in_time(farewell, farewell_length);
-    give_terminals_back();
+    if (getpid() == guarded_process) {
+        write_in_time(farewell, farewell_length);
+        give_terminals_back();
+    }
     // The first process of a container is not ended by a signal that takes its default course.
     if (getpid() == 1)
         _exit(128 + signal_number);
@@ -59,6 +64,7 @@ void guard_terminal_against_crashes() {
         if (sequence != nullptr)
             tputs(sequence, 1, add_to_farewell);
     }
+    guarded_process = getpid();
     stack_t stack{};
     stack.ss_sp = stack_for_handler;
     stack.ss_size = sizeof(stack_for_handler);

@@ -7,7 +7,7 @@
 /// the terminal out of curses' hands: the normal screen, a visible cursor, plain text and the
 /// modes that it had; a terminal that takes no output gets its modes at least. Then the signal
 /// takes the course that it would have taken, but that process 1, which the kernel would have go
-/// on, ends with status 128 + n; one that was ignored stays so. To be called once curses is
-/// started. The handler makes only calls that are safe in the middle of anything
-/// (signal-safety(7)).
+/// on, ends with status 128 + n; one that was ignored stays so. A child process of the program only
+/// ends. To be called once curses is started. The handler makes only calls that are safe in the
+/// middle of anything (signal-safety(7)).
 void guard_terminal_against_crashes();

@@ -5,8 +5,7 @@
 #include <string>
 
 /// Passwords in memory: what has held one is overwritten when it is done with, so that no later
-/// look at the memory finds it. No
-/// compiler leaves that out, as it may a memset(3).
+/// look at the memory finds it. No compiler leaves that out, as it may a memset(3).
 
 /// Overwrites `size` bytes with zeros.
 void wipe(void* memory, std::size_t size);

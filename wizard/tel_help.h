@@ -48,9 +48,9 @@ int nameless_file();
 /// there.
 bool has_one_user();
 
-/// In a child process: from now on it, and the programs that it runs, can open no file for writing
-/// but the one that `descriptor` has open and /dev/null. By landlock(7), on Linux from 5.13 on
-/// where the kernel has that; elsewhere it can do what it could before.
+/// In a child process: from now on it, and the programs that it runs, can make no file, and open
+/// none for writing but the one that `descriptor` has open and /dev/null. By landlock(7), on Linux
+/// from 5.13 on where the kernel has that; elsewhere it can do what it could before.
 void confine_writing_in_child(int descriptor);
 
 /// Has programs that are run find none of the files but the standard streams that are open now:

@@ -9,8 +9,8 @@ constexpr int optional_service_count = 3;
 
 /// Every answer that the screens take and the apply sequence reads, and how far the apply sequence
 /// has come. It is never reset: going back keeps every answer, but for passwords that are applied.
-/// Texts are NUL-terminated and cut at
-/// their buffers' limits. An interface is an index into the interface table, 0 for all of them.
+/// Texts are NUL-terminated and cut at their buffers' limits. An interface is an index into the
+/// interface table, 0 for all of them.
 struct WizardSettings {
     char admin_password[51];
     char primary_domain[751];  ///< also where the default of the domain's location is put together

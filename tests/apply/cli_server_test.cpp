@@ -197,10 +197,10 @@ TEST_F(CliServerLogin, copes_with_a_greeting_that_comes_late_or_byte_by_byte) {
 TEST_F(CliServerLogin, knows_a_server_of_roots_from_one_of_the_servers_own_user) {
     EXPECT_EQ(logInWith(""), 0);
     EXPECT_TRUE(cli_server_is_root());
-    if (chown("/run/scratch", 12, 12) != 0)
-        GTEST_SKIP() << "a user namespace without other ids";
     EXPECT_EQ(server_stop(), 0);
     server.waitForEnd();
+    if (chown("/run/scratch", 12, 12) != 0)
+        GTEST_SKIP() << "a user namespace without other ids";
     server.runAsItsUser();
     EXPECT_EQ(logInWith(""), 0);
     EXPECT_FALSE(cli_server_is_root());

@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "apply/original_copy.h"
@@ -24,6 +26,7 @@ constexpr int interrupted = 7;
 class LongCopy : public InstalledServerCase {
   protected:
     static constexpr const char* config = InstalledServer::config;
+    static constexpr const char* pid_file = InstalledServer::pid_file;
     static constexpr const char* original = "/var/opt/teluma/run/teluma.cfg.beforewizard";
     static constexpr const char* unfinished = "/var/opt/teluma/run/teluma.cfg.beforewizard.new";
 
@@ -48,17 +51,57 @@ TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
 }
 
 TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
-    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+    EXPECT_EQ(endOf([] { _exit(keep_original(Descriptor(open(config, O_RDONLY)).get(), config)); },
                     [](int) { write_file(original, "first"); }),
               exited(0));
     EXPECT_EQ(read_file(original), "first");
     EXPECT_FALSE(exists(unfinished));
 }
 
-TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
-    EXPECT_EQ(endOf([] { config_prepare(config); },
-                    [](int) { _exit(exists("temp.cfg") && !exists(original) ? interrupted : 1); }),
+TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before_it_is_complete) {
+    EXPECT_EQ(endOf(
+                  [] {
+                      const Descriptor file(open(config, O_RDONLY));
+                      _exit(keep_original(file.get(), config) != 0 ? interrupted : 1);
+                  },
+                  [](int) {
+                      unlink(unfinished);
+                      write_file(unfinished, "half");
+                  }),
               exited(interrupted));
+    EXPECT_FALSE(exists(original));
+}
+
+// It would be a pid file of root's in which the server's user has written whom to signal.
+TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
+    if (server_user() == 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    chown(config, server_user(), server_user());
+    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+                    [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
+              exited(interrupted));
+    EXPECT_EQ(file_facts(pid_file).owner, server_user());
+}
+
+TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
+    EXPECT_EQ(
+        endOf([] { config_prepare(config); },
+              [](int) { _exit(exists("temp.cfg") && !exists(unfinished) ? interrupted : 1); }),
+        exited(interrupted));
+}
+
+TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_over_none) {
+    std::filesystem::create_directory("bin");
+    write_file("bin/cp", "#!/bin/sh\nmkdir /run/scratch/copied\n", 0755);
+    setenv("PATH", (std::filesystem::current_path() / "bin:" += getenv("PATH")).c_str(), 1);
+    EXPECT_EQ(endOf([] { _exit(config_prepare(config) == 1 && cli_port == 0 ? interrupted : 1); },
+                    [](int) {
+                        std::filesystem::rename(config, "/var/opt/teluma/run/away");
+                        write_file(config, "other");
+                    }),
+              exited(interrupted));
+    EXPECT_FALSE(exists("/run/scratch/copied"));
+    EXPECT_EQ(read_file(config), "other");
 }
 
 // A process of the server's user that has a lease on a file, fcntl(2), and does not give it back.

@@ -46,6 +46,11 @@ TEST_F(OpenOriginal, refuses_a_pipe_which_nobody_may_ever_write_to) {
     EXPECT_FALSE(opens("pipe"));
 }
 
+TEST_F(OpenOriginal, refuses_a_link_to_itself) {
+    ASSERT_EQ(symlink("circle", "circle"), 0);
+    EXPECT_FALSE(opens("circle"));
+}
+
 TEST_F(OpenOriginal, refuses_a_link_to_a_pipe) {
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
     ASSERT_EQ(symlink("pipe", "link"), 0);

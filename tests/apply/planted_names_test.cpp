@@ -1,13 +1,17 @@
 // What the server's user, who may own the directories of the server's files, puts in their place.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cstdarg>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "apply/cli_session.h"
 #include "apply/relay_filter.h"
@@ -36,6 +40,12 @@ int write_filter() {
 int install_sendmail() {
     return sendmail_install(1);
 }
+
+// A change of names that comes just before something of this name is opened.
+struct Exchange {
+    std::string name;
+    std::function<void()> change;
+} exchange;
 
 // A file of the server's, and what rewrites it or gives it away.
 struct ServersFile {
@@ -73,6 +83,19 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
                   exited(0));
     }
 
+    void plantLink() const {
+        plant([&] {
+            return unlink(file.c_str()) == 0 && symlink(victim.c_str(), file.c_str()) == 0;
+        });
+    }
+
+    void plantLinkToDirectory() const {
+        plant([&] {
+            return rename(directory.c_str(), (directory.string() + ".old").c_str()) == 0 &&
+                   symlink(victim.parent_path().c_str(), directory.c_str()) == 0;
+        });
+    }
+
     void expectRefused() const {
         EXPECT_EQ(GetParam().step(), GetParam().failure);
         expectVictimUntouched();
@@ -97,15 +120,22 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
 };
 
 TEST_P(Planted, link_to_a_file_of_roots_is_not_followed) {
-    plant([&] { return unlink(file.c_str()) == 0 && symlink(victim.c_str(), file.c_str()) == 0; });
+    plantLink();
     expectRefused();
 }
 
 TEST_P(Planted, link_in_the_place_of_the_directory_is_not_followed) {
-    plant([&] {
-        return rename(directory.c_str(), (directory.string() + ".old").c_str()) == 0 &&
-               symlink(victim.parent_path().c_str(), directory.c_str()) == 0;
-    });
+    plantLinkToDirectory();
+    expectRefused();
+}
+
+TEST_P(Planted, link_that_comes_between_the_look_and_the_open_is_not_followed) {
+    exchange = {file.filename(), [this] { plantLink(); }};
+    expectRefused();
+}
+
+TEST_P(Planted, link_to_a_directory_that_comes_between_the_look_and_the_open_is_not_followed) {
+    exchange = {directory.filename(), [this] { plantLinkToDirectory(); }};
     expectRefused();
 }
 
@@ -127,6 +157,14 @@ TEST_P(Planted, link_of_roots_in_a_directory_that_its_group_may_write_to_is_not_
     chmod(directory.c_str(), 0775);
     unlink(file.c_str());
     ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    expectRefused();
+}
+
+TEST_P(Planted, link_of_the_servers_user_in_a_directory_of_roots_is_not_followed) {
+    chown(directory.c_str(), 0, 0);
+    unlink(file.c_str());
+    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    ASSERT_EQ(lchown(file.c_str(), server_user(), server_user()), 0);
     expectRefused();
 }
 
@@ -179,6 +217,12 @@ class Swapped : public Planted {
 TEST_P(Swapped, for_a_link_to_a_file_of_roots_the_step_fails) {
     swapBefore("ln -sf " + victim.string() + " " + file.string());
     expectRefused();
+}
+
+TEST_P(Swapped, for_a_link_to_a_directory_of_roots_nothing_is_made_in_it) {
+    swapBefore("ln -sf " + victim.parent_path().string() + " " + file.string());
+    expectRefused();
+    EXPECT_FALSE(exists(victim.parent_path() / "temp.cfg"));
 }
 
 TEST_P(Swapped, and_back_again_nothing_else_is_written_to) {
@@ -253,8 +297,23 @@ TEST_F(ScriptOfServersUser, that_is_its_own_file_is_written_wherever_it_stands) 
     expectWritten("/run/scratch/script", server_user());
 }
 
-TEST_F(ScriptOfServersUser, that_is_roots_in_a_directory_of_the_servers_is_written) {
+TEST_F(ScriptOfServersUser, that_is_roots_beside_the_configuration_is_written) {
     expectWritten("/var/opt/teluma/run/script", 0);
 }
 
+TEST_F(ScriptOfServersUser, that_is_roots_among_the_domains_is_written) {
+    expectWritten("/var/opt/teluma/domains/script", 0);
+}
+
 }  // namespace
+
+// In the place of the C library's.
+extern "C" int openat(int directory, const char* name, int flags, ...) {
+    va_list arguments;
+    va_start(arguments, flags);
+    const auto mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    va_end(arguments);
+    if (exchange.change && exchange.name == name)
+        std::exchange(exchange.change, nullptr)();
+    return static_cast<int>(syscall(SYS_openat, directory, name, flags, mode));
+}

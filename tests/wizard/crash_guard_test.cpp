@@ -76,6 +76,18 @@ TEST_F(CrashGuard, gives_the_terminal_back_when_there_is_no_stack_left) {
     EXPECT_NE(pty.read().find(normal_screen), std::string::npos);
 }
 
+TEST_F(CrashGuard, leaves_the_terminal_alone_when_a_child_process_crashes) {
+    const auto crash_in_child = [] {
+        const pid_t child = checked(fork(), "fork");
+        if (child == 0)
+            raise(SIGSEGV);
+        waitpid(child, nullptr, 0);
+    };
+    EXPECT_EQ(statusAfter(crash_in_child), exited(7));
+    EXPECT_NE(pty.modes(), modes_before);
+    EXPECT_EQ(pty.read().find(normal_screen), std::string::npos);
+}
+
 TEST_F(CrashGuard, leaves_the_terminal_alone_at_a_signal_that_was_ignored_before) {
     EXPECT_EQ(statusAfter([] { raise(SIGQUIT); }), exited(7));
     EXPECT_NE(pty.modes(), modes_before);
