@@ -15,7 +15,8 @@
 
 namespace {
 
-// All that end a program by default and that the wizard neither holds nor ignores.
+// Those that end a program by default on every system and that the wizard neither holds nor
+// ignores. What SIGPOLL, SIGPWR and the like do differs.
 const int deadly_signals[] = {SIGSEGV, SIGBUS,  SIGILL,  SIGFPE,  SIGABRT,   SIGQUIT, SIGSYS,
                               SIGTRAP, SIGXCPU, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGALRM};
 

@@ -9,14 +9,11 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
-#include <iostream>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include "tests/support/descriptor.h"
@@ -24,133 +21,12 @@
 #include "tests/support/expect_screen.h"
 #include "tests/support/pty.h"
 #include "tests/support/wait_until.h"
+#include "tests/ui/terminal_output_test.h"
 
 namespace {
 
 constexpr const char* other_screen = "\x1b[?1049h";
 constexpr const char* normal_screen = "\x1b[?1049l";
-
-/// A program on a terminal; each case is one by itself.
-class TerminalOutputWithoutStore : public testing::Test {
-  protected:
-    TerminalOutputWithoutStore() {
-        setenv("TERM", "xterm-256color", 1);
-        for (const char* variable : {"LINES", "COLUMNS", "NCURSES_NO_UTF8_ACS"})
-            unsetenv(variable);
-        const Descriptor terminal = pty.openProgramSide();
-        dup2(terminal.get(), STDIN_FILENO);
-        dup2(terminal.get(), STDOUT_FILENO);
-        inherited_before = inheritedDescriptors();
-    }
-
-    ~TerminalOutputWithoutStore() override {
-        if (stdscr != nullptr && !isendwin())
-            endwin();
-        news();
-        dup2(output_before.get(), STDOUT_FILENO);
-        // A failure was told to the terminal.
-        if (HasFailure())
-            std::cout << all_bytes << std::flush;
-    }
-
-    /// What has reached the terminal since the last call.
-    std::string news() {
-        std::string bytes = pty.read();
-        emulator.feed(bytes);
-        all_bytes += bytes;
-        return bytes;
-    }
-
-    /// How many descriptors a program would get that is started now.
-    static int inheritedDescriptors() {
-        int count = 0;
-        for (int descriptor = 0; descriptor < 64; ++descriptor)
-            count += fcntl(descriptor, F_GETFD) == 0 ? 1 : 0;
-        return count;
-    }
-
-    static void open() {
-        EXPECT_TRUE(open_screen());
-        cbreak();
-        noecho();
-    }
-
-    static void limitResource(int resource, rlim_t most) {
-        rlimit limit{};
-        getrlimit(resource, &limit);
-        limit.rlim_cur = most;
-        setrlimit(resource, &limit);
-    }
-
-    void show() {
-        wnoutrefresh(stdscr);
-        show_frame();
-    }
-
-    void draw(int row, const std::string& text) { mvaddstr(row, 0, text.c_str()); }
-
-    /// On a kind of terminal that has but one screen, so that no switch of screens tells of the
-    /// attributes.
-    void showBoldTextWithoutOtherScreen() {
-        setenv("TERM", "vt220", 1);
-        open();
-        keep_output_back();
-        attron(A_BOLD);
-        draw(0, "bold");
-        show();
-    }
-
-    /// What is written behind curses' back is not bold.
-    void expectPlainText() {
-        EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
-        news();
-        const Position where = emulator.image().find("plain").value();
-        EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
-    }
-
-    static std::pair<int, int> size() { return {getmaxy(stdscr), getmaxx(stdscr)}; }
-
-    /// At a size that no terminal has; then it goes on to one that a terminal may have.
-    void expectToKeepItsSize() {
-        for (const auto& [rows, cols] : {std::pair(24, 65535), std::pair(4097, 80)}) {
-            pty.resize(rows, cols);
-            renew_screen();
-            EXPECT_EQ(size(), std::pair(24, 80));
-        }
-        pty.resize(34, 100);
-        renew_screen();
-        EXPECT_EQ(size(), std::pair(34, 100));
-    }
-
-    /// What it takes to show a line, with UTF-8.
-    std::string bytesOfLine() {
-        std::setlocale(LC_CTYPE, "C.UTF-8");
-        open();
-        keep_output_back();
-        show();
-        news();
-        mvhline(3, 0, ACS_HLINE, 70);
-        show();
-        return news();
-    }
-
-    std::string rowText(int row) {
-        const std::string text = emulator.image().rowText(row);
-        return text.substr(0, text.find_last_not_of(' ') + 1);
-    }
-
-    Descriptor output_before{dup(STDOUT_FILENO)};
-    Pty pty{24, 80};
-    TerminalModes modes_before = pty.modes();
-    int inherited_before = 0;
-    Emulator emulator{24, 80, "xterm-256color"};
-    std::string all_bytes;
-};
-
-class TerminalOutput : public TerminalOutputWithoutStore {
-  protected:
-    TerminalOutput() { open(); }
-};
 
 TEST_F(TerminalOutput, goes_through_before_it_is_kept_back) {
     draw(0, "through");
@@ -304,130 +180,6 @@ TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {
     EXPECT_EQ(news().find(normal_screen), std::string::npos);
 }
 
-TEST_F(TerminalOutput, goes_to_a_screen_of_the_new_size_from_then_on) {
-    keep_output_back();
-    draw(0, "before");
-    show();
-    news();
-    pty.resize(34, 100);
-    emulator.resize(34, 100);
-    renew_screen();
-    EXPECT_EQ(getmaxy(stdscr), 34);
-    EXPECT_EQ(getmaxx(stdscr), 100);
-    draw(33, "the new bottom");
-    show();
-    news();
-    EXPECT_EQ(rowText(0), "");
-    EXPECT_EQ(rowText(33), "the new bottom");
-}
-
-TEST_F(TerminalOutput, of_a_new_size_is_said_in_one_go) {
-    keep_output_back();
-    show();
-    news();
-    pty.resize(34, 100);
-    renew_screen();
-    EXPECT_EQ(news(), "");
-}
-
-TEST_F(TerminalOutput, has_the_keypad_on_when_the_size_has_changed) {
-    keep_output_back();
-    keypad(stdscr, TRUE);
-    show();
-    pty.resize(34, 100);
-    renew_screen();
-    show();
-    news();
-    EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
-}
-
-TEST_F(TerminalOutput, finds_the_modes_that_it_needs_when_the_size_changes) {
-    keep_output_back();
-    const TerminalModes modes_of_curses = pty.modes();
-    termios other{};
-    tcgetattr(STDIN_FILENO, &other);
-    other.c_lflag |= ICANON | ECHO;
-    tcsetattr(STDIN_FILENO, TCSANOW, &other);
-    renew_screen();
-    EXPECT_EQ(pty.modes(), modes_of_curses);
-}
-
-TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
-    keep_output_back();
-    pty.resize(0, 0);
-    renew_screen();
-    EXPECT_EQ(getmaxy(stdscr), 24);
-    EXPECT_EQ(getmaxx(stdscr), 80);
-}
-
-TEST_F(TerminalOutput, keeps_a_size_that_the_environment_prescribes) {
-    setenv("LINES", "24", 1);
-    keep_output_back();
-    pty.resize(34, 100);
-    renew_screen();
-    EXPECT_EQ(getmaxy(stdscr), 24);
-    EXPECT_EQ(getmaxx(stdscr), 100);
-    setenv("COLUMNS", "90", 1);
-    renew_screen();
-    EXPECT_EQ(getmaxy(stdscr), 24);
-    EXPECT_EQ(getmaxx(stdscr), 90);
-}
-
-TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescribes_none) {
-    keep_output_back();
-    int rows = 30;
-    for (const char* value : {"", "0", "-5", "many", "25x", "99999999999"}) {
-        setenv("LINES", value, 1);
-        pty.resize(++rows, 100);
-        renew_screen();
-        EXPECT_EQ(getmaxy(stdscr), rows) << value;
-    }
-}
-
-TEST_F(TerminalOutputWithoutStore,
-       begins_with_the_usual_size_where_the_terminal_tells_one_that_none_has) {
-    for (const auto& [rows, cols] : {std::pair(24, 65535), std::pair(4097, 80)}) {
-        pty.resize(rows, cols);
-        open();
-        EXPECT_EQ(size(), std::pair(24, 80));
-        endwin();
-    }
-}
-
-TEST_F(TerminalOutputWithoutStore, has_as_many_rows_and_columns_as_a_terminal_may) {
-    pty.resize(4096, 72);
-    open();
-    EXPECT_EQ(size(), std::pair(4096, 72));
-    keep_output_back();
-    pty.resize(20, 4096);
-    renew_screen();
-    EXPECT_EQ(size(), std::pair(20, 4096));
-}
-
-TEST_F(TerminalOutputWithoutStore,
-       has_the_size_of_the_terminal_where_the_environment_tells_one_that_none_has) {
-    pty.resize(30, 100);
-    for (const char* value : {"4097", "65535", "0x2000"}) {
-        setenv("LINES", value, 1);
-        setenv("COLUMNS", value, 1);
-        open();
-        EXPECT_EQ(size(), std::pair(30, 100));
-        endwin();
-    }
-}
-
-TEST_F(TerminalOutput, keeps_its_size_where_the_terminal_tells_one_that_none_has) {
-    keep_output_back();
-    expectToKeepItsSize();
-}
-
-TEST_F(TerminalOutputWithoutStore, keeps_its_size_where_the_terminal_tells_one_that_none_has) {
-    limitResource(RLIMIT_FSIZE, 16 << 20);
-    open();
-    keep_output_back();
-    expectToKeepItsSize();
-}
-
 TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
     showBoldTextWithoutOtherScreen();
     EXPECT_EQ(write(STDOUT_FILENO, "\x1b[m", 3), 3);
@@ -478,6 +230,12 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
     EXPECT_EQ(pty.modes(), modes_before);
     news();
     EXPECT_FALSE(emulator.alternateScreen());
+}
+
+TEST_F(TerminalOutputWithoutStore, is_none_where_the_cursor_does_not_move) {
+    setenv("TERM", "dumb", 1);
+    EXPECT_FALSE(open_screen());
+    EXPECT_EQ(news(), "");
 }
 
 TEST_F(TerminalOutputWithoutStore, goes_through_where_descriptors_are_few) {
