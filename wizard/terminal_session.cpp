@@ -82,12 +82,16 @@ void on_resize(int /*signal_number*/) {
 }
 
 void continue_wizard(int /*signal_number*/) {
+    const int errno_before = errno;
     retake_terminals();
     raise(SIGWINCH);
+    errno = errno_before;
 }
 
 void suspend_wizard(int signal_number) {
+    const int errno_before = errno;
     close_screen();
     stop_process(signal_number);
     on_resize(SIGWINCH);
+    errno = errno_before;
 }
