@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <string>
@@ -87,16 +86,9 @@ SCREEN* open_curses(FILE* stream) {
     return screen;
 }
 
-// On others, such as "dumb", all frames would stand below one another. Asked before curses starts,
-// which it can't undo without writing.
+// On others, such as "dumb", all frames would stand below one another.
 bool can_move_cursor() {
-    TERMINAL* const present = cur_term;
-    int error = 0;
-    if (setupterm(nullptr, STDOUT_FILENO, &error) == ERR)
-        return false;
-    const bool can = cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
-    del_curterm(set_curterm(present));
-    return can;
+    return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
 }
 
 bool repeats_as_in_ecma_48() {
@@ -225,7 +217,13 @@ bool open_screen() {
     remember_terminals();
     FILE* stream = stream_for_curses();
     const SizeGuard size_guard;
-    if (!can_move_cursor() || open_curses(stream) == nullptr) {
+    SCREEN* screen = open_curses(stream);
+    if (screen != nullptr && !can_move_cursor()) {
+        endwin();
+        delscreen(screen);
+        screen = nullptr;
+    }
+    if (screen == nullptr) {
         if (stream != stdout)
             std::fclose(stream);
         return false;

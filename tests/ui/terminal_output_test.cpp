@@ -232,12 +232,6 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
     EXPECT_FALSE(emulator.alternateScreen());
 }
 
-TEST_F(TerminalOutputWithoutStore, is_none_where_the_cursor_does_not_move) {
-    setenv("TERM", "dumb", 1);
-    EXPECT_FALSE(open_screen());
-    EXPECT_EQ(news(), "");
-}
-
 TEST_F(TerminalOutputWithoutStore, goes_through_where_descriptors_are_few) {
     // For a copy of each terminal's and one more.
     const int terminals = isatty(STDIN_FILENO) + isatty(STDOUT_FILENO) + isatty(STDERR_FILENO);

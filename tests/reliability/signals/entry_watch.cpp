@@ -12,7 +12,6 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <panel.h>
-#include <term.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -90,8 +89,8 @@ WATCHED(int, clearok, (WINDOW * w, bool on), (w, on))
 WATCHED(int, curs_set, (int visibility), (visibility))
 WATCHED(int, def_prog_mode, (), ())
 WATCHED(int, define_key, (const char* definition, int code), (definition, code))
-WATCHED(int, del_curterm, (TERMINAL * t), (t))
 WATCHED(int, del_panel, (PANEL * p), (p))
+WATCHED(void, delscreen, (SCREEN * s), (s))
 WATCHED(int, delwin, (WINDOW * w), (w))
 WATCHED(int, doupdate, (), ())
 WATCHED(int, endwin, (), ())
@@ -110,9 +109,7 @@ WATCHED(void, noqiflush, (), ())
 WATCHED(int, refresh, (), ())
 WATCHED(int, replace_panel, (PANEL * p, WINDOW* w), (p, w))
 WATCHED(int, resizeterm, (int rows, int cols), (rows, cols))
-WATCHED(TERMINAL*, set_curterm, (TERMINAL * t), (t))
 WATCHED(int, set_escdelay, (int milliseconds), (milliseconds))
-WATCHED(int, setupterm, (const char* type, int descriptor, int* error), (type, descriptor, error))
 WATCHED(int, show_panel, (PANEL * p), (p))
 WATCHED(int, start_color, (), ())
 WATCHED(int, ungetch, (int key), (key))
