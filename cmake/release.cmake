@@ -8,6 +8,12 @@ add_compile_options("$<$<CONFIG:Release>:-fPIE;-fstack-protector-strong>")
 add_compile_options("$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 add_compile_options("$<$<CONFIG:Release>:-Os;-ffunction-sections;-fdata-sections>")
 
+# The program catches no exceptions: one that is thrown ends it, as it would without these tables.
+set(flags_of_all "${CMAKE_CXX_FLAGS_RELEASE}")
+foreach(flag -fno-exceptions -fno-unwind-tables -fno-asynchronous-unwind-tables)
+  string(APPEND CMAKE_CXX_FLAGS_RELEASE " ${flag}")
+endforeach()
+
 check_ipo_supported(RESULT ipo_works LANGUAGES CXX)
 set(CMAKE_INTERPROCEDURAL_OPTIMIZATION_RELEASE ${ipo_works})
 

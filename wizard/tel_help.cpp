@@ -252,17 +252,18 @@ interf_addr* interfaces(int* count) {
         std::free(table);
         return nullptr;
     }
-    char records[interface_query_size];
+    // Not on the stack, whose pages stay in memory.
+    const std::unique_ptr<char[]> records(new char[interface_query_size]);
     ifconf query{};
-    query.ifc_len = sizeof(records);
-    query.ifc_buf = records;
+    query.ifc_len = interface_query_size;
+    query.ifc_buf = records.get();
     if (ioctl(query_socket, SIOCGIFCONF, &query) < 0) {
         close(query_socket);
         std::free(table);
         return nullptr;
     }
-    total =
-        collect_interfaces(query_socket, records, static_cast<std::size_t>(query.ifc_len), table);
+    total = collect_interfaces(query_socket, records.get(), static_cast<std::size_t>(query.ifc_len),
+                               table);
     close(query_socket);
     *count = total + 1;
     return table;
