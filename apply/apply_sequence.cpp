@@ -13,14 +13,14 @@
 #include "apply/server_process.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
-#include "ui/terminal_output.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
+#include "ui/terminal/terminal_output.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 #include "wizard/release_screens.h"
-#include "wizard/resource_limits.h"
-#include "wizard/screen_state.h"
-#include "wizard/secret.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/system/resource_limits.h"
+#include "wizard/system/secret.h"
 
 namespace {
 

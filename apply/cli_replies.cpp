@@ -9,7 +9,7 @@
 
 #include "apply/cli_session.h"
 #include "apply/cli_wire.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

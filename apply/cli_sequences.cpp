@@ -7,7 +7,7 @@
 
 #include "apply/cli_replies.h"
 #include "apply/cli_session.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -11,12 +11,12 @@
 #include "apply/server_account.h"
 #include "apply/server_config.h"
 #include "apply/server_process.h"
-#include "wizard/end_owners.h"
-#include "wizard/heap_text.h"
-#include "wizard/install_profile.h"
-#include "wizard/secret.h"
-#include "wizard/signal_gate.h"
-#include "wizard/tcp_client.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/system/end_owners.h"
+#include "wizard/system/secret.h"
+#include "wizard/system/signal_gate.h"
+#include "wizard/system/tcp_client.h"
 
 int cli_socket = -1;
 

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "wizard/secret.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/secret.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "apply/file_line.h"
 
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 bool read_file_line(std::FILE* file, FileLine& line) {
     FileLine next;

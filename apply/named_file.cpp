@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <utility>
 
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "apply/named_file.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -12,10 +12,10 @@
 #include "apply/named_file.h"
 #include "apply/server_account.h"
 #include "apply/working_copy.h"
-#include "wizard/heap_text.h"
-#include "wizard/install_profile.h"
-#include "wizard/private_directory.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/tel_help.h"
+#include "wizard/system/private_directory.h"
 
 namespace {
 

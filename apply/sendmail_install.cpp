@@ -11,8 +11,8 @@
 
 #include "apply/named_file.h"
 #include "apply/server_account.h"
-#include "wizard/child_process.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/tel_help.h"
+#include "wizard/system/child_process.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <pwd.h>
 
-#include "wizard/child_process.h"
+#include "wizard/system/child_process.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "apply/named_file.h"
 #include "apply/working_copy.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 char cli_host[256];
 std::uint16_t cli_port = 0;

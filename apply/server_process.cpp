@@ -14,9 +14,9 @@
 #include "apply/server_config.h"
 #include "apply/shell_command.h"
 #include "apply/working_copy.h"
-#include "wizard/install_profile.h"
-#include "wizard/secret.h"
-#include "wizard/signal_gate.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/system/secret.h"
+#include "wizard/system/signal_gate.h"
 
 int server_pid = 0;
 

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <functional>
 
-#include "wizard/child_process.h"
-#include "wizard/private_directory.h"
-#include "wizard/resource_limits.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/tel_help.h"
+#include "wizard/system/child_process.h"
+#include "wizard/system/private_directory.h"
+#include "wizard/system/resource_limits.h"
 
 namespace {
 

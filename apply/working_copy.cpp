@@ -8,7 +8,7 @@
 #include "apply/named_file.h"
 #include "apply/original_copy.h"
 #include "apply/shell_command.h"
-#include "wizard/private_directory.h"
+#include "wizard/system/private_directory.h"
 
 namespace {
 

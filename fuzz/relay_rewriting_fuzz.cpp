@@ -13,7 +13,7 @@
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/rewriting.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/tel_help.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "fuzz/reply_model.h"
 #include "fuzz/require.h"
 #include "tests/apply/scripted_peer.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "fuzz/window_text.h"
 #include "ui/pass_text_field.h"
 #include "ui/text_field.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include "screens/choice_screen.h"
 #include "ui/choice_list.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 Screen alias_screen{state_aliases};
 

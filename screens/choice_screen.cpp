@@ -6,7 +6,7 @@
 #include "ui/colours.h"
 #include "ui/format_label.h"
 #include "ui/line_breaker.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 
 #include "ui/label.h"
 #include "ui/pass_text_field.h"
-#include "wizard/install_profile.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
-#include "wizard/secret.h"
-#include "wizard/tel_help.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/tel_help.h"
+#include "wizard/base/wizard_settings.h"
+#include "wizard/system/secret.h"
 
 Screen domain_screen{state_domain};
 

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "wizard/host_facts.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 

@@ -8,17 +8,17 @@
 
 #include "screens/interface_rows.h"
 #include "screens/listeners.h"
-#include "screens/port_probe.h"
 #include "ui/colours.h"
 #include "ui/label.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
 #include "ui/text_field.h"
-#include "wizard/heap_text.h"
-#include "wizard/host_facts.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/system/port_probe.h"
 
 Screen webadmin_screen{state_webadmin};
 Screen service_screen{state_smtp};

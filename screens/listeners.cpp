@@ -1,6 +1,6 @@
 #include "screens/listeners.h"
 
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 const Listener listeners[listener_count] = {
     {state_webadmin, "Select WebAdmin Interface", "9000",

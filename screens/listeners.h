@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 /// One network listener of the server, as its screen knows it.
 struct Listener {

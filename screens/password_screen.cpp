@@ -6,10 +6,10 @@
 #include "ui/label.h"
 #include "ui/pass_text_field.h"
 #include "wizard/abort_wizard.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
-#include "wizard/secret.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
+#include "wizard/system/secret.h"
 
 Screen password_screen{state_password};
 

@@ -6,10 +6,10 @@
 
 #include "screens/choice_screen.h"
 #include "ui/choice_list.h"
-#include "wizard/host_facts.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 Screen relay_screen{state_relay};
 

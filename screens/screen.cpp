@@ -8,10 +8,10 @@
 #include "ui/list.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 #include "ui/text_field.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

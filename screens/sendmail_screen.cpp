@@ -5,9 +5,9 @@
 #include "apply/apply_sequence.h"
 #include "ui/format_label.h"
 #include "ui/line_breaker.h"
-#include "wizard/screen_moves.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_moves.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 Screen sendmail_screen{state_sendmail};
 

@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-#include "descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "text.h"
 
 namespace standin {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "delivery.h"
-#include "descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "session.h"
 
 namespace standin {

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace standin {
 

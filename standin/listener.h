@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace standin {
 

@@ -9,7 +9,7 @@
 
 #include "command_log.h"
 #include "connection.h"
-#include "descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "fault_book.h"
 #include "store.h"
 

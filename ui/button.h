@@ -13,10 +13,10 @@ class Button : public Window {
     void setLook(int newCaptionPair, int newEmphasis);
 
     /// The look of a button that has the keyboard, or of one that has not.
-    void setFocused(bool focused);
+    void setFocused(bool focused) override;
 
     /// Puts the cursor right behind the caption.
-    void placeCursor();
+    void placeCursor() override;
 
     void draw() override;
 

@@ -37,13 +37,14 @@ void ChoiceList::placeCursor() {
     wmove(cursesWindow, cursor, maxLength + 1);
 }
 
-void ChoiceList::onKey(int key) {
+int ChoiceList::onKey(int key) {
     if (key == key_space || key == key_enter) {
         checked[cursor] ^= 1U;
         draw();
     } else if (move_list_bar(cursor, count, key)) {
         draw();
     }
+    return key;
 }
 
 void ChoiceList::draw() {

@@ -21,11 +21,11 @@ class ChoiceList : public Window {
     unsigned char* getChecked(int* count) const;
 
     /// Puts the cursor behind the text under the bar.
-    void placeCursor();
+    void placeCursor() override;
 
     /// Inverts the entry under the bar on space and Enter, moves the bar on the up and down keys,
-    /// and draws.
-    void onKey(int key);
+    /// and draws. Returns the key.
+    int onKey(int key) override;
 
     /// Draws and hides the terminal's cursor.
     void draw() override;

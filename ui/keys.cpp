@@ -5,10 +5,10 @@
 
 #include <csignal>
 
-#include "ui/key_sequences.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/key_sequences.h"
+#include "ui/terminal/terminal_output.h"
 #include "ui/window.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -13,7 +13,7 @@ class Label : public Window {
     void setHighlight(int pair, int length);
 
     /// Marks the label of the input field that has the keyboard: all of it but its trailing colon.
-    void setFocused(bool focused);
+    void setFocused(bool focused) override;
 
     void draw() override;
 

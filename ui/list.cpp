@@ -26,9 +26,10 @@ void List::placeCursor() {
     wmove(cursesWindow, selected, maxLength + 1);
 }
 
-void List::onKey(int key) {
+int List::onKey(int key) {
     if (move_list_bar(selected, count, key))
         draw();
+    return key;
 }
 
 void List::draw() {

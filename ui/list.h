@@ -20,10 +20,10 @@ class List : public Window {
     void setSelected(int index);
 
     /// Puts the cursor behind the entry under the bar.
-    void placeCursor();
+    void placeCursor() override;
 
-    /// Moves the bar on the up and down keys, and draws.
-    void onKey(int key);
+    /// Moves the bar on the up and down keys, and draws. Returns the key.
+    int onKey(int key) override;
 
     void draw() override;
 

@@ -2,10 +2,10 @@
 
 #include <cstring>
 
-#include "screens/port_probe.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/system/port_probe.h"
 
 namespace {
 

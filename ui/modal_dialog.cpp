@@ -6,9 +6,9 @@
 #include "ui/keys.h"
 #include "ui/line_breaker.h"
 #include "ui/main_window.h"
-#include "ui/terminal_output.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
+#include "ui/terminal/terminal_output.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "wizard/secret.h"
+#include "wizard/system/secret.h"
 
 PassTextField::~PassTextField() {
     wipe(buffer.data(), buffer.size());

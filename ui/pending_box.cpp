@@ -6,10 +6,10 @@
 
 #include "ui/colours.h"
 #include "ui/main_window.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 #include "ui/window.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

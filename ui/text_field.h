@@ -16,13 +16,13 @@ class TextField : public Window {
     char* getText() const;
 
     /// Puts the cursor behind the last character shown.
-    void placeCursor();
+    void placeCursor() override;
 
     void draw() override;
 
     /// Takes a key of wgetch(3X): printable characters are appended while there is room, backspace
     /// removes the last one; the change is written to the curses window. Returns the key.
-    virtual int onKey(int key);
+    int onKey(int key) override;
 
     /// Replaces the text, with no regard to the longest accepted; null is ignored. Nothing is
     /// drawn.

@@ -3,7 +3,7 @@
 #include <curses.h>
 #include <panel.h>
 
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 /// The base of the toolkit: one curses window and one panel. Every widget is a Window, and a screen
 /// or a dialog is a plain Window used as a frame. Screens are composed by the panel stack, newest
@@ -28,6 +28,17 @@ class Window {
     virtual void touch();
 
     virtual ~Window();
+
+    /// Takes a key of wgetch(3X) that a screen has for the widget, and shows what it has changed.
+    /// Returns the key.
+    virtual int onKey(int key) { return key; }
+
+    /// Takes the look of a widget that has the keyboard, or of one that has not; the next draw()
+    /// shows it.
+    virtual void setFocused(bool /*focused*/) {}
+
+    /// Puts the curses window's cursor where it stands while the widget has the keyboard.
+    virtual void placeCursor() {}
 
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;

@@ -2,18 +2,18 @@
 #include <initializer_list>
 
 #include "screens/screen_list.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 #include "wizard/abort_wizard.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
-#include "wizard/private_directory.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/tel_help.h"
 #include "wizard/release_screens.h"
-#include "wizard/resource_limits.h"
 #include "wizard/screen_sequence.h"
-#include "wizard/signal_gate.h"
 #include "wizard/start_up.h"
 #include "wizard/summary.h"
-#include "wizard/tel_help.h"
+#include "wizard/system/private_directory.h"
+#include "wizard/system/resource_limits.h"
+#include "wizard/system/signal_gate.h"
 #include "wizard/terminal_session.h"
 
 int main() {

@@ -5,7 +5,7 @@
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
 #include "ui/window.h"
-#include "wizard/host_facts.h"
+#include "wizard/base/host_facts.h"
 
 void release_screens() {
     progress_hide_all();

@@ -7,7 +7,7 @@
 #include "screens/relay_screen.h"
 #include "screens/sendmail_screen.h"
 #include "screens/services_screen.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -9,12 +9,12 @@
 #include <cstdlib>
 
 #include "ui/colours.h"
-#include "ui/key_sequences.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/crash_guard.h"
+#include "ui/terminal/key_sequences.h"
+#include "ui/terminal/terminal_output.h"
 #include "ui/window.h"
-#include "wizard/crash_guard.h"
 #include "wizard/terminal_session.h"
 
 void fill_standard_descriptors() {

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "wizard/host_facts.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/wizard_settings.h"
 
 void print_summary() {
     const WizardSettings& settings = wizard_settings;

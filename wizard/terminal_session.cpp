@@ -13,13 +13,13 @@
 #include "ui/keys.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "ui/terminal_output.h"
-#include "ui/terminals.h"
+#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminals.h"
 #include "ui/window.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 #include "wizard/release_screens.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 void check_terminal_size() {
     screen_rows = getmaxy(stdscr);

@@ -5,8 +5,8 @@
 
 #include "apply/apply_sequence.h"
 #include "standin/text.h"
-#include "wizard/host_facts.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "tests/apply/curses_screen.h"
 #include "tests/apply/installed_server_case.h"
 #include "tests/support/screen_image.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 /// The apply sequence with a real screen and a real server: the last screen has just been left with
 /// the answers of a user who keeps every default, except that no network may relay and sendmail

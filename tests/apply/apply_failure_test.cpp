@@ -18,7 +18,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

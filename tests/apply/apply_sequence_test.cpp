@@ -15,8 +15,8 @@
 #include "tests/support/golden.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/host_facts.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

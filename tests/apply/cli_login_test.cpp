@@ -17,7 +17,7 @@
 #include "tests/support/files.h"
 #include "tests/support/temp_dir.h"
 #include "tests/support/waits.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "tests/apply/own_process.h"
 #include "tests/apply/scripted_session.h"
 #include "tests/support/case_name.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "apply/server_process.h"
 #include "tests/apply/installed_server_case.h"
 #include "tests/support/case_name.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -15,8 +15,8 @@
 #include "tests/apply/scripted_peer.h"
 #include "tests/support/case_name.h"
 #include "tests/support/waits.h"
-#include "wizard/heap_text.h"
-#include "wizard/signal_gate.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

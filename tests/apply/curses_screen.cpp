@@ -4,8 +4,8 @@
 
 #include "ui/main_window.h"
 #include "ui/window.h"
+#include "wizard/base/screen_state.h"
 #include "wizard/release_screens.h"
-#include "wizard/screen_state.h"
 #include "wizard/terminal_session.h"
 
 CursesScreen::CursesScreen(int rows, int cols) : terminal(rows, cols) {

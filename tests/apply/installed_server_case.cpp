@@ -4,8 +4,8 @@
 
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
 
 InstalledServerCase::InstalledServerCase() {
     std::signal(SIGPIPE, SIG_IGN);

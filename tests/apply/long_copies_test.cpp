@@ -17,7 +17,7 @@
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/other_user.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

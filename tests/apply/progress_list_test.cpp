@@ -13,7 +13,7 @@
 #include "tests/support/golden.h"
 #include "tests/support/waits.h"
 #include "ui/pending_box.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 #include "wizard/terminal_session.h"
 
 namespace {

@@ -11,8 +11,8 @@
 #include "tests/apply/small_directory.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
-#include "wizard/host_facts.h"
-#include "wizard/private_directory.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/system/private_directory.h"
 
 namespace {
 

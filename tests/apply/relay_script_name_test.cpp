@@ -11,7 +11,7 @@
 #include "tests/apply/scripted_session.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include "apply/server_config.h"
 #include "apply/server_process.h"
 #include "tests/support/files.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "tests/apply/failing_calloc.h"
 #include "tests/support/case_name.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "tests/apply/failing_fork.h"
 #include "tests/support/files.h"
 #include "tests/support/temp_dir.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

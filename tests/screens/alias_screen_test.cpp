@@ -8,8 +8,8 @@
 #include "tests/screens/long_texts.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "apply/apply_sequence.h"
 #include "screens/sendmail_screen.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 ApplyDouble apply_double;
 

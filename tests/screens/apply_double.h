@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 /// What stands in the place of the apply sequence here: it touches no server, notes how it was
 /// called and sends the user on.

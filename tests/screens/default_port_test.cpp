@@ -8,7 +8,7 @@
 #include "tests/screens/listener_rig.h"
 #include "tests/support/golden.h"
 #include "tests/support/local_port.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

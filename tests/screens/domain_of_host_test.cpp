@@ -7,7 +7,7 @@
 
 #include "tests/screens/domain_rig.h"
 #include "tests/support/descriptor.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "tests/screens/domain_rig.h"
 
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include "tests/screens/domain_rig.h"
 #include "tests/screens/long_texts.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

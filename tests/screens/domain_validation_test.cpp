@@ -4,8 +4,8 @@
 
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/domain_rig.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

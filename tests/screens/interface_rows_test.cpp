@@ -5,7 +5,7 @@
 #include "tests/screens/listener_rig.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/local_port.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "tests/support/key.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 void PrintTo(const ListenerFacts& listener, std::ostream* out) {
     *out << listener.name;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/screens/wizard_rig.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 /// A listener of the server as its screen has to be.
 struct ListenerFacts {

@@ -9,8 +9,8 @@
 #include "tests/support/case_name.h"
 #include "tests/support/golden.h"
 #include "tests/support/local_port.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "screens/port_probe.h"
+#include "wizard/system/port_probe.h"
 
 #include <dirent.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include "tests/support/local_port.h"
 #include "tests/support/open_descriptors.h"
 #include "tests/support/waits.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/local_port.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "tests/screens/screen_views.h"
 #include "tests/support/expect_screen.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

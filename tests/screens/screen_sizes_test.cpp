@@ -10,7 +10,7 @@
 #include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -11,13 +11,13 @@
 #include "tests/screens/apply_double.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 #include "wizard/release_screens.h"
 #include "wizard/screen_sequence.h"
-#include "wizard/screen_state.h"
 #include "wizard/terminal_session.h"
-#include "wizard/wizard_settings.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "standin/descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "standin/listener.h"
 #include "tests/support/cli_client.h"
 

@@ -5,27 +5,6 @@
 
 #include <cerrno>
 #include <system_error>
-#include <utility>
-
-Descriptor::~Descriptor() {
-    close();
-}
-
-Descriptor::Descriptor(Descriptor&& other) noexcept : value(std::exchange(other.value, -1)) {}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(value, other.value);
-    return *this;
-}
-
-void Descriptor::close() {
-    if (value >= 0)
-        ::close(std::exchange(value, -1));
-}
-
-int Descriptor::release() {
-    return std::exchange(value, -1);
-}
 
 Pipe make_pipe() {
     int ends[2];

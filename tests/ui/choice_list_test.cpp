@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tests/ui/ui_test.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "tests/ui/ui_test.h"
 #include "ui/colours.h"
 #include "ui/modal_dialog.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 /// The terminal as the dialogs find it: blue, in the domain screen. What a dialog has drawn last
 /// stays on the terminal after it has gone, until the screen under it is drawn again.

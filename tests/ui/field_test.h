@@ -4,7 +4,7 @@
 
 #include "tests/ui/ui_test.h"
 #include "ui/text_field.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 /// A field of class `Field` that takes 8 characters and shows 5 of them.
 template <class Field>

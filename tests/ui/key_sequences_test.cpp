@@ -1,6 +1,6 @@
 // What keyboards send that the descriptions of their terminals don't have.
 
-#include "ui/key_sequences.h"
+#include "ui/terminal/key_sequences.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 
 #include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // What is left of the things that curses says to terminals.
 
-#include "ui/output_thinner.h"
+#include "ui/terminal/output_thinner.h"
 
 #include <gtest/gtest.h>
 

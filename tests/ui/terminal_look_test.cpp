@@ -1,4 +1,4 @@
-#include "ui/terminal_look.h"
+#include "ui/terminal/terminal_look.h"
 
 #include <gtest/gtest.h>
 

@@ -11,7 +11,7 @@
 
 #include "tests/support/pty.h"
 #include "tests/ui/terminal_output_test.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 
 namespace {
 

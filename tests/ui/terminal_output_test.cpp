@@ -1,6 +1,6 @@
 // When what curses says reaches the terminal.
 
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 
 #include <curses.h>
 #include <fcntl.h>

@@ -14,7 +14,7 @@
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
 #include "tests/support/pty.h"
-#include "ui/terminal_output.h"
+#include "ui/terminal/terminal_output.h"
 
 /// A program on a terminal; each case is one by itself.
 class TerminalOutputWithoutStore : public testing::Test {

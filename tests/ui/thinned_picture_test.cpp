@@ -11,7 +11,7 @@
 #include "tests/support/curses_terminal.h"
 #include "tests/support/emulator.h"
 #include "tests/support/expect_screen.h"
-#include "ui/output_thinner.h"
+#include "ui/terminal/output_thinner.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 
 #include "tests/support/deadline.h"
 #include "ui/main_window.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "wizard/crash_guard.h"
+#include "ui/terminal/crash_guard.h"
 
 #include <curses.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 #include "tests/support/exit_status.h"
 #include "tests/support/pty.h"
-#include "ui/terminals.h"
+#include "ui/terminal/terminals.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The users at both ends of real connections.
 
-#include "wizard/end_owners.h"
+#include "wizard/system/end_owners.h"
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "wizard/end_owners.h"
+#include "wizard/system/end_owners.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "wizard/host_facts.h"
+#include "wizard/base/host_facts.h"
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -7,7 +7,7 @@
 
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "wizard/install_profile.h"
+#include "wizard/base/install_profile.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/heap_text.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 

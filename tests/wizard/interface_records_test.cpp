@@ -1,6 +1,6 @@
 // Lists of interfaces as the kernels of several systems give them, byte by byte.
 
-#include "wizard/interface_records.h"
+#include "wizard/base/interface_records.h"
 
 #include <gtest/gtest.h>
 

@@ -16,9 +16,9 @@
 #include <memory>
 
 #include "tests/wizard/netbsd_requests.h"
-#include "wizard/heap_text.h"
-#include "wizard/install_profile.h"
-#include "wizard/interface_records.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/interface_records.h"
 
 #define __NetBSD__ 1
-#include "wizard/tel_help.cpp"
+#include "wizard/base/tel_help.cpp"

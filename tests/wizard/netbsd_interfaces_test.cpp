@@ -9,8 +9,8 @@
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/netbsd_requests.h"
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/heap_text.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/tel_help.h"
 
 namespace {
 

@@ -16,8 +16,8 @@
 #include "tests/wizard/screen_session.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
 #include "wizard/terminal_session.h"
 
 namespace {

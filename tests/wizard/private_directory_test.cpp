@@ -1,6 +1,6 @@
 // In a sandbox whose /tmp is its own and empty.
 
-#include "wizard/private_directory.h"
+#include "wizard/system/private_directory.h"
 
 #include <gtest/gtest.h>
 #include <sys/mount.h>

@@ -10,7 +10,7 @@
 
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/tel_help.h"
+#include "wizard/base/tel_help.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include "tests/wizard/screen_session.h"
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
-#include "wizard/host_facts.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include "tests/support/expect_screen.h"
 #include "tests/support/local_port.h"
 #include "tests/wizard/screen_session.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
 #include "ui/window.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

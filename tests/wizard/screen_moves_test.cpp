@@ -1,4 +1,4 @@
-#include "wizard/screen_moves.h"
+#include "wizard/base/screen_moves.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "tests/support/case_name.h"
-#include "wizard/screen_state.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

@@ -10,13 +10,13 @@
 #include "tests/wizard/replaced_calls.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/screen_size.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
 #include "wizard/release_screens.h"
-#include "wizard/screen_size.h"
-#include "wizard/screen_state.h"
 #include "wizard/terminal_session.h"
-#include "wizard/wizard_settings.h"
 
 ScreenSession::ScreenSession(Size size) : terminal(size.rows, size.cols) {
     alarm(static_cast<unsigned>(patience().count() / 1000));

@@ -1,4 +1,4 @@
-#include "wizard/screen_size.h"
+#include "wizard/base/screen_size.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 #include <gtest/gtest.h>
 

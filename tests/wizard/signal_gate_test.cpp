@@ -1,4 +1,4 @@
-#include "wizard/signal_gate.h"
+#include "wizard/system/signal_gate.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

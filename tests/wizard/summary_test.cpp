@@ -7,9 +7,9 @@
 
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/host_facts.h"
-#include "wizard/install_profile.h"
-#include "wizard/wizard_settings.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 

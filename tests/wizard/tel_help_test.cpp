@@ -1,4 +1,4 @@
-#include "wizard/tel_help.h"
+#include "wizard/base/tel_help.h"
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -18,8 +18,8 @@
 #include "tests/support/other_user.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
-#include "wizard/heap_text.h"
-#include "wizard/install_profile.h"
+#include "wizard/base/heap_text.h"
+#include "wizard/base/install_profile.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "wizard/wizard_settings.h"
+#include "wizard/base/wizard_settings.h"
 
 #include <gtest/gtest.h>
 

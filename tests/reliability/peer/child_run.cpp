@@ -15,8 +15,8 @@
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 #include "wizard/abort_wizard.h"
-#include "wizard/screen_state.h"
-#include "wizard/signal_gate.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <numeric>
 
 #include "tests/apply/step_commands.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 

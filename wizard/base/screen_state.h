@@ -1,0 +1,40 @@
+#pragma once
+
+/// Values of `screen_state`: the screens in the order of the walk, then what can stand on top of
+/// them. A dialog keeps the value that it found and puts it back when it closes, so that a redraw
+/// after a resize knows what is on top.
+enum ScreenState {
+    state_password = 0,
+    state_domain = 1,
+    state_aliases = 2,
+    state_webadmin = 3,
+    state_smtp = 4,
+    state_services = 5,
+    state_pop3 = 6,
+    state_imap = 7,
+    state_webmail = 8,
+    state_relay = 9,
+    state_sendmail = 10,
+    screen_count = 11,
+
+    state_message = 100,
+    state_yes_no = 101,
+    state_pending = 102,
+    state_end = 103,  ///< leaves the screen sequence
+    state_retry_back = 104
+};
+
+/// How the wizard has ended.
+enum class WizardEnd {
+    not_yet,
+    completed,     ///< everything has been applied
+    left,          ///< by the "Exit" button
+    without_login  ///< the server did not let the wizard in
+};
+
+/// What is on the screen now.
+extern int screen_state;
+
+/// The focus number of the screen of a state 0 to 10: which of its controls has the keyboard. The
+/// SMTP, POP3, IMAP and WebMail states share one, as they share a screen.
+int& screen_focus(int state);

@@ -1,0 +1,364 @@
+#include "wizard/base/tel_help.h"
+
+// clang-format off
+// Older BSDs want these two before <net/if.h>, whose structures hold socket addresses: netintro(4).
+#include <sys/types.h>
+#include <sys/socket.h>
+// clang-format on
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/mman.h>
+#include <sys/select.h>
+#include <sys/utsname.h>
+#include <unistd.h>
+#if defined(__linux__)
+#include <sys/prctl.h>
+#endif
+#if __has_include(<linux/landlock.h>)
+#include <linux/landlock.h>
+#include <sys/syscall.h>
+#endif
+#if defined(__sun)
+// The requests about interfaces, if_tcp(7P), and sysinfo(2).
+#include <sys/sockio.h>
+#include <sys/systeminfo.h>
+#endif
+
+#include <cassert>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "wizard/base/heap_text.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/base/interface_records.h"
+
+int os_kind_named(const char* system_name) {
+    static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
+                                                     "SunOS"};
+    for (int kind = 0; kind < os_kind_count; ++kind) {
+        if (std::strcmp(system_name, names[kind]) == 0)
+            return kind;
+    }
+    return -1;
+}
+
+int detect_os() {
+    struct utsname host {};
+    if (uname(&host) == -1)
+        return 1;
+    const int kind = os_kind_named(host.sysname);
+    if (kind != -1)
+        os_kind = kind;
+    return 0;
+}
+
+void host_domain_name(char* name, std::size_t size) {
+    name[0] = '\0';
+#if defined(__sun)
+    // There is no getdomainname, but sysinfo(2) knows the same name; it is empty where none is set.
+    sysinfo(SI_SRPC_DOMAIN, name, static_cast<long>(size));
+#else
+    // Unset, the name is empty on the BSDs, getdomainname(3), and "(none)" on Linux,
+    // getdomainname(2). The second parameter is a size_t, on FreeBSD an int.
+    if (getdomainname(name, static_cast<int>(size)) != 0)
+        name[0] = '\0';
+#endif
+    name[size - 1] = '\0';
+}
+
+int nameless_file() {
+#ifdef MFD_CLOEXEC
+    return memfd_create("terminal", MFD_CLOEXEC);
+#else
+    return -1;
+#endif
+}
+
+bool has_one_user() {
+    // Only Linux has this file: the first id inside, that outside, how many.
+    std::FILE* map = std::fopen("/proc/self/uid_map", "re");
+    if (map == nullptr)
+        return false;
+    unsigned long inside = 0;
+    unsigned long outside = 0;
+    unsigned long count = 0;
+    unsigned long second = 0;
+    const int numbers = std::fscanf(map, "%lu %lu %lu %lu", &inside, &outside, &count, &second);
+    std::fclose(map);
+    return numbers == 3 && count == 1;
+}
+
+#ifdef SYS_landlock_create_ruleset
+void confine_writing_in_child(int descriptor) {
+    landlock_ruleset_attr handled{};
+    handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG;
+    const auto rules =
+        static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof(handled), 0));
+    for (const int writable : {descriptor, open("/dev/null", O_RDONLY | O_CLOEXEC)}) {
+        landlock_path_beneath_attr rule{};
+        rule.allowed_access = LANDLOCK_ACCESS_FS_WRITE_FILE;
+        rule.parent_fd = writable;
+        if (syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == -1)
+            return;
+    }
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0)
+        syscall(SYS_landlock_restrict_self, rules, 0);
+}
+#else
+void confine_writing_in_child(int /*descriptor*/) {}
+#endif
+
+void keep_open_files_from_children() {
+    constexpr int first = STDERR_FILENO + 1;
+#ifdef CLOSE_RANGE_CLOEXEC
+    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+#endif
+    // The limit does not tell where to end: it may have been lowered since, or allow a billion.
+    constexpr int end = 65536;
+    for (int descriptor = first; descriptor < end; ++descriptor)
+        fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
+
+void forbid_core_dumps() {
+#ifdef PR_SET_DUMPABLE
+    prctl(PR_SET_DUMPABLE, 0);
+#endif
+}
+
+int wait_for_event(int descriptor, short event, const sigset_t& mask) {
+#ifdef HAVE_PPOLL
+    pollfd waiting{descriptor, event, 0};
+    if (descriptor < 0)
+        return EBADF;
+    if (ppoll(&waiting, 1, nullptr, &mask) == -1)
+        return errno;
+    return (waiting.revents & POLLNVAL) != 0 ? EBADF : 0;
+#else
+    if (descriptor < 0 || descriptor >= FD_SETSIZE)
+        return EBADF;
+    fd_set waiting;
+    FD_ZERO(&waiting);
+    FD_SET(descriptor, &waiting);
+    fd_set* readable = event == POLLIN ? &waiting : nullptr;
+    fd_set* writable = event == POLLOUT ? &waiting : nullptr;
+    return pselect(descriptor + 1, readable, writable, nullptr, nullptr, &mask) == -1 ? errno : 0;
+#endif
+}
+
+namespace {
+
+// Room for 227 records even on NetBSD, where one takes 144 bytes.
+constexpr std::size_t interface_query_size = 32768;
+
+// On FreeBSD and OpenBSD a socket address carries its length, and the address of a link is longer
+// than a plain sockaddr: netintro(4). On NetBSD the address carries its length too, but has room in
+// a struct ifreq, which is larger there. On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4
+// addresses are listed, all alike.
+constexpr InterfaceRecordLayout record_layout = {
+    sizeof(ifreq),
+    sizeof(ifreq::ifr_name),
+#if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
+    true,
+#else
+    false,
+#endif
+};
+
+void copy_address(char (&text)[256], const sockaddr& address) {
+    sockaddr_in inet{};
+    std::memcpy(&inet, &address, sizeof(inet));
+    std::snprintf(text, sizeof(text), "%s", inet_ntoa(inet.sin_addr));
+}
+
+// Asks for the netmask of the address in `record`; false when that fails.
+bool ask_netmask(int query_socket, const ifreq& record, interf_addr& entry) {
+#if defined(__NetBSD__)
+    // There SIOCGIFNETMASK answers for the first address of the interface, whichever is given.
+    ifaliasreq answer{};
+    std::memcpy(answer.ifra_name, record.ifr_name, sizeof(answer.ifra_name));
+    answer.ifra_addr = record.ifr_addr;
+    const bool answered = ioctl(query_socket, SIOCGIFALIAS, &answer) == 0;
+    const sockaddr& netmask = answer.ifra_mask;
+#else
+    ifreq answer = record;
+    const bool answered = ioctl(query_socket, SIOCGIFNETMASK, &answer) == 0;
+    const sockaddr& netmask = answer.ifr_addr;
+#endif
+    if (answered)
+        copy_address(entry.netmask, netmask);
+    return answered;
+}
+
+// Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
+// is up. The requests overwrite the record that they are given, so each gets a copy.
+bool describe_interface(int query_socket, const ifreq& record, interf_addr& entry) {
+    if (record.ifr_addr.sa_family != AF_INET)
+        return false;
+    ifreq answer = record;
+    if (ioctl(query_socket, SIOCGIFADDR, &answer) < 0)
+        return false;
+    std::snprintf(entry.name, sizeof(entry.name), "%.*s", static_cast<int>(sizeof(record.ifr_name)),
+                  record.ifr_name);
+    // Not the answer's: on NetBSD that is the first address of the interface.
+    copy_address(entry.address, record.ifr_addr);
+
+    answer = record;
+    if (ioctl(query_socket, SIOCGIFFLAGS, &answer) < 0 || (answer.ifr_flags & IFF_UP) == 0)
+        return false;
+    return ask_netmask(query_socket, record, entry);
+}
+
+// Appends the interfaces of the kernel's answer behind entry 0; returns how many were appended.
+int collect_interfaces(int query_socket, const char* records, std::size_t length,
+                       interf_addr* table) {
+    int total = 0;
+    for (const std::size_t at : interface_record_offsets(records, length, record_layout)) {
+        if (total + 1 == interface_table_size)
+            break;
+        ifreq record;
+        std::memcpy(&record, records + at, sizeof(record));
+        if (describe_interface(query_socket, record, table[total + 1]))
+            ++total;
+    }
+    // An interface that was not counted may have left its name here, where a reader takes the end
+    // of the table from an empty one.
+    if (total + 1 < interface_table_size)
+        table[total + 1] = interf_addr{};
+    return total;
+}
+
+}  // namespace
+
+interf_addr* interfaces(int* count) {
+    auto* table = static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
+    if (table == nullptr)
+        return nullptr;
+    int total = 0;
+    std::snprintf(table[0].name, sizeof(table[0].name), "all");
+    std::snprintf(table[0].address, sizeof(table[0].address), "0.0.0.0");
+    assert(!total);
+
+    const int query_socket = socket(AF_INET, SOCK_DGRAM, 0);
+    if (query_socket < 0) {
+        std::free(table);
+        return nullptr;
+    }
+    // Not on the stack, whose pages stay in memory.
+    const std::unique_ptr<char[]> records(new char[interface_query_size]);
+    ifconf query{};
+    query.ifc_len = interface_query_size;
+    query.ifc_buf = records.get();
+    if (ioctl(query_socket, SIOCGIFCONF, &query) < 0) {
+        close(query_socket);
+        std::free(table);
+        return nullptr;
+    }
+    total = collect_interfaces(query_socket, records.get(), static_cast<std::size_t>(query.ifc_len),
+                               table);
+    close(query_socket);
+    *count = total + 1;
+    return table;
+}
+
+char* octet_at(const char* dotted, int position) {
+    constexpr std::size_t octet_size = 5;
+    auto* octet = static_cast<char*>(std::calloc(octet_size, 1));
+    const std::size_t length = std::strlen(dotted);
+    auto from = static_cast<std::size_t>(position);
+    for (std::size_t i = 0; i + 1 < octet_size && from < length && dotted[from] != '.'; ++i)
+        octet[i] = dotted[from++];
+    return octet;
+}
+
+namespace {
+
+constexpr std::size_t network_text_size = 50;
+
+char* network_text(const char* text) {
+    auto* copy = static_cast<char*>(std::malloc(network_text_size));
+    std::snprintf(copy, network_text_size, "%s", text);
+    return copy;
+}
+
+relay_network copy_network(const char* network, const char* netmask) {
+    return {network_text(network), network_text(netmask), 0};
+}
+
+relay_network network_of(const interf_addr& entry) {
+    in_addr network{};
+    network.s_addr = inet_addr(entry.netmask) & inet_addr(entry.address);
+    return copy_network(inet_ntoa(network), entry.netmask);
+}
+
+// True when `wider` has an octet "0" at the first place where the two texts differ and they agree
+// on the first octet: 192.168.0.0 holds 192.168.1.0.
+bool network_holds(const char* wider, const char* narrower) {
+    const int last = static_cast<int>(std::strlen(wider)) - 1;
+    int position = 0;
+    while (position < last) {
+        const HeapText wider_octet(octet_at(wider, position));
+        const HeapText octet(octet_at(narrower, position));
+        if (std::strcmp(wider_octet.get(), octet.get()) != 0)
+            return position > 0 && std::strcmp(wider_octet.get(), "0") == 0;
+        position += static_cast<int>(std::strlen(octet.get())) + 1;
+    }
+    return false;
+}
+
+// Marks what `latest` makes superfluous among the records before it, or itself where an earlier
+// record is the same network. Only a later network can drop an earlier one.
+void mark_covered(relay_network* earlier, int count, relay_network& latest) {
+    for (int i = 0; i < count; ++i) {
+        relay_network& record = earlier[i];
+        if (std::strcmp(record.network, latest.network) == 0)
+            latest.covered = 1;
+        else if (std::strcmp(record.netmask, latest.netmask) != 0 &&
+                 network_holds(latest.network, record.network))
+            record.covered = 1;
+    }
+}
+
+relay_network* new_relay_list() {
+    return static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
+}
+
+}  // namespace
+
+relay_network* relay_networks(int* count) {
+    relay_network* found = new_relay_list();
+    relay_network* distinct = new_relay_list();
+    int found_count = 0;
+    int entries = 0;
+    const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&entries));
+    for (int i = 1; i < entries && found_count + 1 < relay_list_size; ++i) {
+        found[found_count] = network_of(table.get()[i]);
+        mark_covered(found, found_count, found[found_count]);
+        ++found_count;
+    }
+    *count = 0;
+    for (int i = 0; i < found_count; ++i) {
+        if (!found[i].covered)
+            distinct[(*count)++] = copy_network(found[i].network, found[i].netmask);
+    }
+    free_relay_networks(found);
+    return distinct;
+}
+
+void free_relay_networks(relay_network* list) {
+    if (list == nullptr)
+        return;
+    for (relay_network* record = list; record->network != nullptr; ++record) {
+        std::free(record->network);
+        std::free(record->netmask);
+    }
+    std::free(list);
+}

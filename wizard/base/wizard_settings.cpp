@@ -1,0 +1,3 @@
+#include "wizard/base/wizard_settings.h"
+
+WizardSettings wizard_settings{};

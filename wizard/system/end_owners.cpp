@@ -1,0 +1,102 @@
+#include "wizard/system/end_owners.h"
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+namespace {
+
+// How the tables print one end: the words of its address in hexadecimal, each as this machine reads
+// it, and the port.
+struct PrintedEnd {
+    std::string text;
+    std::string as_ipv6;
+
+    explicit PrintedEnd(const sockaddr_in& end) {
+        char printed[64];
+        std::snprintf(printed, sizeof(printed), "%08X:%04X",
+                      static_cast<unsigned>(end.sin_addr.s_addr), ntohs(end.sin_port));
+        text = printed;
+        // ::ffff:0:0/96
+        std::snprintf(printed, sizeof(printed), "%08X%08X%08X", 0U, 0U,
+                      static_cast<unsigned>(htonl(0xffff)));
+        as_ipv6 = printed + text;
+    }
+
+    bool is(const char* field) const { return text == field || as_ipv6 == field; }
+};
+
+using AskForAddress = int(int, sockaddr*, socklen_t*);
+
+bool ask_for(AskForAddress* ask, int descriptor, sockaddr_in& address) {
+    socklen_t size = sizeof(address);
+    return ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
+}
+
+// An address of another host can't be given to a socket of this one.
+bool is_own_address(const sockaddr_in& address) {
+    sockaddr_in any_port = address;
+    any_port.sin_port = 0;
+    const int probe = socket(AF_INET, SOCK_DGRAM, 0);
+    const bool is_foreign =
+        probe != -1 &&
+        bind(probe, reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == -1 &&
+        errno == EADDRNOTAVAIL;
+    close(probe);
+    return !is_foreign;
+}
+
+// The kernel has the tables of connections; a process that is out of descriptors can't see them.
+bool lists_connections() {
+    return access("/proc/net/tcp", F_OK) == 0;
+}
+
+bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
+    for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
+        std::FILE* table = std::fopen(path, "r");
+        const bool found = table != nullptr && find_owner(table, own, remote, owner);
+        if (table != nullptr)
+            std::fclose(table);
+        if (found)
+            return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
+    const PrintedEnd own_end(own);
+    const PrintedEnd remote_end(remote);
+    char line[512];
+    while (std::fgets(line, sizeof(line), table) != nullptr) {
+        char local_field[64];
+        char remote_field[64];
+        unsigned user = 0;
+        unsigned long inode = 0;
+        // Between the addresses and the user: state, queues, timer, retransmissions; behind it the
+        // timeout.
+        const int fields = std::sscanf(line, " %*s %63s %63s %*s %*s %*s %*s %u %*s %lu",
+                                       local_field, remote_field, &user, &inode);
+        if (fields == 4 && inode != 0 && own_end.is(local_field) && remote_end.is(remote_field)) {
+            owner = user;
+            return true;
+        }
+    }
+    return false;
+}
+
+EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer) {
+    sockaddr_in local{};
+    sockaddr_in remote{};
+    if (!ask_for(getsockname, descriptor, local) || !ask_for(getpeername, descriptor, remote))
+        return EndOwners::missing;
+    if (!lists_connections() || !is_own_address(remote))
+        return EndOwners::unlistable;
+    const bool both =
+        find_listed_owner(local, remote, own) && find_listed_owner(remote, local, peer);
+    return both ? EndOwners::known : EndOwners::missing;
+}

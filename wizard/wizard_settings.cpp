@@ -1,3 +1,0 @@
-#include "wizard/wizard_settings.h"
-
-WizardSettings wizard_settings{};
