@@ -1,5 +1,6 @@
 #include "apply/cli_wire.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -18,7 +19,7 @@ bool must_wait(ssize_t result) {
 // As read(2) of one byte on a descriptor that blocks.
 ssize_t read_byte(int descriptor, char& byte) {
     ssize_t result = read(descriptor, &byte, 1);
-    while (must_wait(result) && wait_readable(descriptor) == 0)
+    while (must_wait(result) && wait_for(descriptor, POLLIN) == 0)
         result = read(descriptor, &byte, 1);
     return result;
 }
@@ -26,7 +27,7 @@ ssize_t read_byte(int descriptor, char& byte) {
 // As write(2) on a descriptor that blocks.
 ssize_t write_some(int descriptor, const char* bytes, size_t count) {
     ssize_t result = write(descriptor, bytes, count);
-    while (must_wait(result) && wait_writable(descriptor) == 0)
+    while (must_wait(result) && wait_for(descriptor, POLLOUT) == 0)
         result = write(descriptor, bytes, count);
     return result;
 }

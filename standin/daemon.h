@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace standin {
 

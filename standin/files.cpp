@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace standin {
 

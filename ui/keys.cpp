@@ -66,7 +66,7 @@ int read_key(const Window& widget) {
         if (in_vain == enough_in_vain)
             hang_up();
         send_output();
-        wait_readable(STDIN_FILENO);
+        wait_for(STDIN_FILENO, POLLIN);
     }
 }
 

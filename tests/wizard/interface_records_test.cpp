@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/case_name.h"
+
 namespace {
 
 using Offsets = std::vector<std::size_t>;
@@ -17,91 +19,73 @@ constexpr InterfaceRecordLayout sun_os = {32, 16, false};
 constexpr InterfaceRecordLayout free_bsd = {32, 16, true};  // and OpenBSD
 constexpr InterfaceRecordLayout net_bsd = {144, 16, true};  // its ifreq holds any address
 
-constexpr int bsd_af_inet = 2;
-constexpr int bsd_af_link = 18;
-constexpr int bsd_af_inet6 = 28;
-
 std::string padded(const std::string& text, std::size_t size) {
     return text + std::string(size > text.size() ? size - text.size() : 0, '\0');
 }
 
-// An address that begins with its length and family, as the BSDs have it.
-std::string bsd_address(int length, int family) {
+// An address that begins with its length and family, as the BSDs have it, IPv4 unless told
+// otherwise.
+std::string bsd_address(int length, int family = 2) {
     const std::string head = {static_cast<char>(length), static_cast<char>(family)};
     return padded(head, static_cast<std::size_t>(length));
 }
 
-// An IPv4 address that begins with the family alone, in the order of a little machine.
-std::string plain_address() {
-    return padded({'\2', '\0'}, 16);
+constexpr int link_family = 18;
+constexpr int ipv6_family = 28;
+
+// IPv4 addresses that begin with the family alone, in the order of a little and of a big machine.
+const std::string little_address = padded({'\2', '\0'}, 16);
+const std::string big_address = padded({'\0', '\2'}, 16);
+
+struct List {
+    const char* name;
+    InterfaceRecordLayout layout;
+    std::vector<std::string> addresses;
+    std::size_t cut;  // how many bytes are missing at the end
+    Offsets offsets;
+};
+
+const List lists[] = {
+    {"of_no_records", linux_64_bit, {}, 0, {}},
+    {"of_linux", linux_64_bit, {little_address, little_address, big_address}, 0, {0, 40, 80}},
+    {"of_linux_with_32_bits", linux_32_bit, {little_address, little_address}, 0, {0, 32}},
+    {"of_a_big_machine_running_sunos", sun_os, {big_address, big_address}, 0, {0, 32}},
+    {"with_link_and_ipv6_addresses_on_freebsd_and_openbsd",
+     free_bsd,
+     {bsd_address(54, link_family), bsd_address(16), bsd_address(28, ipv6_family), bsd_address(16)},
+     0,
+     {0, 70, 102, 146}},
+    {"with_addresses_shorter_than_a_plain_one",
+     free_bsd,
+     {bsd_address(6, link_family), bsd_address(0), bsd_address(16)},
+     0,
+     {0, 32, 64}},
+    {"with_the_longest_address",
+     free_bsd,
+     {bsd_address(255, link_family), bsd_address(16)},
+     0,
+     {0, 271}},
+    {"of_netbsd_whatever_the_addresses",
+     net_bsd,
+     {bsd_address(54, link_family), bsd_address(28, ipv6_family), bsd_address(16)},
+     0,
+     {0, 144, 288}},
+    {"cut_in_the_second_record", free_bsd, {bsd_address(16), bsd_address(16)}, 1, {0}},
+    {"cut_in_the_only_record", free_bsd, {bsd_address(16)}, 1, {}},
+    {"cut_in_the_address", free_bsd, {bsd_address(54, link_family)}, 30, {0}},
+};
+
+class InterfaceRecords : public testing::TestWithParam<List> {};
+
+TEST_P(InterfaceRecords, are_found_where_they_stand) {
+    const InterfaceRecordLayout& layout = GetParam().layout;
+    std::string list;
+    for (const std::string& address : GetParam().addresses)
+        list += padded(padded("eth0", layout.name_size) + address, layout.record_size);
+    EXPECT_EQ(interface_record_offsets(list.data(), list.size() - GetParam().cut, layout),
+              GetParam().offsets);
 }
 
-std::string record(const std::string& name, const std::string& address,
-                   const InterfaceRecordLayout& layout) {
-    return padded(padded(name, layout.name_size) + address, layout.record_size);
-}
-
-Offsets offsets_in(const std::string& list, const InterfaceRecordLayout& layout) {
-    return interface_record_offsets(list.data(), list.size(), layout);
-}
-
-TEST(InterfaceRecords, stand_at_equal_distances_on_linux) {
-    for (const InterfaceRecordLayout& layout : {linux_64_bit, linux_32_bit}) {
-        const std::string list = record("lo", plain_address(), layout) +
-                                 record("eth0", plain_address(), layout) +
-                                 record("eth1", plain_address(), layout);
-        EXPECT_EQ(offsets_in(list, layout),
-                  (Offsets{0, layout.record_size, 2 * layout.record_size}));
-    }
-}
-
-TEST(InterfaceRecords, of_a_big_machine_running_sunos_have_no_length_in_the_family) {
-    const std::string list =
-        record("lo0", padded({'\0', '\2'}, 16), sun_os) + record("net0", plain_address(), sun_os);
-    EXPECT_EQ(offsets_in(list, sun_os), (Offsets{0, 32}));
-}
-
-TEST(InterfaceRecords, with_link_and_ipv6_addresses_are_longer_on_freebsd_and_openbsd) {
-    const std::string list = record("em0", bsd_address(54, bsd_af_link), free_bsd) +
-                             record("em0", bsd_address(16, bsd_af_inet), free_bsd) +
-                             record("em0", bsd_address(28, bsd_af_inet6), free_bsd) +
-                             record("lo0", bsd_address(16, bsd_af_inet), free_bsd);
-    EXPECT_EQ(offsets_in(list, free_bsd), (Offsets{0, 70, 102, 146}));
-    EXPECT_EQ(list.substr(70, 3), "em0");
-    EXPECT_EQ(list.substr(146, 3), "lo0");
-}
-
-TEST(InterfaceRecords, with_an_address_shorter_than_a_plain_one_take_a_whole_record) {
-    const std::string list = record("tun0", bsd_address(6, bsd_af_link), free_bsd) +
-                             record("lo0", bsd_address(0, bsd_af_inet), free_bsd) +
-                             record("em0", bsd_address(16, bsd_af_inet), free_bsd);
-    EXPECT_EQ(offsets_in(list, free_bsd), (Offsets{0, 32, 64}));
-}
-
-TEST(InterfaceRecords, stand_at_equal_distances_on_netbsd_whatever_their_addresses) {
-    const std::string list = record("wm0", bsd_address(54, bsd_af_link), net_bsd) +
-                             record("wm0", bsd_address(28, bsd_af_inet6), net_bsd) +
-                             record("wm0", bsd_address(16, bsd_af_inet), net_bsd);
-    EXPECT_EQ(offsets_in(list, net_bsd), (Offsets{0, 144, 288}));
-}
-
-TEST(InterfaceRecords, with_the_longest_address_are_passed_over_whole) {
-    const std::string list = record("odd0", bsd_address(255, bsd_af_link), free_bsd) +
-                             record("lo0", bsd_address(16, bsd_af_inet), free_bsd);
-    EXPECT_EQ(offsets_in(list, free_bsd), (Offsets{0, 271}));
-}
-
-TEST(InterfaceRecords, that_are_cut_at_the_end_of_the_list_are_left_out) {
-    const std::string whole = record("lo0", bsd_address(16, bsd_af_inet), free_bsd);
-    EXPECT_EQ(offsets_in(whole + whole.substr(0, 31), free_bsd), (Offsets{0}));
-    EXPECT_EQ(offsets_in(whole.substr(0, 31), free_bsd), Offsets{});
-    const std::string link = record("em0", bsd_address(54, bsd_af_link), free_bsd);
-    EXPECT_EQ(offsets_in(link.substr(0, 40), free_bsd), (Offsets{0}));
-}
-
-TEST(InterfaceRecords, are_none_in_an_empty_list) {
-    EXPECT_EQ(offsets_in("", linux_64_bit), Offsets{});
-    EXPECT_EQ(offsets_in("", net_bsd), Offsets{});
-}
+INSTANTIATE_TEST_SUITE_P(Lists, InterfaceRecords, testing::ValuesIn(lists), CaseName());
 
 }  // namespace

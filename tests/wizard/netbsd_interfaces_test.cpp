@@ -1,7 +1,20 @@
-// On NetBSD, whose requests by an interface's name answer for its first address.
+// The host routines as they are compiled on NetBSD, whose requests by an interface's name answer
+// for its first address. This system's headers are read before, as they would look for NetBSD's
+// parts where that is defined.
 
+#include <arpa/inet.h>
 #include <gtest/gtest.h>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <sys/ioctl.h>
+#include <sys/mman.h>
+#include <sys/utsname.h>
+#include <unistd.h>
 
+#include <cassert>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,8 +22,13 @@
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/netbsd_requests.h"
 #include "tests/wizard/replaced_calls.h"
+#include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/tel_help.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/interface_records.h"
+
+#define __NetBSD__ 1
+#include "wizard/base/tel_help.cpp"
 
 namespace {
 
@@ -18,7 +36,7 @@ class NetBsdInterfaces : public testing::Test {
   protected:
     ~NetBsdInterfaces() override { replaced_calls = {}; }
 
-    // The addresses and netmasks behind the entry for all.
+    // The addresses and netmasks after the entry for all.
     static std::vector<std::string> ask() {
         int count = 0;
         const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&count));

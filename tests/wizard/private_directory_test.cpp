@@ -63,18 +63,13 @@ class PrivateDirectory : public testing::Test {
     }
 };
 
-TEST_F(PrivateDirectory, is_the_current_one_and_closed_to_everybody_else) {
+TEST_F(PrivateDirectory, is_the_current_one_and_closed_to_everybody_else_whatever_the_mask) {
+    umask(0);
     EXPECT_TRUE(inside([] {
         const FileFacts facts = file_facts(current_directory());
         return parent_of(current_directory()) == "/tmp" && facts.mode == 0700 &&
                facts.owner == getuid() && entries_of(".") == 0;
     }));
-}
-
-TEST_F(PrivateDirectory, is_closed_whatever_the_mask) {
-    const mode_t mask = umask(0);
-    EXPECT_TRUE(inside([] { return file_facts(current_directory()).mode == 0700; }));
-    umask(mask);
 }
 
 TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
@@ -87,58 +82,35 @@ TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
     }));
 }
 
-TEST_F(PrivateDirectory, has_another_name_every_time) {
+TEST_F(PrivateDirectory, has_another_name_every_time_and_is_gone_at_the_end) {
     EXPECT_NE(place(), place());
-}
-
-TEST_F(PrivateDirectory, is_gone_at_the_end) {
-    EXPECT_FALSE(exists(place()));
     EXPECT_EQ(entries_of("/tmp"), 0);
-}
-
-TEST_F(PrivateDirectory, is_gone_at_the_end_with_a_working_copy_in_it) {
     EXPECT_TRUE(inside([] {
         write_file("temp.cfg", "half");
         return true;
     }));
-    EXPECT_EQ(entries_of("/tmp"), 0);
+    EXPECT_EQ(entries_of("/tmp"), 0) << "nor is there the working copy in it";
 }
 
 TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_end) {
+    write_file("/run/scratch/temp.cfg", "the user's");
     EXPECT_TRUE(inside([] {
         const std::string removed = current_directory();
         rmdir(removed.c_str());
         enter_private_directory();
-        const bool made = current_directory() != removed && entries_of("/tmp") == 1;
-        const bool named = name_from_start("a") == "/run/scratch/a";
-        leave_private_directory_in_child();
-        const bool left = current_directory() == "/run/scratch";
-        return made && named && left;
+        return current_directory() != removed && entries_of("/tmp") == 1;
     }));
     EXPECT_EQ(entries_of("/tmp"), 0);
-}
-
-TEST_F(PrivateDirectory, that_was_made_anew_leaves_nothing_removed_where_the_program_was_started) {
-    write_file("/run/scratch/temp.cfg", "the user's");
-    EXPECT_TRUE(inside([] {
-        rmdir(current_directory().c_str());
-        enter_private_directory();
-        return true;
-    }));
     EXPECT_EQ(read_file("/run/scratch/temp.cfg"), "the user's");
 }
 
-TEST_F(PrivateDirectory, is_left_by_a_child_for_where_the_program_was_started) {
+TEST_F(PrivateDirectory, remembers_where_the_program_was_started) {
     EXPECT_TRUE(inside([] {
+        enter_private_directory();
+        const bool named = name_from_start("a/b") == "/run/scratch/a/b" &&
+                           name_from_start("/a") == "/a" && name_from_start("").empty();
         leave_private_directory_in_child();
-        return current_directory() == "/run/scratch";
-    }));
-}
-
-TEST_F(PrivateDirectory, has_names_for_files_where_the_program_was_started) {
-    EXPECT_TRUE(inside([] {
-        return name_from_start("a/b") == "/run/scratch/a/b" && name_from_start("/a") == "/a" &&
-               name_from_start("").empty();
+        return named && current_directory() == "/run/scratch";
     }));
 }
 
@@ -155,10 +127,6 @@ TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_tmp) {
     checked(mount("none", "/var/tmp", "tmpfs", 0, "mode=1777"), "mount");
     EXPECT_EQ(parent_of(place()), "/var/tmp");
     EXPECT_EQ(entries_of("/var/tmp"), 0);
-}
-
-TEST_F(PrivateDirectory, is_made_in_run_when_there_is_no_other_room) {
-    bar("/tmp");
     bar("/var/tmp");
     EXPECT_EQ(parent_of(place()), "/run");
 }

@@ -38,13 +38,10 @@ std::string file_of(int descriptor) {
 }
 
 TEST(StandardDescriptors, that_are_closed_are_opened_on_the_null_device) {
+    EXPECT_EXIT(fill_those_closed({}), testing::ExitedWithCode(0), "") << "open ones stay";
     EXPECT_EXIT(fill_those_closed({2}), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(fill_those_closed({0, 2}), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(fill_those_closed({0, 1, 2}), testing::ExitedWithCode(0), "");
-}
-
-TEST(StandardDescriptors, that_are_open_stay_what_they_are) {
-    EXPECT_EXIT(fill_those_closed({}), testing::ExitedWithCode(0), "");
 }
 
 /// For a process that ends: status 0 if curses, with that in the environment, comes to wait so many
@@ -62,43 +59,30 @@ TEST(StandardDescriptors, that_are_open_stay_what_they_are) {
     _exit(get_escdelay() == milliseconds ? 0 : 1);
 }
 
-TEST(Escape, is_waited_behind_for_a_fifth_of_a_second_unless_the_environment_tells_how_long) {
+TEST(Escape, is_waited_after_for_a_fifth_of_a_second_unless_the_environment_tells_how_long) {
     EXPECT_EXIT(expect_delay(nullptr, 200), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(expect_delay("750", 750), testing::ExitedWithCode(0), "");
     EXPECT_EXIT(expect_delay("0", 0), testing::ExitedWithCode(0), "");
 }
 
-class Superuser : public testing::Test {
-  protected:
-    ~Superuser() override {
-        replaced_calls.getuid = nullptr;
-        replaced_calls.getgid = nullptr;
-    }
-
-    void runAs(uid_t user, gid_t group) {
-        replaced_calls.getuid = [user] { return user; };
-        replaced_calls.getgid = [this, group] {
-            ++asked_for_group;
-            return group;
-        };
-    }
-
+TEST(Superuser, is_the_user_0_in_the_group_0_only) {
+    uid_t user = 0;
+    gid_t group = 0;
     int asked_for_group = 0;
-};
-
-TEST_F(Superuser, is_the_user_0_in_the_group_0_only) {
-    runAs(0, 0);
+    replaced_calls.getuid = [&] { return user; };
+    replaced_calls.getgid = [&] {
+        ++asked_for_group;
+        return group;
+    };
     EXPECT_TRUE(is_superuser());
-    runAs(0, 5);
+    group = 5;
     EXPECT_FALSE(is_superuser());
-    runAs(5, 0);
+    user = 5;
+    group = 0;
+    asked_for_group = 0;
     EXPECT_FALSE(is_superuser());
-}
-
-TEST_F(Superuser, another_user_is_not_asked_for_the_group) {
-    runAs(5, 0);
-    is_superuser();
-    EXPECT_EQ(asked_for_group, 0);
+    EXPECT_EQ(asked_for_group, 0) << "another user is not asked";
+    replaced_calls = {};
 }
 
 }  // namespace

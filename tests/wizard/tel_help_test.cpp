@@ -7,109 +7,29 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "tests/support/descriptor.h"
+#include "tests/support/case_name.h"
+#include "tests/support/open_descriptors.h"
 #include "tests/support/other_user.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 
 TEST(OsKindNamed, knows_five_systems_by_their_exact_names) {
-    EXPECT_EQ(os_kind_named("Linux"), 0);
-    EXPECT_EQ(os_kind_named("FreeBSD"), 1);
-    EXPECT_EQ(os_kind_named("NetBSD"), 2);
-    EXPECT_EQ(os_kind_named("OpenBSD"), 3);
-    EXPECT_EQ(os_kind_named("SunOS"), 4);
-}
-
-TEST(OsKindNamed, compares_case_and_the_whole_name) {
-    EXPECT_EQ(os_kind_named("linux"), -1);
-    EXPECT_EQ(os_kind_named("SUNOS"), -1);
-    EXPECT_EQ(os_kind_named("FreeBSD2"), -1);
-    EXPECT_EQ(os_kind_named("Free"), -1);
-    EXPECT_EQ(os_kind_named("Darwin"), -1);
-    EXPECT_EQ(os_kind_named(""), -1);
-}
-
-class DetectOs : public testing::Test {
-  protected:
-    ~DetectOs() override {
-        replaced_calls = {};
-        os_kind = os_linux;
-    }
-
-    static void answer(const std::string& name) {
-        replaced_calls.uname = [name](utsname* host) {
-            std::snprintf(host->sysname, sizeof host->sysname, "%s", name.c_str());
-            return 0;
-        };
-    }
-};
-
-TEST_F(DetectOs, finds_the_system_that_runs_here) {
-    utsname host = {};
-    ASSERT_EQ(uname(&host), 0);
-    os_kind = os_sunos;
-    EXPECT_EQ(detect_os(), 0);
-    EXPECT_EQ(os_kind, os_kind_named(host.sysname));
-}
-
-TEST_F(DetectOs, a_system_without_a_row_leaves_the_selection_alone) {
-    os_kind = os_netbsd;
-    answer("Darwin");
-    EXPECT_EQ(detect_os(), 0);
-    EXPECT_EQ(os_kind, os_netbsd);
-}
-
-TEST_F(DetectOs, a_failing_uname_leaves_the_selection_alone) {
-    os_kind = os_netbsd;
-    replaced_calls.uname = [](utsname* host) {
-        std::snprintf(host->sysname, sizeof host->sysname, "SunOS");
-        return -1;
-    };
-    EXPECT_EQ(detect_os(), 1);
-    EXPECT_EQ(os_kind, os_netbsd);
-}
-
-std::string octet(const char* dotted, int position) {
-    return HeapText(octet_at(dotted, position)).get();
-}
-
-TEST(OctetAt, reads_up_to_the_next_dot) {
-    EXPECT_EQ(octet("192.168.7.10", 0), "192");
-    EXPECT_EQ(octet("192.168.7.10", 4), "168");
-    EXPECT_EQ(octet("192.168.7.10", 8), "7");
-}
-
-TEST(OctetAt, reads_the_last_octet_up_to_the_end) {
-    EXPECT_EQ(octet("192.168.7.10", 10), "10");
-    EXPECT_EQ(octet("7", 0), "7");
-}
-
-TEST(OctetAt, starts_anywhere_in_an_octet) {
-    EXPECT_EQ(octet("192.168.7.10", 1), "92");
-    EXPECT_EQ(octet("192.168.7.10", 3), "");
-}
-
-TEST(OctetAt, is_empty_at_and_behind_the_end) {
-    EXPECT_EQ(octet("10.0.0.0", 8), "");
-    EXPECT_EQ(octet("10.0.0.0", 9), "");
-    EXPECT_EQ(octet("10.0.0.0", 1000), "");
-    EXPECT_EQ(octet("", 0), "");
-}
-
-TEST(OctetAt, fills_the_rest_of_its_five_bytes_with_zeros) {
-    const HeapText found(octet_at("10.20.30.40", 3));
-    EXPECT_EQ(std::string(found.get(), 5), std::string("20\0\0\0", 5));
+    const char* const names[] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD", "SunOS"};
+    for (int kind = 0; kind < os_kind_count; ++kind)
+        EXPECT_EQ(os_kind_named(names[kind]), kind);
+    for (const char* unknown : {"linux", "SUNOS", "FreeBSD2", "Free", "Darwin", ""})
+        EXPECT_EQ(os_kind_named(unknown), -1) << unknown;
 }
 
 class Interfaces : public testing::Test {
@@ -127,10 +47,6 @@ class Interfaces : public testing::Test {
         return entries;
     }
 
-    static int lowest_free_descriptor() {
-        return Descriptor(checked(dup(STDIN_FILENO), "dup")).get();
-    }
-
     std::unique_ptr<interf_addr, FreeHeap> table;
     int count = -1;
 };
@@ -139,6 +55,49 @@ using Entries = std::vector<std::string>;
 
 const char all[] = "all 0.0.0.0 ";
 
+struct Host {
+    const char* name;
+    std::vector<FakeInterface> interfaces;
+    Entries entries;
+};
+
+const Host hosts[] = {
+    {"that_has_none", {}, {all}},
+    {"in_the_kernels_order",
+     {{"lo", "127.0.0.1", "255.0.0.0"},
+      {"fifteen-letters", "192.168.7.9", "255.255.0.0"},
+      {"eth0", "10.9.8.7", "255.255.255.252"}},
+     {all, "lo 127.0.0.1 255.0.0.0", "fifteen-letters 192.168.7.9 255.255.0.0",
+      "eth0 10.9.8.7 255.255.255.252"}},
+    {"but_those_that_are_down",
+     {{"eth0", "10.0.0.1", "255.0.0.0", false}, {"eth1", "10.1.0.1", "255.0.0.0"}},
+     {all, "eth1 10.1.0.1 255.0.0.0"}},
+    {"but_those_of_another_address_family",
+     {{"eth0", "10.0.0.1", "255.0.0.0", true, AF_PACKET}, {"eth1", "10.1.0.1", "255.0.0.0"}},
+     {all, "eth1 10.1.0.1 255.0.0.0"}},
+    {"but_those_that_cannot_be_asked_about",
+     {{"bad0", "10.0.0.1", "255.0.0.0", true, AF_INET, SIOCGIFADDR},
+      {"eth0", "10.1.0.1", "255.0.0.0"},
+      {"bad1", "10.2.0.1", "255.0.0.0", true, AF_INET, SIOCGIFFLAGS},
+      {"eth1", "10.3.0.1", "255.0.0.0"},
+      {"bad2", "10.4.0.1", "255.0.0.0", true, AF_INET, SIOCGIFNETMASK}},
+     {all, "eth0 10.1.0.1 255.0.0.0", "eth1 10.3.0.1 255.0.0.0"}},
+};
+
+class InterfacesOfHost : public Interfaces, public testing::WithParamInterface<Host> {};
+
+TEST_P(InterfacesOfHost, are_listed_after_the_entry_for_all_and_the_rest_is_empty) {
+    fake_interfaces(GetParam().interfaces);
+    EXPECT_EQ(ask(), GetParam().entries);
+    EXPECT_GE(malloc_usable_size(table.get()), 30 * sizeof(interf_addr));
+    const interf_addr empty = {};
+    EXPECT_EQ(std::memcmp(table.get()[0].netmask, empty.netmask, sizeof empty.netmask), 0);
+    for (int i = count; i < interface_table_size; ++i)
+        EXPECT_EQ(std::memcmp(&table.get()[i], &empty, sizeof empty), 0) << i;
+}
+
+INSTANTIATE_TEST_SUITE_P(TelHelp, InterfacesOfHost, testing::ValuesIn(hosts), CaseName());
+
 TEST_F(Interfaces, an_entry_has_three_fields_of_256_bytes) {
     EXPECT_EQ(sizeof(interf_addr::name), 256U);
     EXPECT_EQ(sizeof(interf_addr::address), 256U);
@@ -146,94 +105,27 @@ TEST_F(Interfaces, an_entry_has_three_fields_of_256_bytes) {
     EXPECT_EQ(sizeof(interf_addr), 768U);
 }
 
-TEST_F(Interfaces, stand_behind_the_entry_for_all_in_the_kernels_order) {
-    fake_interfaces({{"lo", "127.0.0.1", "255.0.0.0"},
-                     {"wan9", "192.168.7.9", "255.255.0.0"},
-                     {"eth0", "10.9.8.7", "255.255.255.252"}});
-    EXPECT_EQ(ask(), (Entries{all, "lo 127.0.0.1 255.0.0.0", "wan9 192.168.7.9 255.255.0.0",
-                              "eth0 10.9.8.7 255.255.255.252"}));
-}
-
-TEST_F(Interfaces, are_only_the_entry_for_all_where_the_host_has_none) {
-    fake_interfaces({});
-    EXPECT_EQ(ask(), Entries{all});
-}
-
-TEST_F(Interfaces, loopback_is_listed_like_any_other) {
-    fake_interfaces({{"lo", "127.0.0.1", "255.0.0.0"}});
-    EXPECT_EQ(ask(), (Entries{all, "lo 127.0.0.1 255.0.0.0"}));
-}
-
-TEST_F(Interfaces, one_that_is_down_is_left_out) {
-    fake_interfaces({{"eth0", "10.0.0.1", "255.0.0.0", false}, {"eth1", "10.1.0.1", "255.0.0.0"}});
-    EXPECT_EQ(ask(), (Entries{all, "eth1 10.1.0.1 255.0.0.0"}));
-}
-
-TEST_F(Interfaces, one_of_another_address_family_is_left_out) {
-    fake_interfaces(
-        {{"eth0", "10.0.0.1", "255.0.0.0", true, AF_PACKET}, {"eth1", "10.1.0.1", "255.0.0.0"}});
-    EXPECT_EQ(ask(), (Entries{all, "eth1 10.1.0.1 255.0.0.0"}));
-}
-
-TEST_F(Interfaces, one_that_cannot_be_asked_about_is_left_out) {
-    fake_interfaces({{"bad0", "10.0.0.1", "255.0.0.0", true, AF_INET, SIOCGIFADDR},
-                     {"eth0", "10.1.0.1", "255.0.0.0"},
-                     {"bad1", "10.2.0.1", "255.0.0.0", true, AF_INET, SIOCGIFFLAGS},
-                     {"eth1", "10.3.0.1", "255.0.0.0"},
-                     {"bad2", "10.4.0.1", "255.0.0.0", true, AF_INET, SIOCGIFNETMASK},
-                     {"eth2", "10.5.0.1", "255.0.0.0"}});
-    EXPECT_EQ(ask(), (Entries{all, "eth0 10.1.0.1 255.0.0.0", "eth1 10.3.0.1 255.0.0.0",
-                              "eth2 10.5.0.1 255.0.0.0"}));
-}
-
-TEST_F(Interfaces, one_that_was_left_out_last_does_not_hide_the_end_of_the_table) {
-    fake_interfaces({{"eth0", "10.0.0.1", "255.0.0.0"}, {"eth1", "10.1.0.1", "255.0.0.0", false}});
-    ask();
-    ASSERT_EQ(count, 2);
-    EXPECT_STREQ(table.get()[2].name, "");
-}
-
-TEST_F(Interfaces, the_table_has_30_entries_and_its_rest_is_empty) {
-    fake_interfaces({{"eth0", "10.0.0.1", "255.0.0.0"}});
-    ask();
-    EXPECT_GE(malloc_usable_size(table.get()), 30 * sizeof(interf_addr));
-    const interf_addr empty = {};
-    for (int i = 2; i < 30; ++i)
-        EXPECT_EQ(std::memcmp(&table.get()[i], &empty, sizeof empty), 0) << i;
-}
-
-TEST_F(Interfaces, names_of_the_greatest_length_are_kept_whole) {
-    fake_interfaces({{"fifteen-letters", "10.0.0.1", "255.0.0.0"}});
-    EXPECT_EQ(ask(), (Entries{all, "fifteen-letters 10.0.0.1 255.0.0.0"}));
-}
-
-TEST_F(Interfaces, _29_fit_into_the_table) {
-    fake_interfaces(many_interfaces(29));
-    EXPECT_EQ(ask().back(), "fake28 10.28.0.1 255.255.0.0");
-    EXPECT_EQ(count, 30);
-}
-
-TEST_F(Interfaces, one_behind_700_that_are_down_is_listed) {
+TEST_F(Interfaces, one_after_700_that_are_down_is_listed) {
     std::vector<FakeInterface> host(700, {"down", "10.0.0.1", "255.0.0.0", false});
     host.push_back({"eth0", "10.1.0.1", "255.0.0.0"});
     fake_interfaces(host);
     EXPECT_EQ(ask(), (Entries{all, "eth0 10.1.0.1 255.0.0.0"}));
 }
 
-TEST_F(Interfaces, listing_stops_at_29) {
-    fake_interfaces(many_interfaces(35));
-    EXPECT_EQ(ask().back(), "fake28 10.28.0.1 255.255.0.0");
-    EXPECT_EQ(count, 30);
+TEST_F(Interfaces, at_most_29_are_listed) {
+    for (const int number : {29, 35}) {
+        fake_interfaces(many_interfaces(number));
+        EXPECT_EQ(ask().back(), "fake28 10.28.0.1 255.255.0.0");
+        EXPECT_EQ(count, 30);
+    }
 }
 
-TEST_F(Interfaces, a_list_that_cannot_be_had_is_null_and_no_count_is_stored) {
+TEST_F(Interfaces, that_cannot_be_had_give_null_and_no_count_is_stored) {
     fake_failing_interface_list();
     ask();
     EXPECT_EQ(table, nullptr);
     EXPECT_EQ(count, -1);
-}
-
-TEST_F(Interfaces, a_socket_that_cannot_be_had_gives_null_and_no_count_is_stored) {
+    replaced_calls = {};
     rlimit before = {};
     getrlimit(RLIMIT_NOFILE, &before);
     const rlimit none = {0, before.rlim_max};
@@ -244,14 +136,13 @@ TEST_F(Interfaces, a_socket_that_cannot_be_had_gives_null_and_no_count_is_stored
     EXPECT_EQ(count, -1);
 }
 
-TEST_F(Interfaces, the_socket_is_closed_again_whether_the_list_could_be_had_or_not) {
-    const int before = lowest_free_descriptor();
+TEST_F(Interfaces, leave_no_socket_open_whether_they_could_be_had_or_not) {
+    const long before = open_descriptors();
     fake_interfaces({{"eth0", "10.0.0.1", "255.0.0.0"}});
     ask();
-    EXPECT_EQ(lowest_free_descriptor(), before);
     fake_failing_interface_list();
     ask();
-    EXPECT_EQ(lowest_free_descriptor(), before);
+    EXPECT_EQ(open_descriptors(), before);
 }
 
 const ExitStatus one_user = exited(1);
@@ -276,39 +167,36 @@ TEST(HasOneUser, is_true_only_where_the_superuser_is_all_there_is) {
     EXPECT_TRUE(geteuid() != 0 || verdict_among(2) != one_user);
 }
 
-class HostDomainName : public testing::Test {
-  protected:
-    ~HostDomainName() override { replaced_calls = {}; }
-
-    static std::string ask(size_t size) {
-        std::string name(size, 'x');
-        host_domain_name(&name[0], size);
-        return name.substr(0, name.find('\0'));
-    }
+struct DomainAnswer {
+    const char* name;
+    int result;
+    std::string domain;  // what the host writes, without an end, into the buffer
+    std::string expected;
 };
 
-TEST_F(HostDomainName, is_the_one_that_the_host_has) {
+const DomainAnswer domain_answers[] = {
+    {"known", 0, std::string("example.com") + '\0', "example.com"},
+    {"too_long", 0, std::string(201, 'd'), std::string(200, 'd')},
+    {"unknown", -1, std::string(201, 'd'), ""},
+};
+
+class HostDomainName : public testing::TestWithParam<DomainAnswer> {
+  protected:
+    ~HostDomainName() override { replaced_calls = {}; }
+};
+
+TEST_P(HostDomainName, ends_within_the_buffer_and_is_empty_where_it_cannot_be_asked_for) {
     replaced_calls.getdomainname = [](char* name, size_t size) {
-        std::snprintf(name, size, "example.com");
-        return 0;
+        const std::string& domain = GetParam().domain;
+        std::memcpy(name, domain.data(), std::min(domain.size(), size));
+        return GetParam().result;
     };
-    EXPECT_EQ(ask(201), "example.com");
+    std::string name(201, 'x');
+    host_domain_name(&name[0], name.size());
+    ASSERT_NE(name.find('\0'), std::string::npos);
+    EXPECT_EQ(name.c_str(), GetParam().expected);
 }
 
-TEST_F(HostDomainName, ends_within_the_buffer_where_the_host_has_left_out_the_end) {
-    replaced_calls.getdomainname = [](char* name, size_t size) {
-        std::memset(name, 'd', size);
-        return 0;
-    };
-    EXPECT_EQ(ask(201), std::string(200, 'd'));
-}
-
-TEST_F(HostDomainName, is_empty_where_it_cannot_be_asked_for) {
-    replaced_calls.getdomainname = [](char* name, size_t size) {
-        std::memset(name, 'd', size);
-        return -1;
-    };
-    EXPECT_EQ(ask(201), "");
-}
+INSTANTIATE_TEST_SUITE_P(TelHelp, HostDomainName, testing::ValuesIn(domain_answers), CaseName());
 
 }  // namespace

@@ -1,8 +1,14 @@
 #pragma once
 
 /// The size of the terminal as measured last; -1 while there is no standard screen.
-extern int screen_rows;
-extern int screen_cols;
+struct ScreenSize {
+    int rows = -1;
+    int cols = -1;
+};
+
+inline ScreenSize screen_size;
+inline int& screen_rows = screen_size.rows;
+inline int& screen_cols = screen_size.cols;
 
 /// The smallest terminal that every screen fits into.
 constexpr int min_screen_rows = 20;

@@ -36,6 +36,7 @@
 #include <cstring>
 #include <memory>
 
+#include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/interface_records.h"
@@ -217,7 +218,7 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
     return ask_netmask(query_socket, record, entry);
 }
 
-// Appends the interfaces of the kernel's answer behind entry 0; returns how many were appended.
+// Appends the interfaces of the kernel's answer after entry 0; returns how many were appended.
 int collect_interfaces(int query_socket, const char* records, std::size_t length,
                        interf_addr* table) {
     int total = 0;
@@ -238,127 +239,29 @@ int collect_interfaces(int query_socket, const char* records, std::size_t length
 
 }  // namespace
 
-interf_addr* interfaces(int* count) {
+interf_addr* new_interface_table() {
     auto* table = static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
-    if (table == nullptr)
-        return nullptr;
-    int total = 0;
-    std::snprintf(table[0].name, sizeof(table[0].name), "all");
-    std::snprintf(table[0].address, sizeof(table[0].address), "0.0.0.0");
-    assert(!total);
-
-    const int query_socket = socket(AF_INET, SOCK_DGRAM, 0);
-    if (query_socket < 0) {
-        std::free(table);
-        return nullptr;
+    if (table != nullptr) {
+        std::snprintf(table->name, sizeof(table->name), "all");
+        std::snprintf(table->address, sizeof(table->address), "0.0.0.0");
     }
+    return table;
+}
+
+interf_addr* interfaces(int* count) {
+    std::unique_ptr<interf_addr, FreeHeap> table(new_interface_table());
+    int total = 0;
+    assert(!total);
+    const Descriptor query_socket(socket(AF_INET, SOCK_DGRAM, 0));
     // Not on the stack, whose pages stay in memory.
     const std::unique_ptr<char[]> records(new char[interface_query_size]);
     ifconf query{};
     query.ifc_len = interface_query_size;
     query.ifc_buf = records.get();
-    if (ioctl(query_socket, SIOCGIFCONF, &query) < 0) {
-        close(query_socket);
-        std::free(table);
+    if (table == nullptr || ioctl(query_socket.get(), SIOCGIFCONF, &query) < 0)
         return nullptr;
-    }
-    total = collect_interfaces(query_socket, records.get(), static_cast<std::size_t>(query.ifc_len),
-                               table);
-    close(query_socket);
+    total = collect_interfaces(query_socket.get(), records.get(),
+                               static_cast<std::size_t>(query.ifc_len), table.get());
     *count = total + 1;
-    return table;
-}
-
-char* octet_at(const char* dotted, int position) {
-    constexpr std::size_t octet_size = 5;
-    auto* octet = static_cast<char*>(std::calloc(octet_size, 1));
-    const std::size_t length = std::strlen(dotted);
-    auto from = static_cast<std::size_t>(position);
-    for (std::size_t i = 0; i + 1 < octet_size && from < length && dotted[from] != '.'; ++i)
-        octet[i] = dotted[from++];
-    return octet;
-}
-
-namespace {
-
-constexpr std::size_t network_text_size = 50;
-
-char* network_text(const char* text) {
-    auto* copy = static_cast<char*>(std::malloc(network_text_size));
-    std::snprintf(copy, network_text_size, "%s", text);
-    return copy;
-}
-
-relay_network copy_network(const char* network, const char* netmask) {
-    return {network_text(network), network_text(netmask), 0};
-}
-
-relay_network network_of(const interf_addr& entry) {
-    in_addr network{};
-    network.s_addr = inet_addr(entry.netmask) & inet_addr(entry.address);
-    return copy_network(inet_ntoa(network), entry.netmask);
-}
-
-// True when `wider` has an octet "0" at the first place where the two texts differ and they agree
-// on the first octet: 192.168.0.0 holds 192.168.1.0.
-bool network_holds(const char* wider, const char* narrower) {
-    const int last = static_cast<int>(std::strlen(wider)) - 1;
-    int position = 0;
-    while (position < last) {
-        const HeapText wider_octet(octet_at(wider, position));
-        const HeapText octet(octet_at(narrower, position));
-        if (std::strcmp(wider_octet.get(), octet.get()) != 0)
-            return position > 0 && std::strcmp(wider_octet.get(), "0") == 0;
-        position += static_cast<int>(std::strlen(octet.get())) + 1;
-    }
-    return false;
-}
-
-// Marks what `latest` makes superfluous among the records before it, or itself where an earlier
-// record is the same network. Only a later network can drop an earlier one.
-void mark_covered(relay_network* earlier, int count, relay_network& latest) {
-    for (int i = 0; i < count; ++i) {
-        relay_network& record = earlier[i];
-        if (std::strcmp(record.network, latest.network) == 0)
-            latest.covered = 1;
-        else if (std::strcmp(record.netmask, latest.netmask) != 0 &&
-                 network_holds(latest.network, record.network))
-            record.covered = 1;
-    }
-}
-
-relay_network* new_relay_list() {
-    return static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
-}
-
-}  // namespace
-
-relay_network* relay_networks(int* count) {
-    relay_network* found = new_relay_list();
-    relay_network* distinct = new_relay_list();
-    int found_count = 0;
-    int entries = 0;
-    const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&entries));
-    for (int i = 1; i < entries && found_count + 1 < relay_list_size; ++i) {
-        found[found_count] = network_of(table.get()[i]);
-        mark_covered(found, found_count, found[found_count]);
-        ++found_count;
-    }
-    *count = 0;
-    for (int i = 0; i < found_count; ++i) {
-        if (!found[i].covered)
-            distinct[(*count)++] = copy_network(found[i].network, found[i].netmask);
-    }
-    free_relay_networks(found);
-    return distinct;
-}
-
-void free_relay_networks(relay_network* list) {
-    if (list == nullptr)
-        return;
-    for (relay_network* record = list; record->network != nullptr; ++record) {
-        std::free(record->network);
-        std::free(record->netmask);
-    }
-    std::free(list);
+    return table.release();
 }

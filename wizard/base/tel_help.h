@@ -16,16 +16,6 @@ struct interf_addr {
 /// Entries of an interface table: "all" and at most 29 interfaces.
 constexpr int interface_table_size = 30;
 
-/// One network whose hosts may be allowed to relay mail.
-struct relay_network {
-    char* network;  ///< dotted decimal, malloc'ed; null ends a list
-    char* netmask;  ///< dotted decimal, malloc'ed
-    int covered;    ///< 1 while a list is built: inside or equal to another network, to be dropped
-};
-
-/// Records of a relay network list: at most 39 networks and the null record.
-constexpr int relay_list_size = 40;
-
 /// The row of the installation profiles for a system name as uname(3) gives it, compared exactly;
 /// -1 for a system that has no row.
 int os_kind_named(const char* system_name);
@@ -68,23 +58,12 @@ void forbid_core_dumps();
 /// be asked about.
 int wait_for_event(int descriptor, short event, const sigset_t& mask);
 
-/// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, behind entry 0, which
-/// stands for all of them: "all", "0.0.0.0". Stores the number of entries, entry 0 included, in
-/// *count. An entry with an empty name follows the last one unless the table is full. Returns a
-/// malloc'ed table of `interface_table_size` entries that the caller frees, or null, with *count
-/// untouched, when memory, the socket or the interface query fails.
+/// A malloc'ed table of `interface_table_size` entries, which the caller frees: entry 0 stands for
+/// all interfaces, "all", "0.0.0.0"; the others are empty. Null when there is no memory.
+interf_addr* new_interface_table();
+
+/// The host's IPv4 interfaces that are up (netdevice(7)), loopback included, after entry 0 in a
+/// table of new_interface_table(). Stores the number of entries, entry 0 included, in *count. An
+/// entry with an empty name follows the last one unless the table is full. Returns null, with
+/// *count untouched, when memory, the socket or the interface query fails.
 interf_addr* interfaces(int* count);
-
-/// The host's distinct IPv4 networks in the order of its interfaces. A network is left out when a
-/// later interface's network is the same one or, judged by whole zero octets, contains it. Stores
-/// their number in *count. Returns a list that ends in a null record, to be released with
-/// free_relay_networks().
-relay_network* relay_networks(int* count);
-
-/// Releases a list of relay_networks() and its texts; null is allowed.
-void free_relay_networks(relay_network* list);
-
-/// The characters of `dotted` from `position` up to the next "." or the end, at most four of them,
-/// in a new 5-byte zero-filled buffer that the caller frees; empty when position lies behind the
-/// end.
-char* octet_at(const char* dotted, int position);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wizard/base/tel_help.h"
+#include "wizard/base/relay_networks.h"
 
 /// Indices into `service_enabled`.
 enum OptionalService { service_pop3 = 0, service_imap = 1, service_webmail = 2 };
@@ -54,4 +54,4 @@ struct WizardSettings {
     unsigned char apply_running;  ///< 1 once the apply sequence has started
 };
 
-extern WizardSettings wizard_settings;
+inline WizardSettings wizard_settings{};

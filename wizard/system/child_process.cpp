@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "wizard/base/descriptor.h"
 #include "wizard/system/signal_gate.h"
 
 int run_in_child(const std::function<void()>& work) {
@@ -18,22 +19,23 @@ int run_in_child(const std::function<void()>& work) {
 }
 
 bool ask_in_child(const std::function<void()>& work, void* answer, std::size_t size) {
-    int result_pipe[2];
-    if (pipe(result_pipe) == -1)
+    int ends[2];
+    if (pipe(ends) == -1)
         return false;
+    const Descriptor reader(ends[0]);
+    const Descriptor writer(ends[1]);
     // A child that fails to write leaves nothing to read, which must not block.
-    fcntl(result_pipe[0], F_SETFL, O_NONBLOCK);
+    fcntl(reader.get(), F_SETFL, O_NONBLOCK);
     const auto expected = static_cast<ssize_t>(size);
     const int status = run_in_child([&] {
         work();
-        if (write(result_pipe[1], answer, size) != expected)
+        if (write(writer.get(), answer, size) != expected)
             _exit(1);
     });
-    const int failure = errno;
-    const bool answered = status != -1 && read(result_pipe[0], answer, size) == expected;
-    close(result_pipe[0]);
-    close(result_pipe[1]);
-    if (!answered)
-        errno = status == -1 ? failure : EIO;
-    return answered;
+    if (status == -1)
+        return false;
+    if (read(reader.get(), answer, size) == expected)
+        return true;
+    errno = EIO;
+    return false;
 }

@@ -5,7 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <memory>
 #include <string>
+
+#include "wizard/base/descriptor.h"
 
 namespace {
 
@@ -29,9 +32,8 @@ struct PrintedEnd {
     bool is(const char* field) const { return text == field || as_ipv6 == field; }
 };
 
-using AskForAddress = int(int, sockaddr*, socklen_t*);
-
-bool ask_for(AskForAddress* ask, int descriptor, sockaddr_in& address) {
+// By getsockname(2) or getpeername(2).
+bool ask_for(int (*ask)(int, sockaddr*, socklen_t*), int descriptor, sockaddr_in& address) {
     socklen_t size = sizeof(address);
     return ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
 }
@@ -40,13 +42,9 @@ bool ask_for(AskForAddress* ask, int descriptor, sockaddr_in& address) {
 bool is_own_address(const sockaddr_in& address) {
     sockaddr_in any_port = address;
     any_port.sin_port = 0;
-    const int probe = socket(AF_INET, SOCK_DGRAM, 0);
-    const bool is_foreign =
-        probe != -1 &&
-        bind(probe, reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == -1 &&
-        errno == EADDRNOTAVAIL;
-    close(probe);
-    return !is_foreign;
+    const Descriptor probe(socket(AF_INET, SOCK_DGRAM, 0));
+    return bind(probe.get(), reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == 0 ||
+           errno != EADDRNOTAVAIL;
 }
 
 // The kernel has the tables of connections; a process that is out of descriptors can't see them.
@@ -56,11 +54,9 @@ bool lists_connections() {
 
 bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
     for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
-        std::FILE* table = std::fopen(path, "r");
-        const bool found = table != nullptr && find_owner(table, own, remote, owner);
-        if (table != nullptr)
-            std::fclose(table);
-        if (found)
+        const std::unique_ptr<std::FILE, int (*)(std::FILE*)> table(std::fopen(path, "r"),
+                                                                    std::fclose);
+        if (table != nullptr && find_owner(table.get(), own, remote, owner))
             return true;
     }
     return false;
@@ -77,7 +73,7 @@ bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& rem
         char remote_field[64];
         unsigned user = 0;
         unsigned long inode = 0;
-        // Between the addresses and the user: state, queues, timer, retransmissions; behind it the
+        // Between the addresses and the user: state, queues, timer, retransmissions; after it the
         // timeout.
         const int fields = std::sscanf(line, " %*s %63s %63s %*s %*s %*s %*s %u %*s %lu",
                                        local_field, remote_field, &user, &inode);

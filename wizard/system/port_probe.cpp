@@ -1,42 +1,29 @@
 #include "wizard/system/port_probe.h"
 
-#include <unistd.h>
-
 #include <cerrno>
-#include <map>
+#include <cstring>
 
+#include "wizard/base/descriptor.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"
 
 int probe_port(const char* address, int port) {
-    static std::map<int, bool> found_free;
-    if (wizard_settings.apply_running && found_free[port])
+    if (wizard_settings.apply_running && port_probe.found_free.count(port) != 0)
         return 1;
-    const int probe = open_tcp_socket();
-    if (probe == -1)
-        return errno;
+    Descriptor probe(open_tcp_socket());
     sockaddr_in target{};
-    if (!resolve_host(address, port, target)) {
-        const int failure = errno;
-        close(probe);
-        return failure;
-    }
+    if (!probe.isOpen() || !resolve_host(address, port, target))
+        return errno;
     sleep_seconds(0);
-    const int failure = connect_socket(probe, target);
-    if (failure != 0) {
-        found_free[port] = true;
-        close(probe);
-    }
+    const int failure = connect_socket(probe.get(), target);
+    if (failure == 0)
+        probe.release();
+    else
+        port_probe.found_free.insert(port);
     return failure;
 }
 
 bool is_all_digits(const char* text) {
-    if (*text == '\0')
-        return false;
-    for (; *text != '\0'; ++text) {
-        if (*text < '0' || *text > '9')
-            return false;
-    }
-    return true;
+    return *text != '\0' && text[std::strspn(text, "0123456789")] == '\0';
 }

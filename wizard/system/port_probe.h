@@ -1,5 +1,14 @@
 #pragma once
 
+#include <set>
+
+/// What the probes remember.
+struct PortProbe {
+    std::set<int> found_free;  ///< ports where nobody was, on whatever address
+};
+
+inline PortProbe port_probe;
+
 /// Checks whether some program accepts TCP connections on `port` (its low 16 bits) of `address`, a
 /// dotted IPv4 address or a host name. Returns 0 when a connection succeeded, so the port is taken;
 /// the connection is left open. Otherwise returns the errno of what failed, non-zero in general,

@@ -6,21 +6,25 @@
 #include <cstdlib>
 #include <initializer_list>
 
+#include "wizard/base/descriptor.h"
+
 namespace {
 
-// Descriptor of the directory that the wizard was started in.
-int started_in = -1;
+struct PrivateDirectory {
+    // Where the wizard was started: its path is empty where it has none or one that is longer than
+    // a command may be.
+    Descriptor started_in;
+    std::string started_path;
 
-// Its path, "" where it has none or one that is longer than a command may be.
-char started_path[256];
+    std::string path;  // absolute; empty while there is none
+};
 
-// Absolute path of the private directory; empty while there is none.
-std::string private_directory;
+PrivateDirectory directory;
 
 void remove_private_directory() {
     unlink("temp.cfg");
-    if (fchdir(started_in) == 0)
-        rmdir(private_directory.c_str());
+    if (fchdir(directory.started_in.get()) == 0)
+        rmdir(directory.path.c_str());
 }
 
 bool make_directory_below(const char* parent) {
@@ -31,25 +35,25 @@ bool make_directory_below(const char* parent) {
         rmdir(name.c_str());
         return false;
     }
-    private_directory = name;
+    directory.path = name;
     return true;
 }
 
-// Returns false when the directory that the wizard was started in can't be opened.
-bool remember_start() {
-    if (started_in != -1)
-        return true;
-    if (getcwd(started_path, sizeof(started_path)) == nullptr)
-        started_path[0] = '\0';
-    started_in = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return started_in != -1;
+void remember_start() {
+    if (directory.started_in.isOpen())
+        return;
+    char path[256];
+    if (getcwd(path, sizeof(path)) != nullptr)
+        directory.started_path = path;
+    directory.started_in = Descriptor(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 }  // namespace
 
 void enter_private_directory() {
-    const bool first = private_directory.empty();
-    if (!remember_start())
+    const bool first = directory.path.empty();
+    remember_start();
+    if (!directory.started_in.isOpen())
         return;
     for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
         if (make_directory_below(parent)) {
@@ -61,12 +65,12 @@ void enter_private_directory() {
 }
 
 void leave_private_directory_in_child() {
-    if (started_in != -1 && fchdir(started_in) != 0)
+    if (directory.started_in.isOpen() && fchdir(directory.started_in.get()) != 0)
         _exit(127);
 }
 
 std::string name_from_start(const std::string& name) {
-    if (private_directory.empty() || name.empty() || name[0] == '/')
+    if (directory.path.empty() || name.empty() || name[0] == '/')
         return name;
-    return started_path[0] == '/' ? started_path + ("/" + name) : "";
+    return directory.started_path[0] == '/' ? directory.started_path + "/" + name : "";
 }

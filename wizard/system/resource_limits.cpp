@@ -4,16 +4,15 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <map>
 #include <vector>
+
+#include "wizard/base/descriptor.h"
 
 namespace {
 
-struct ChangedLimit {
-    int resource;
-    rlimit original;
-};
-
-std::vector<ChangedLimit> changed_limits;
+// Those that the wizard was started with and has changed.
+std::map<int, rlimit> original_limits;
 
 }  // namespace
 
@@ -21,25 +20,19 @@ void change_limit(int resource, rlim_t limit) {
     rlimit limits{};
     if (getrlimit(resource, &limits) == -1)
         return;
-    changed_limits.push_back({resource, limits});
+    original_limits.emplace(resource, limits);
     limits.rlim_cur = std::min(limit, limits.rlim_max);
     setrlimit(resource, &limits);
 }
 
 void restore_limits_in_child() {
-    for (const ChangedLimit& changed : changed_limits)
-        setrlimit(changed.resource, &changed.original);
+    for (const auto& [resource, limits] : original_limits)
+        setrlimit(resource, &limits);
 }
 
 bool can_open_files(int count) {
-    std::vector<int> copies;
-    while (static_cast<int>(copies.size()) < count) {
-        const int copy = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0);
-        if (copy == -1)
-            break;
-        copies.push_back(copy);
-    }
-    for (const int copy : copies)
-        close(copy);
-    return static_cast<int>(copies.size()) == count;
+    std::vector<Descriptor> copies;
+    for (int i = 0; i < count; ++i)
+        copies.emplace_back(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
+    return count == 0 || copies.back().isOpen();
 }

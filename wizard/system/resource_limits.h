@@ -5,7 +5,7 @@
 /// The limits of the system that the wizard has, getrlimit(2), and its child processes.
 
 /// Sets the soft limit of `resource` (RLIMIT_NOFILE, ...), or raises it to the hard one where that
-/// is lower. To be called once for a resource; a limit that can't be set stays.
+/// is lower. A limit that can't be set stays.
 void change_limit(int resource, rlim_t limit);
 
 /// In a child process: puts the limits back that the wizard was started with.

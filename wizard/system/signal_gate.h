@@ -28,18 +28,24 @@ bool is_ignored(int signal_number);
 /// lost.
 void keep_track_of_children();
 
+/// While one lives, the signal mask is another one, changed as by sigprocmask(2).
+class ChangedMask {
+  public:
+    ChangedMask(int how, const sigset_t& mask);
+    ~ChangedMask();
+    ChangedMask(const ChangedMask&) = delete;
+    ChangedMask& operator=(const ChangedMask&) = delete;
+
+  private:
+    sigset_t before;
+};
+
 /// While one lives, the signals that end the wizard are let in: for what may last, at a place where
 /// a handler that draws must not come in. Theirs never returns, so that it may come before a call
 /// begins to wait as well as in the middle of the wait.
-class EndingsLetIn {
+class EndingsLetIn : ChangedMask {
   public:
     EndingsLetIn();
-    ~EndingsLetIn();
-    EndingsLetIn(const EndingsLetIn&) = delete;
-    EndingsLetIn& operator=(const EndingsLetIn&) = delete;
-
-  private:
-    sigset_t mask_before;
 };
 
 /// While one lives, the signal `stop` (SIGTSTP, SIGTTOU) stops the process as if the wizard had no
@@ -55,8 +61,8 @@ class MayStop {
   private:
     EndingsLetIn endings;
     int signals[2];
-    struct sigaction actions_before[2];
-    sigset_t mask_before;
+    struct sigaction actionsBefore[2];
+    sigset_t maskBefore;
 };
 
 /// In the handler of a signal that stops a process: stops this one as the signal would by itself,
@@ -69,13 +75,10 @@ void let_signals_in();
 /// The same but for `kept_out`, which stays blocked.
 void let_signals_in_except(int kept_out);
 
-/// Waits until `descriptor` can be read (or has reached its end), letting signals in. Returns 0, or
-/// the errno of a descriptor that can't be waited for.
-int wait_readable(int descriptor);
-
-/// Waits until `descriptor` can be written or its connection attempt is decided, letting signals
-/// in. Returns 0 or an errno as wait_readable().
-int wait_writable(int descriptor);
+/// Waits until `descriptor` can be read or has reached its end (`event` POLLIN), or can be written
+/// or its connection attempt is decided (POLLOUT), letting signals in. Returns 0, or the errno of a
+/// descriptor that can't be waited for.
+int wait_for(int descriptor, short event);
 
 /// Sleeps the whole time, however many signals come, letting them in.
 void sleep_seconds(int seconds);

@@ -1,3 +1,0 @@
-#include "wizard/base/wizard_settings.h"
-
-WizardSettings wizard_settings{};
