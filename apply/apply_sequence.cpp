@@ -18,7 +18,7 @@
 #include "wizard/base/install_profile.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/system/resource_limits.h"
 #include "wizard/system/secret.h"
 

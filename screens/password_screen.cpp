@@ -1,14 +1,15 @@
 #include "screens/password_screen.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "ui/label.h"
 #include "ui/pass_text_field.h"
-#include "wizard/abort_wizard.h"
 #include "wizard/base/screen_moves.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
+#include "wizard/ending.h"
 #include "wizard/system/secret.h"
 
 Screen password_screen{state_password};
@@ -60,7 +61,8 @@ void password_screen_create() {
     password_field = add_password_row(focus_password, 3, "Password:");
     validate_field = add_password_row(focus_validate, 5, "Validate:");
     screen_add_button(password_screen, focus_next, 8, cols - 11, "Next", go_next);
-    screen_add_button(password_screen, focus_exit, 8, 2, "Exit", exit_wizard);
+    screen_add_button(password_screen, focus_exit, 8, 2, "Exit",
+                      [] { std::exit(end_wizard(WizardEnd::left)); });
     screen_hide(password_screen);
 }
 

@@ -27,7 +27,8 @@ void (*const screen_table[screen_count])() = {
 
 }  // namespace
 
-void run_screens() {
+WizardEnd run_screens() {
     while (screen_state != state_end)
         screen_table[screen_state]();
+    return WizardEnd::completed;
 }

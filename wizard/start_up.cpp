@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 
 #include "ui/colours.h"
 #include "ui/main_window.h"
@@ -15,6 +17,11 @@
 #include "ui/terminal/key_sequences.h"
 #include "ui/terminal/terminal_output.h"
 #include "ui/window.h"
+#include "wizard/base/descriptor.h"
+#include "wizard/base/tel_help.h"
+#include "wizard/ending.h"
+#include "wizard/system/resource_limits.h"
+#include "wizard/system/signal_gate.h"
 #include "wizard/terminal_session.h"
 
 void fill_standard_descriptors() {
@@ -26,7 +33,33 @@ void fill_standard_descriptors() {
         close(descriptor);
 }
 
-void start_curses() {
+void hold_signals() {
+    hold_signal(SIGWINCH, on_resize);
+    for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
+        hold_signal(signal_number, abort_wizard);
+    // Ignored, it was started by somebody who could not make it go on.
+    if (!is_ignored(SIGTSTP))
+        hold_signal(SIGTSTP, suspend_wizard);
+    hold_signal(SIGCONT, continue_wizard);
+    // A write fails instead, and with it the step.
+    for (const int signal_number : {SIGPIPE, SIGXFSZ})
+        ignore_signal(signal_number);
+}
+
+void prepare_for_children() {
+    keep_track_of_children();
+    keep_open_files_from_children();
+}
+
+void set_limits() {
+    // The connection to a port that is taken is never closed, however often the port is tried.
+    change_limit(RLIMIT_NOFILE, RLIM_INFINITY);
+    // It would hold the passwords.
+    change_limit(RLIMIT_CORE, 0);
+    forbid_core_dumps();
+}
+
+bool start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
     if (!open_screen()) {
@@ -35,7 +68,7 @@ void start_curses() {
         std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
                      type != nullptr ? type : "unknown");
         std::printf("You must install ncurses library\n");
-        std::exit(1);
+        return false;
     }
     std::atexit(close_screen);
     guard_terminal_against_crashes();
@@ -46,13 +79,16 @@ void start_curses() {
     // not there, deaf to the interrupt.
     noqiflush();
     keep_output_back();
-    // Behind an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
+    // After an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
     // second.
     if (std::getenv("ESCDELAY") == nullptr)
         set_escdelay(200);
     keypad(stdscr, TRUE);
     learn_key_sequences();
-    check_terminal_size();
+    return true;
+}
+
+void make_main_window() {
     init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
     init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
     init_pair(pair_button, COLOR_BLACK, COLOR_RED);
@@ -61,11 +97,8 @@ void start_curses() {
 }
 
 void silence_standard_error() {
-    const int null_device = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (null_device == -1)
-        return;
-    dup2(null_device, STDERR_FILENO);
-    close(null_device);
+    const Descriptor null_device(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    dup2(null_device.get(), STDERR_FILENO);
 }
 
 bool is_superuser() {

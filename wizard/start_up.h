@@ -1,16 +1,28 @@
 #pragma once
 
-/// The steps of start-up that need curses, the terminal or the standard descriptors; main() calls
-/// them in order.
+/// The steps of start-up, in the order in which main() calls them.
 
 /// Opens those of the descriptors 0 to 2 that are closed on /dev/null, so that no file or
 /// connection of the wizard's takes the place of a standard stream, its own or its children's.
 void fill_standard_descriptors();
 
-/// Starts curses, checks the terminal's size, defines the colours, draws the background and makes
-/// `main_window`. Ends the program with status 1 and a message on standard output when curses
-/// can't be started.
-void start_curses();
+/// Installs the handlers of the signals that the wizard handles, and keeps the signals back but
+/// where it waits (signal_gate.h).
+void hold_signals();
+
+/// Makes sure that child processes are waited for and find none of the files that are open now but
+/// the standard streams.
+void prepare_for_children();
+
+/// As many open files as may be had, and no core dumps.
+void set_limits();
+
+/// Starts curses on the terminal. Returns false, with a message on standard output, when it can't
+/// be started.
+bool start_curses();
+
+/// Defines the colours, draws the background and makes `main_window`.
+void make_main_window();
 
 /// Sends the standard error stream, of child processes too, to /dev/null: it would garble the
 /// screen.

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 
 #include "apply/progress_list.h"
@@ -18,18 +17,13 @@
 #include "ui/window.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/system/signal_gate.h"
 
-void check_terminal_size() {
+bool check_terminal_size() {
     screen_rows = getmaxy(stdscr);
     screen_cols = getmaxx(stdscr);
-    if (screen_cols >= min_screen_cols && screen_rows >= min_screen_rows)
-        return;
-    close_screen();
-    std::puts("Please enlarge your window so it will have at least 72 columns and 20 lines!");
-    release_screens();
-    std::exit(0);
+    return screen_cols >= min_screen_cols && screen_rows >= min_screen_rows;
 }
 
 namespace {
@@ -52,7 +46,6 @@ void redraw_dialogs() {
 }
 
 void redraw() {
-    check_terminal_size();
     draw_background();
     redraw_screens();
     redraw_dialogs();
@@ -74,10 +67,12 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    if (renew_screen())
-        redraw();
-    else
+    if (!renew_screen())
         raise(SIGHUP);
+    else if (!check_terminal_size())
+        std::exit(refuse_terminal());
+    else
+        redraw();
     errno = errno_before;
 }
 

@@ -2,15 +2,15 @@
 
 /// The fixed frame around all screens and the terminal's size.
 
-/// Measures the terminal into `screen_rows` and `screen_cols`. Ends the program with status 0 and a
-/// message on standard output when it has fewer than 72 columns or 20 lines.
-void check_terminal_size();
+/// Measures the terminal into `screen_rows` and `screen_cols`. Returns whether it is large enough:
+/// at least 72 columns and 20 lines.
+bool check_terminal_size();
 
 /// Draws the title and help lines, each with a ruler, over the standard screen's present size.
 void draw_background();
 
 /// The handler of SIGWINCH: takes the terminal's new size and redraws what is on the screen. Ends
-/// the program as check_terminal_size() does when the terminal has become too small. Each built
+/// the program by refuse_terminal() when the terminal has become too small. Each built
 /// screen concerned, the services, relay and sendmail screens always, swallows one key that is
 /// waiting to be read. A message or question that is open is left in no-delay mode. Sends SIGHUP
 /// instead when the terminal is gone.

@@ -5,7 +5,7 @@
 #include "ui/main_window.h"
 #include "ui/window.h"
 #include "wizard/base/screen_state.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/terminal_session.h"
 
 CursesScreen::CursesScreen(int rows, int cols) : terminal(rows, cols) {

@@ -15,7 +15,7 @@
 #include "wizard/base/install_profile.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/screen_sequence.h"
 #include "wizard/terminal_session.h"
 

@@ -1,5 +1,3 @@
-#include "wizard/release_screens.h"
-
 #include <gtest/gtest.h>
 #include <panel.h>
 
@@ -12,6 +10,7 @@
 #include "ui/pending_box.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/screen_state.h"
+#include "wizard/ending.h"
 
 namespace {
 

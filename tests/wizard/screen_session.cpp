@@ -15,7 +15,7 @@
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/terminal_session.h"
 
 ScreenSession::ScreenSession(Size size) : terminal(size.rows, size.cols) {

@@ -1,15 +1,15 @@
-#include "wizard/summary.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <string>
 
+#include "tests/support/case_name.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
+#include "wizard/ending.h"
 
 namespace {
 
@@ -24,11 +24,11 @@ class Summary : public testing::Test {
         form_document_paths();
         std::snprintf(wizard_settings.primary_domain, sizeof wizard_settings.primary_domain,
                       "example.com");
-        wizard_settings.webadmin_port = 9000;
     }
     ~Summary() override {
-        wizard_settings = WizardSettings{};
+        wizard_settings = {};
         release_networks();
+        host_facts = {};
         replaced_calls = {};
     }
 
@@ -49,30 +49,31 @@ class Summary : public testing::Test {
         "previously set, by accessing one of the following URLs:\n";
 };
 
-TEST_F(Summary, names_each_interface_on_a_line_and_then_a_blank_line_when_all_were_chosen) {
-    EXPECT_EQ(printed(), introduction +
-                             "\thttp://127.0.0.1:9000\n"
-                             "\thttp://192.168.7.2:9000\n"
-                             "\thttp://10.20.0.5:9000\n"
-                             "\n");
+struct Choice {
+    const char* name;
+    int webadmin_interface;
+    int webadmin_port;
+    const char* urls;
+};
+
+// A line for each interface and then an empty one, or the one line. The port of HTTPS makes no
+// difference.
+const Choice choices[] = {
+    {"all", 0, 9000,
+     "\thttp://127.0.0.1:9000\n\thttp://192.168.7.2:9000\n\thttp://10.20.0.5:9000\n\n"},
+    {"one", 2, 65535, "\thttp://192.168.7.2:65535\n"},
+    {"the_last", 3, 443, "\thttp://10.20.0.5:443\n"},
+};
+
+class SummaryOf : public Summary, public testing::WithParamInterface<Choice> {};
+
+TEST_P(SummaryOf, tells_where_to_log_in) {
+    wizard_settings.webadmin_interface = GetParam().webadmin_interface;
+    wizard_settings.webadmin_port = GetParam().webadmin_port;
+    EXPECT_EQ(printed(), introduction + GetParam().urls);
 }
 
-TEST_F(Summary, names_the_one_interface_that_was_chosen_and_no_blank_line) {
-    wizard_settings.webadmin_interface = 2;
-    EXPECT_EQ(printed(), introduction + "\thttp://192.168.7.2:9000\n");
-}
-
-TEST_F(Summary, names_the_port_that_was_chosen) {
-    wizard_settings.webadmin_interface = 3;
-    wizard_settings.webadmin_port = 65535;
-    EXPECT_EQ(printed(), introduction + "\thttp://10.20.0.5:65535\n");
-}
-
-TEST_F(Summary, the_scheme_is_http_on_the_port_of_https_too) {
-    wizard_settings.webadmin_interface = 1;
-    wizard_settings.webadmin_port = 443;
-    EXPECT_EQ(printed(), introduction + "\thttp://127.0.0.1:443\n");
-}
+INSTANTIATE_TEST_SUITE_P(Interfaces, SummaryOf, testing::ValuesIn(choices), CaseName());
 
 TEST_F(Summary, has_no_url_where_no_interface_is_known) {
     release_networks();

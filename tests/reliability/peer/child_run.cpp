@@ -14,8 +14,8 @@
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/abort_wizard.h"
 #include "wizard/base/screen_state.h"
+#include "wizard/ending.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
