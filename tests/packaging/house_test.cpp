@@ -1,0 +1,130 @@
+// How the sources hang together: the layers, what they remember, how long they are.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path sources = SOURCES;
+
+// From the lowest to the highest: a file includes only what is in its own folder or a lower one.
+const std::vector<std::string> layers = {"wizard/base", "wizard/system", "ui/terminal", "ui",
+                                         "apply",       "screens",       "wizard"};
+
+// The place of a path's folder among the layers; their number for any other folder.
+size_t layer_of(const fs::path& path) {
+    const auto layer = std::find(layers.begin(), layers.end(), path.parent_path());
+    return static_cast<size_t>(layer - layers.begin());
+}
+
+// What follows the pattern's group 1 each time that it is found in a text.
+std::vector<std::string> all_in(const std::string& text, const std::regex& pattern) {
+    std::vector<std::string> found;
+    for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at)
+        found.push_back((*at)[1]);
+    return found;
+}
+
+// The product's sources and headers, by their paths from the root.
+std::vector<fs::path> product_files() {
+    std::vector<fs::path> files;
+    for (const char* folder : {"wizard", "ui", "screens", "apply"}) {
+        for (const auto& entry : fs::recursive_directory_iterator(sources / folder)) {
+            if (entry.path().extension() == ".cpp" || entry.path().extension() == ".h")
+                files.push_back(entry.path().lexically_relative(sources));
+        }
+    }
+    EXPECT_GT(files.size(), 100U);
+    return files;
+}
+
+TEST(Layers, include_only_what_is_lower) {
+    static const std::regex include("#include \"([^\"]+)\"");
+    for (const fs::path& file : product_files()) {
+        EXPECT_LT(layer_of(file), layers.size()) << file << " is in no layer";
+        for (const std::string& header : all_in(read_file(sources / file), include))
+            EXPECT_LE(layer_of(header), layer_of(file)) << file << " includes " << header;
+    }
+}
+
+TEST(Layers, are_shown_in_their_order) {
+    static const std::regex row("\n[|] `([a-z/]+)/` [|]");
+    EXPECT_EQ(all_in(read_file(sources / "docs/architecture.md"), row), layers);
+}
+
+// What some systems' headers bring along and others' do not is included where it is used.
+TEST(Includes, name_what_only_some_systems_bring_along) {
+    const std::pair<const char*, const char*> needed[] = {
+        {"AF_INET", "#include <sys/socket.h>"},
+        {"FD_ZERO", "#include <cstring>"},  // which calls memset() on SunOS
+    };
+    for (const auto& [used, header] : needed) {
+        size_t uses = 0;
+        for (const fs::path& file : product_files()) {
+            const std::string text = read_file(sources / file);
+            if (text.find(used) == std::string::npos)
+                continue;
+            ++uses;
+            EXPECT_NE(text.find(header), std::string::npos) << file << " lacks " << header;
+        }
+        EXPECT_GT(uses, 0U) << used;
+    }
+}
+
+constexpr size_t most_lines = 327;
+
+TEST(Files, are_short) {
+    for (const fs::path& file : product_files()) {
+        const std::string text = read_file(sources / file);
+        EXPECT_LE(std::count(text.begin(), text.end(), '\n'), most_lines) << file;
+    }
+}
+
+constexpr size_t most_variables = 64;
+
+// What the program remembers outside of its functions: a name, or a file and a name where only the
+// file knows it. A line of nm's table: name, value, class, type, size, line, section.
+std::set<std::string> variables_in(const std::string& library) {
+    static const std::regex variable(
+        "(.*[^ ]) *[|][^|]*[|] *([A-Za-z]) *[|][^|]*[|][^|]*[|][^|]*[|][.](bss|t?data).*");
+    static const std::regex none(
+        "guard variable.*|__odr_asan.*|.*DW[.]ref.*|.*[.]data[.]rel[.]ro.*");
+    const CommandResult symbols = run_command({"nm", "-C", "-f", "sysv", library});
+    EXPECT_EQ(symbols.status, exited(0)) << symbols.err;
+    std::set<std::string> variables;
+    std::string file;
+    std::istringstream lines(symbols.out);
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch parts;
+        if (line.compare(0, 13, "Symbols from ") == 0)
+            file = line.substr(13) + " ";
+        else if (std::regex_match(line, parts, variable) && !std::regex_match(line, none))
+            variables.insert((parts[2] == "b" || parts[2] == "d" ? file : "") + parts[1].str());
+    }
+    return variables;
+}
+
+TEST(World, is_small) {
+    std::set<std::string> variables;
+    for (const char* library : {LIBRARIES})
+        variables.merge(variables_in(library));
+    EXPECT_GT(variables.size(), 5U);
+    std::string all;
+    for (const std::string& variable : variables)
+        all += "\n" + variable;
+    EXPECT_LE(variables.size(), most_variables) << all;
+}
+
+}  // namespace
