@@ -54,7 +54,7 @@ bool go_back_to(int state, const char* message) {
         "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
     server_stop();
     release_screens();
-    close_screen();
+    close_terminal();
     std::exit(1);
 }
 

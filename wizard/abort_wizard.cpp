@@ -10,14 +10,14 @@
 void abort_wizard(int /*signal_number*/) {
     release_screens();
     server_stop();
-    close_screen_in_time("\nTELUMA Configuration Wizard Aborted!\n");
+    close_terminal_in_time("\nTELUMA Configuration Wizard Aborted!\n");
     std::exit(1);
 }
 
 void exit_wizard() {
     server_stop();
     release_screens();
-    close_screen();
+    close_terminal();
     std::puts("\nTELUMA Configuration Wizard Aborted!");
     std::exit(0);
 }

@@ -45,7 +45,7 @@ int main() {
         return refuse_user();
     create_screens();
     run_screens();
-    close_screen();
+    close_terminal();
     print_summary();
     release_screens();
     return 0;

@@ -29,7 +29,7 @@ void fill_standard_descriptors() {
 void start_curses() {
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
-    if (!open_screen()) {
+    if (!open_terminal()) {
         // In curses' own words, as the library may well be there.
         const char* type = std::getenv("TERM");
         std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
@@ -37,7 +37,7 @@ void start_curses() {
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }
-    std::atexit(close_screen);
+    std::atexit(close_terminal);
     guard_terminal_against_crashes();
     start_color();
     cbreak();
@@ -76,6 +76,6 @@ int refuse_user() {
     showMessage("You MUST be a superuser to run this program!", "Error!");
     delete main_window;
     main_window = nullptr;
-    close_screen();
+    close_terminal();
     return 1;
 }

@@ -26,7 +26,7 @@ void check_terminal_size() {
     screen_cols = getmaxx(stdscr);
     if (screen_cols >= min_screen_cols && screen_rows >= min_screen_rows)
         return;
-    close_screen();
+    close_terminal();
     std::puts("Please enlarge your window so it will have at least 72 columns and 20 lines!");
     release_screens();
     std::exit(0);
@@ -74,7 +74,7 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    if (renew_screen())
+    if (renew_terminal())
         redraw();
     else
         raise(SIGHUP);
@@ -90,7 +90,7 @@ void continue_wizard(int /*signal_number*/) {
 
 void suspend_wizard(int signal_number) {
     const int errno_before = errno;
-    close_screen();
+    close_terminal();
     stop_process(signal_number);
     on_resize(SIGWINCH);
     errno = errno_before;

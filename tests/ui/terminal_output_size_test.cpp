@@ -23,11 +23,11 @@ std::pair<int, int> size() {
 void expect_to_keep_its_size(Pty& pty) {
     for (const auto& [rows, cols] : {std::pair(24, 65535), std::pair(4097, 80)}) {
         pty.resize(rows, cols);
-        renew_screen();
+        renew_terminal();
         EXPECT_EQ(size(), std::pair(24, 80));
     }
     pty.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(size(), std::pair(34, 100));
 }
 
@@ -38,7 +38,7 @@ TEST_F(TerminalOutput, goes_to_a_screen_of_the_new_size_from_then_on) {
     news();
     pty.resize(34, 100);
     emulator.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(getmaxy(stdscr), 34);
     EXPECT_EQ(getmaxx(stdscr), 100);
     draw(33, "the new bottom");
@@ -53,7 +53,7 @@ TEST_F(TerminalOutput, of_a_new_size_is_said_in_one_go) {
     show();
     news();
     pty.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(news(), "");
 }
 
@@ -62,7 +62,7 @@ TEST_F(TerminalOutput, has_the_keypad_on_when_the_size_has_changed) {
     keypad(stdscr, TRUE);
     show();
     pty.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     show();
     news();
     EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
@@ -75,14 +75,14 @@ TEST_F(TerminalOutput, finds_the_modes_that_it_needs_when_the_size_changes) {
     tcgetattr(STDIN_FILENO, &other);
     other.c_lflag |= ICANON | ECHO;
     tcsetattr(STDIN_FILENO, TCSANOW, &other);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(pty.modes(), modes_of_curses);
 }
 
 TEST_F(TerminalOutput, keeps_a_size_that_no_terminal_tells) {
     keep_output_back();
     pty.resize(0, 0);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(getmaxy(stdscr), 24);
     EXPECT_EQ(getmaxx(stdscr), 80);
 }
@@ -91,11 +91,11 @@ TEST_F(TerminalOutput, keeps_a_size_that_the_environment_prescribes) {
     setenv("LINES", "24", 1);
     keep_output_back();
     pty.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(getmaxy(stdscr), 24);
     EXPECT_EQ(getmaxx(stdscr), 100);
     setenv("COLUMNS", "90", 1);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(getmaxy(stdscr), 24);
     EXPECT_EQ(getmaxx(stdscr), 90);
 }
@@ -106,7 +106,7 @@ TEST_F(TerminalOutput, goes_to_a_screen_of_its_size_where_the_environment_prescr
     for (const char* value : {"", "0", "-5", "many", "25x", "99999999999"}) {
         setenv("LINES", value, 1);
         pty.resize(++rows, 100);
-        renew_screen();
+        renew_terminal();
         EXPECT_EQ(getmaxy(stdscr), rows) << value;
     }
 }
@@ -127,7 +127,7 @@ TEST_F(TerminalOutputWithoutStore, has_as_many_rows_and_columns_as_a_terminal_ma
     EXPECT_EQ(size(), std::pair(4096, 72));
     keep_output_back();
     pty.resize(20, 4096);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(size(), std::pair(20, 4096));
 }
 

@@ -114,7 +114,7 @@ TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
     attron(A_BOLD);
     draw(0, "last words");
     refresh();
-    close_screen();
+    close_terminal();
     const std::string bytes = news();
     EXPECT_LT(bytes.find("last words"), bytes.find(normal_screen));
     EXPECT_FALSE(emulator.alternateScreen());
@@ -125,7 +125,7 @@ TEST_F(TerminalOutput, that_was_kept_back_comes_before_the_end) {
 
 TEST_F(TerminalOutputWithoutStore, leaves_plain_text_where_no_other_screen_is_left) {
     showBoldTextWithoutOtherScreen();
-    close_screen();
+    close_terminal();
     expectPlainText();
 }
 
@@ -133,9 +133,9 @@ TEST_F(TerminalOutput, goes_on_after_the_screen_was_left_for_a_while) {
     keep_output_back();
     show();
     const TerminalModes modes_of_curses = pty.modes();
-    close_screen();
+    close_terminal();
     EXPECT_EQ(pty.modes(), modes_before);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(pty.modes(), modes_of_curses);
     draw(3, "back");
     show();
@@ -159,7 +159,7 @@ TEST_F(TerminalOutput, is_said_anew_whatever_the_terminal_shows) {
     const ScreenImage drawn = emulator.image();
     emulator.feed("\x1b[?1049l\x1b[2J\x1b[m\x1b[?25h\x1b[?1l\x1b[4;1H\r\nkernel: oops");
     tcsetattr(STDIN_FILENO, TCSANOW, &modes_before.settings);
-    redraw_screen();
+    redraw_terminal();
     keypad(stdscr, TRUE);
     send_output();
     news();
@@ -173,9 +173,9 @@ TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {
     keep_output_back();
     show();
     news();
-    close_screen();
+    close_terminal();
     EXPECT_NE(news().find(normal_screen), std::string::npos);
-    renew_screen();
+    renew_terminal();
     show();
     EXPECT_EQ(news().find(normal_screen), std::string::npos);
 }
@@ -183,7 +183,7 @@ TEST_F(TerminalOutput, leaves_the_screen_once_before_it_comes_back) {
 TEST_F(TerminalOutputWithoutStore, has_its_attributes_again_after_somebody_else_used_the_terminal) {
     showBoldTextWithoutOtherScreen();
     EXPECT_EQ(write(STDOUT_FILENO, "\x1b[m", 3), 3);
-    renew_screen();
+    renew_terminal();
     draw(0, "bold");
     show();
     news();
@@ -207,8 +207,8 @@ TEST_F(TerminalOutputWithoutStore, is_all_said_to_a_terminal_that_does_not_speak
 TEST_F(TerminalOutput, leaves_nothing_open_in_other_programs) {
     keep_output_back();
     show();
-    close_screen();
-    renew_screen();
+    close_terminal();
+    renew_terminal();
     EXPECT_EQ(inheritedDescriptors(), inherited_before);
 }
 
@@ -224,9 +224,9 @@ TEST_F(TerminalOutputWithoutStore, goes_through_where_files_must_stay_small) {
     EXPECT_EQ(rowText(0), "through");
     pty.resize(34, 100);
     emulator.resize(34, 100);
-    renew_screen();
+    renew_terminal();
     EXPECT_EQ(getmaxy(stdscr), 34);
-    close_screen();
+    close_terminal();
     EXPECT_EQ(pty.modes(), modes_before);
     news();
     EXPECT_FALSE(emulator.alternateScreen());

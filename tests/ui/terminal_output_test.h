@@ -56,7 +56,7 @@ class TerminalOutputWithoutStore : public testing::Test {
     }
 
     static void open() {
-        EXPECT_TRUE(open_screen());
+        EXPECT_TRUE(open_terminal());
         cbreak();
         noecho();
     }

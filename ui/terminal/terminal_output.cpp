@@ -204,7 +204,7 @@ void prepare_to_leave() {
 }
 
 // What curses does by itself where its output is not kept back.
-void renew_terminal() {
+void take_new_size() {
     const TerminalSize size = terminal_size();
     if (is_term_resized(size.rows, size.cols))
         resizeterm(size.rows, size.cols);
@@ -213,7 +213,7 @@ void renew_terminal() {
 
 }  // namespace
 
-bool open_screen() {
+bool open_terminal() {
     remember_terminals();
     FILE* stream = stream_for_curses();
     const SizeGuard size_guard;
@@ -261,7 +261,7 @@ void show_frame() {
     send_output();
 }
 
-void redraw_screen() {
+void redraw_terminal() {
     retake_terminals();
     thinner.forget();
     // Coming back to the terminal curses says all modes again.
@@ -291,13 +291,13 @@ bool write_in_time(const char* text, size_t length) {
     return length == 0;
 }
 
-void close_screen() {
+void close_terminal() {
     prepare_to_leave();
     write_frame(leaving);
     give_terminals_back();
 }
 
-void close_screen_in_time(const char* farewell) {
+void close_terminal_in_time(const char* farewell) {
     if (!keeps_back && !takes_output(0))
         silence_output();
     prepare_to_leave();
@@ -309,12 +309,12 @@ void close_screen_in_time(const char* farewell) {
     forget_frame();
 }
 
-bool renew_screen() {
+bool renew_terminal() {
     if (!retake_terminals())
         return false;
     const SizeGuard size_guard;
     if (keeps_back)
-        renew_terminal();
+        take_new_size();
     clear();
     // Left a second time, a terminal would go back to where it was when it was left the first time.
     if (!isendwin())

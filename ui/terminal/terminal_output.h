@@ -18,7 +18,7 @@
 /// and output as newterm(3X) does, for the terminal type in TERM. A size of more than 4,096 rows or
 /// columns, told by LINES, COLUMNS or the terminal, is ignored, as it is later. False if it can't
 /// use the terminal, which it then leaves as it was, or can't move its cursor.
-bool open_screen();
+bool open_terminal();
 
 /// From now on what curses says waits for send_output(), and the modes that it has set are kept by
 /// the wizard: curses can't change them any more, so this comes behind cbreak(3X) and its like.
@@ -34,7 +34,7 @@ void show_frame();
 
 /// Draws everything anew, modes and attributes included, that has been drawn and shown before,
 /// whatever the terminal shows now.
-void redraw_screen();
+void redraw_terminal();
 
 /// Writes as much of the text as standard output takes within half a second; whether that was all.
 /// Async-signal-safe.
@@ -42,14 +42,14 @@ bool write_in_time(const char* text, std::size_t length);
 
 /// Leaves the screen to other programs: endwin(3X), behind what has been kept back; then gives the
 /// terminals back. Waits for a terminal that takes nothing.
-void close_screen();
+void close_terminal();
 
 /// The same for the handler of a signal that ends the wizard, and says `farewell` then; takes a
 /// second at most. What the terminal doesn't take stays unsaid.
-void close_screen_in_time(const char* farewell);
+void close_terminal_in_time(const char* farewell);
 
 /// Comes back, with a cleared standard screen, to a terminal that may have another size now, which
-/// curses takes, and other modes: clear(3X), endwin(3X), refresh(3X). After close_screen() too.
+/// curses takes, and other modes: clear(3X), endwin(3X), refresh(3X). After close_terminal() too.
 /// False, with nothing done, if there is no terminal to come back to. Stops while the wizard is in
 /// the background.
-bool renew_screen();
+bool renew_terminal();
