@@ -11,7 +11,7 @@
 #include "ui/keys.h"
 #include "ui/label.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "ui/list.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/text_field.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"

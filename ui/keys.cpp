@@ -5,8 +5,7 @@
 
 #include <csignal>
 
-#include "ui/terminal/key_sequences.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/system/signal_gate.h"
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "apply/server_process.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/release_screens.h"
 
 void abort_wizard(int /*signal_number*/) {

@@ -2,7 +2,7 @@
 #include <initializer_list>
 
 #include "screens/screen_list.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/abort_wizard.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"

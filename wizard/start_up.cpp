@@ -4,16 +4,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
-#include "ui/colours.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal/crash_guard.h"
-#include "ui/terminal/key_sequences.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/terminal_session.h"
 
@@ -27,8 +23,6 @@ void fill_standard_descriptors() {
 }
 
 void start_curses() {
-    // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
-    std::setlocale(LC_CTYPE, "");
     if (!open_terminal()) {
         // In curses' own words, as the library may well be there.
         const char* type = std::getenv("TERM");
@@ -37,25 +31,8 @@ void start_curses() {
         std::printf("You must install ncurses library\n");
         std::exit(1);
     }
-    std::atexit(close_terminal);
-    guard_terminal_against_crashes();
-    start_color();
-    cbreak();
-    noecho();
-    // An interrupt key that threw away the key before it would leave curses reading a key that is
-    // not there, deaf to the interrupt.
-    noqiflush();
-    keep_output_back();
-    // Behind an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
-    // second.
-    if (std::getenv("ESCDELAY") == nullptr)
-        set_escdelay(200);
-    keypad(stdscr, TRUE);
-    learn_key_sequences();
     check_terminal_size();
-    init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
-    init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
-    init_pair(pair_button, COLOR_BLACK, COLOR_RED);
+    define_colours();
     draw_background();
     main_window = new Window(stdscr, nullptr);
 }

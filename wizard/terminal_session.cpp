@@ -13,8 +13,7 @@
 #include "ui/keys.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
-#include "ui/terminal/terminals.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
@@ -83,7 +82,7 @@ void on_resize(int /*signal_number*/) {
 
 void continue_wizard(int /*signal_number*/) {
     const int errno_before = errno;
-    retake_terminals();
+    retake_terminal();
     raise(SIGWINCH);
     errno = errno_before;
 }

@@ -1,16 +1,13 @@
 #include "wizard/start_up.h"
 
-#include <curses.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <initializer_list>
 #include <string>
 
 #include "tests/support/open_descriptors.h"
-#include "tests/support/pty.h"
 #include "tests/wizard/replaced_calls.h"
 
 namespace {
@@ -45,27 +42,6 @@ TEST(StandardDescriptors, that_are_closed_are_opened_on_the_null_device) {
 
 TEST(StandardDescriptors, that_are_open_stay_what_they_are) {
     EXPECT_EXIT(fill_those_closed({}), testing::ExitedWithCode(0), "");
-}
-
-/// For a process that ends: status 0 if curses, with that in the environment, comes to wait so many
-/// milliseconds for what follows an Escape.
-[[noreturn]] void expect_delay(const char* in_environment, int milliseconds) {
-    const Pty pty(24, 80);
-    const Descriptor terminal = pty.openProgramSide();
-    dup2(terminal.get(), STDIN_FILENO);
-    dup2(terminal.get(), STDOUT_FILENO);
-    setenv("TERM", "xterm-256color", 1);
-    unsetenv("ESCDELAY");
-    if (in_environment != nullptr)
-        setenv("ESCDELAY", in_environment, 1);
-    start_curses();
-    _exit(get_escdelay() == milliseconds ? 0 : 1);
-}
-
-TEST(Escape, is_waited_behind_for_a_fifth_of_a_second_unless_the_environment_tells_how_long) {
-    EXPECT_EXIT(expect_delay(nullptr, 200), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(expect_delay("750", 750), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(expect_delay("0", 0), testing::ExitedWithCode(0), "");
 }
 
 class Superuser : public testing::Test {

@@ -1,13 +1,9 @@
-#include "ui/terminal/terminal_size.h"
-
 #include <curses.h>
 #include <sys/ioctl.h>
-#include <termios.h>
 
 #include <cstdlib>
-#include <string>
 
-#include "ui/terminal/terminals.h"
+#include "ui/terminal/terminal_record.h"
 
 namespace {
 
@@ -16,31 +12,31 @@ constexpr int most_cells = 4096;
 // The lines or columns that the environment prescribes; 0 for none.
 int prescribed(const char* variable) {
     const char* text = std::getenv(variable);
-    if (text == nullptr)
-        return 0;
     char* end = nullptr;
-    const long value = std::strtol(text, &end, 10);
-    return *end == '\0' && value > 0 && value <= most_cells ? static_cast<int>(value) : 0;
+    const long value = text != nullptr ? std::strtol(text, &end, 10) : 0;
+    return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
+}
+
+// The same, or else what the terminal tells; 0 where nobody tells.
+int size_of(const char* variable, int told) {
+    const int wanted = prescribed(variable);
+    return wanted != 0 || told > most_cells ? wanted : told;
 }
 
 winsize told_size() {
     winsize size{};
-    ioctl(screen_terminal(), TIOCGWINSZ, &size);
+    ioctl(size_terminal(), TIOCGWINSZ, &size);
     return size;
-}
-
-int size_of(const char* variable, int told) {
-    const int wanted = prescribed(variable);
-    if (wanted != 0)
-        return wanted;
-    return told <= most_cells ? told : 0;
 }
 
 }  // namespace
 
-TerminalSize terminal_size() {
+void take_size() {
     const winsize told = told_size();
-    return {size_of("LINES", told.ws_row), size_of("COLUMNS", told.ws_col)};
+    const int rows = size_of("LINES", told.ws_row);
+    const int cols = size_of("COLUMNS", told.ws_col);
+    if (is_term_resized(rows, cols))
+        resizeterm(rows, cols);
 }
 
 SizeGuard::SizeGuard() {
