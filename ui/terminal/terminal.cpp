@@ -49,8 +49,8 @@ bool start_on_terminal() {
     remember_terminals();
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
-    const SizeGuard size_guard;
-    SCREEN* screen = start_curses(stream_for_curses());
+    SCREEN* screen = nullptr;
+    with_sound_size([&] { screen = start_curses(stream_for_curses()); });
     if (screen != nullptr && !can_move_cursor()) {
         endwin();
         delscreen(screen);
@@ -156,25 +156,25 @@ void close_terminal_in_time(const char* last_words) {
     if (has_left)
         write_in_time(last_words, std::strlen(last_words));
     leaving.clear();
-    wizard_terminal.frame.clear();
-    wizard_terminal.frame_written = 0;
+    write_frame({});
 }
 
 bool renew_terminal() {
     if (!retake_terminal())
         return false;
-    const SizeGuard size_guard;
-    // What curses does by itself where its output is not kept back.
-    if (wizard_terminal.keeps_back)
-        take_size();
     wizard_terminal.thinner.forget();
-    clear();
-    // Left a second time, a terminal would go back to where it was when it was left the first time.
-    if (!isendwin())
-        endwin();
-    refresh();
+    with_sound_size([] {
+        // What curses does by itself where its output is not kept back.
+        if (wizard_terminal.stream != nullptr)
+            take_size();
+        clear();
+        // Left twice, a terminal would go back to where it was when it was left the first time.
+        if (!isendwin())
+            endwin();
+        refresh();
+    });
     // Curses has not seen that it came back to a terminal.
-    if (wizard_terminal.keeps_back)
+    if (wizard_terminal.stream != nullptr)
         keypad(stdscr, TRUE);
     return true;
 }

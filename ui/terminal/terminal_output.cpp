@@ -23,7 +23,7 @@ bool may_write_frames() {
     return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
 }
 
-// Of standard output: which of these events there are, within that time.
+// Of standard output: which of these events there are, within that time; for ever if that is -1.
 short output_events(short events, long within_milliseconds) {
     pollfd output = {STDOUT_FILENO, events, 0};
     const bool any = poll(&output, 1, static_cast<int>(within_milliseconds)) == 1;
@@ -40,16 +40,9 @@ ssize_t write_some(const char* text, size_t length) {
     wizard_terminal.is_in_write = true;
     const ssize_t written = write(STDOUT_FILENO, text, length);
     wizard_terminal.is_in_write = false;
-    if (written == -1 && errno == EAGAIN) {
-        pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
-        return poll(&terminal, 1, -1) == -1 ? -1 : 0;
-    }
+    if (written == -1 && errno == EAGAIN)
+        return output_events(POLLOUT, -1) == 0 ? -1 : 0;
     return written;
-}
-
-void forget_frame() {
-    wizard_terminal.frame.clear();
-    wizard_terminal.frame_written = 0;
 }
 
 // A clock that nobody sets.
@@ -80,7 +73,6 @@ void keep_output_back() {
     const int descriptor = fileno(wizard_terminal.stream.get());
     dup2(wizard_terminal.store.get(), descriptor);
     fcntl(descriptor, F_SETFD, FD_CLOEXEC);
-    wizard_terminal.keeps_back = true;
 }
 
 std::string take_output() {
@@ -110,7 +102,8 @@ void write_frame(std::string text) {
             break;
         written += more > 0 ? static_cast<size_t>(more) : 0;
     }
-    forget_frame();
+    frame.clear();
+    written = 0;
 }
 
 bool write_in_time(const char* text, size_t length) {
@@ -135,7 +128,7 @@ bool write_in_time(const char* text, size_t length) {
 }
 
 void silence_stuck_output() {
-    if (wizard_terminal.keeps_back || takes_output(0))
+    if (wizard_terminal.stream != nullptr || takes_output(0))
         return;
     const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
     if (nowhere.isOpen())
@@ -146,8 +139,7 @@ void send_output() {
     // Stopped and sent to the background since the last wait; only in a wait this is told.
     if (!is_in_foreground() && retake_terminal())
         raise(SIGWINCH);
-    if (wizard_terminal.keeps_back)
-        write_frame(thinned(take_output()));
+    write_frame(thinned(take_output()));
     // Nobody will ever read what is written.
     if ((output_events(0, 0) & (POLLERR | POLLHUP)) != 0)
         raise(SIGHUP);

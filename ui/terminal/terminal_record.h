@@ -5,9 +5,9 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "ui/terminal/output_thinner.h"
 #include "wizard/system/descriptor.h"
@@ -31,10 +31,9 @@ struct Terminal {
     StandardTerminal standard[3];  ///< by their standard descriptors
     bool keeps_modes = false;
 
-    /// Curses' own; while output is kept back it leads to the store.
+    /// Curses' own, which leads to the store; none where curses writes by itself.
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{nullptr, std::fclose};
     Descriptor store;
-    bool keeps_back = false;
     bool thins = false;
     OutputThinner thinner{};
 
@@ -83,21 +82,10 @@ int size_terminal();
 /// Has curses take the size that LINES and COLUMNS prescribe or else the terminal tells.
 void take_size();
 
-/// Stands guard while curses asks for the size by itself, newterm(3X) and, after endwin(3X),
-/// refresh(3X): it finds in the environment the size that it has, or 24 by 80, in place of one that
-/// no terminal has. Variables that prescribe nothing that can be used are removed for good.
-class SizeGuard {
-  public:
-    SizeGuard();
-    ~SizeGuard();
-    SizeGuard(const SizeGuard&) = delete;
-    SizeGuard& operator=(const SizeGuard&) = delete;
-
-  private:
-    void guard(const char* variable, int told, int present);
-
-    std::vector<const char*> standing_in;
-};
+/// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
+/// meanwhile it finds in the environment the size that it has, or 24 by 80, in place of one that no
+/// terminal has. Variables that prescribe nothing that can be used are removed for good.
+void with_sound_size(const std::function<void()>& ask);
 
 /// A stream for curses to write to; standard output where nothing can be kept back.
 std::FILE* stream_for_curses();
