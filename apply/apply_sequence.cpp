@@ -13,7 +13,7 @@
 #include "apply/server_process.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/screen_state.h"
@@ -54,7 +54,7 @@ bool go_back_to(int state, const char* message) {
         "Could not login to Teluma server! Please make sure that the CLI port is not in use!");
     server_stop();
     release_screens();
-    close_screen();
+    close_terminal();
     std::exit(1);
 }
 

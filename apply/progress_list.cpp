@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "ui/button.h"
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/keys.h"
 #include "ui/label.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 
 namespace {
 

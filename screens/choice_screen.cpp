@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "ui/choice_list.h"
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/format_label.h"
 #include "ui/line_breaker.h"
 #include "wizard/base/heap_text.h"

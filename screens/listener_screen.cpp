@@ -8,7 +8,7 @@
 
 #include "screens/interface_rows.h"
 #include "screens/listeners.h"
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/label.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"

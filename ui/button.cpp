@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 
 namespace {
 

@@ -5,8 +5,7 @@
 
 #include <csignal>
 
-#include "ui/terminal/key_sequences.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/system/signal_gate.h"
 
@@ -59,7 +58,7 @@ int read_key(const Window& widget) {
         WINDOW* window = widget.getCursesWindow() != nullptr ? widget.getCursesWindow() : stdscr;
         const int key = key_at_hand(window, is_nodelay(window));
         if (key == key_redraw)
-            redraw_screen();
+            redraw_terminal();
         if (key != ERR)
             return key == KEY_ENTER ? key_enter : key;
         in_vain = has_input() ? in_vain + 1 : 0;

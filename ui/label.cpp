@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 
 Label::Label(Window* parent, int row, int col, const char* text)
     : Window(parent, row, col, 1, static_cast<int>(std::strlen(text))), text(strdup(text)) {

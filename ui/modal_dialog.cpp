@@ -1,12 +1,12 @@
 #include "ui/modal_dialog.h"
 
 #include "ui/button.h"
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/format_label.h"
 #include "ui/keys.h"
 #include "ui/line_breaker.h"
 #include "ui/main_window.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/main_window.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"

@@ -8,21 +8,21 @@
 #include "screens/screen_list.h"
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/wizard_settings.h"
 
 int end_wizard(WizardEnd end) {
     if (end == WizardEnd::completed) {
-        close_screen();
+        close_terminal();
         print_summary();
         release_screens();
         return 0;
     }
     server_stop();
     release_screens();
-    close_screen();
+    close_terminal();
     if (end == WizardEnd::without_login)
         return 1;
     std::puts("\nTELUMA Configuration Wizard Aborted!");
@@ -30,7 +30,7 @@ int end_wizard(WizardEnd end) {
 }
 
 int refuse_terminal() {
-    close_screen();
+    close_terminal();
     std::puts("Please enlarge your window so it will have at least 72 columns and 20 lines!");
     release_screens();
     return 0;
@@ -39,7 +39,7 @@ int refuse_terminal() {
 void abort_wizard(int /*signal_number*/) {
     release_screens();
     server_stop();
-    close_screen_in_time("\nTELUMA Configuration Wizard Aborted!\n");
+    close_terminal_in_time("\nTELUMA Configuration Wizard Aborted!\n");
     std::exit(1);
 }
 

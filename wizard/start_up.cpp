@@ -4,18 +4,14 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
 
-#include "ui/colours.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal/crash_guard.h"
-#include "ui/terminal/key_sequences.h"
-#include "ui/terminal/terminal_output.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/descriptor.h"
 #include "wizard/base/tel_help.h"
@@ -60,9 +56,7 @@ void set_limits() {
 }
 
 bool start_curses() {
-    // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
-    std::setlocale(LC_CTYPE, "");
-    if (!open_screen()) {
+    if (!open_terminal()) {
         // In curses' own words, as the library may well be there.
         const char* type = std::getenv("TERM");
         std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
@@ -70,28 +64,11 @@ bool start_curses() {
         std::printf("You must install ncurses library\n");
         return false;
     }
-    std::atexit(close_screen);
-    guard_terminal_against_crashes();
-    start_color();
-    cbreak();
-    noecho();
-    // An interrupt key that threw away the key before it would leave curses reading a key that is
-    // not there, deaf to the interrupt.
-    noqiflush();
-    keep_output_back();
-    // After an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
-    // second.
-    if (std::getenv("ESCDELAY") == nullptr)
-        set_escdelay(200);
-    keypad(stdscr, TRUE);
-    learn_key_sequences();
     return true;
 }
 
 void make_main_window() {
-    init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
-    init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
-    init_pair(pair_button, COLOR_BLACK, COLOR_RED);
+    define_colours();
     draw_background();
     main_window = new Window(stdscr, nullptr);
 }
@@ -109,6 +86,6 @@ int refuse_user() {
     showMessage("You MUST be a superuser to run this program!", "Error!");
     delete main_window;
     main_window = nullptr;
-    close_screen();
+    close_terminal();
     return 1;
 }

@@ -8,12 +8,11 @@
 
 #include "apply/progress_list.h"
 #include "screens/screen_list.h"
-#include "ui/colours.h"
 #include "ui/keys.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "ui/terminal/terminal_output.h"
-#include "ui/terminal/terminals.h"
+#include "ui/terminal/colours.h"
+#include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
@@ -67,7 +66,7 @@ void draw_background() {
 
 void on_resize(int /*signal_number*/) {
     const int errno_before = errno;
-    if (!renew_screen())
+    if (!renew_terminal())
         raise(SIGHUP);
     else if (!check_terminal_size())
         std::exit(refuse_terminal());
@@ -78,14 +77,14 @@ void on_resize(int /*signal_number*/) {
 
 void continue_wizard(int /*signal_number*/) {
     const int errno_before = errno;
-    retake_terminals();
+    retake_terminal();
     raise(SIGWINCH);
     errno = errno_before;
 }
 
 void suspend_wizard(int signal_number) {
     const int errno_before = errno;
-    close_screen();
+    close_terminal();
     stop_process(signal_number);
     on_resize(SIGWINCH);
     errno = errno_before;

@@ -2,7 +2,7 @@
 
 #include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
-#include "ui/colours.h"
+#include "ui/terminal/colours.h"
 #include "ui/modal_dialog.h"
 #include "wizard/base/screen_state.h"
 

@@ -1,7 +1,5 @@
 // What keyboards send that the descriptions of their terminals don't have.
 
-#include "ui/terminal/key_sequences.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,6 +7,7 @@
 
 #include "tests/support/curses_terminal.h"
 #include "ui/keys.h"
+#include "ui/terminal/terminal_record.h"
 #include "ui/window.h"
 
 namespace {
@@ -38,58 +37,46 @@ INSTANTIATE_TEST_SUITE_P(Terminals, KeySequences,
                                          "tmux-256color", "vt220", "putty", "rxvt"),
                          name_of);
 
-TEST_P(KeySequences, cursor_keys_are_known_in_both_of_their_modes) {
-    for (const char* introducer : {"\033[", "\033O"}) {
-        EXPECT_EQ(keyOf(std::string(introducer) + "A"), KEY_UP);
-        EXPECT_EQ(keyOf(std::string(introducer) + "B"), KEY_DOWN);
-        EXPECT_EQ(keyOf(std::string(introducer) + "C"), KEY_RIGHT);
-        EXPECT_EQ(keyOf(std::string(introducer) + "D"), KEY_LEFT);
-    }
-}
-
-TEST_P(KeySequences, keys_above_the_cursor_keys_are_single_keys) {
-    for (const char* sequence : {"\033[H", "\033OH", "\033[F", "\033OF", "\033[1~", "\033[4~",
-                                 "\033[7~", "\033[8~", "\033[2~", "\033[3~", "\033[5~", "\033[6~"})
-        EXPECT_GT(keyOf(sequence), KEY_MIN) << sequence + 1;
-}
-
-TEST_P(KeySequences, digits_of_the_keypad_are_digits) {
+TEST_P(KeySequences, are_keys_for_the_cursor_in_both_modes_and_for_the_keypad) {
+    const std::pair<const char*, int> sequences[] = {{"\033[A", KEY_UP},
+                                                     {"\033OA", KEY_UP},
+                                                     {"\033[B", KEY_DOWN},
+                                                     {"\033OB", KEY_DOWN},
+                                                     {"\033[C", KEY_RIGHT},
+                                                     {"\033OC", KEY_RIGHT},
+                                                     {"\033[D", KEY_LEFT},
+                                                     {"\033OD", KEY_LEFT},
+                                                     {"\033On", '.'},
+                                                     {"\033OM", key_enter},
+                                                     {"\t", key_tab},
+                                                     {"\r", key_enter},
+                                                     {"\n", key_enter},
+                                                     {"O", 'O'},
+                                                     {"[", '['}};
+    for (const auto& [sequence, key] : sequences)
+        EXPECT_EQ(keyOf(sequence), key) << sequence;
     for (int digit = 0; digit <= 9; ++digit)
         EXPECT_EQ(keyOf(std::string("\033O") + static_cast<char>('p' + digit)), '0' + digit);
-    EXPECT_EQ(keyOf("\033On"), '.');
 }
 
-TEST_P(KeySequences, enter_of_the_keypad_is_enter) {
-    EXPECT_EQ(keyOf("\033OM"), key_enter);
-}
-
-TEST_P(KeySequences, reports_of_a_mouse_are_single_keys) {
-    EXPECT_GT(keyOf("\033[<0;10;10M"), KEY_MIN);
+// Those above the cursor keys, and the report of a mouse.
+TEST_P(KeySequences, are_single_keys_where_no_screen_knows_them) {
+    for (const char* sequence :
+         {"\033[H", "\033OH", "\033[F", "\033OF", "\033[1~", "\033[4~", "\033[7~", "\033[8~",
+          "\033[2~", "\033[3~", "\033[5~", "\033[6~", "\033[<0;10;10M"})
+        EXPECT_GT(keyOf(sequence), KEY_MIN) << sequence + 1;
     EXPECT_EQ(keyOf("a"), 'a');
 }
 
 TEST(KeySequencesOfDescription, stay_where_they_are_keys_that_the_screens_know) {
     CursesTerminal terminal(24, 80, "vt100");
+    ASSERT_EQ(key_defined("\033Ot"), KEY_F(5));
     define_key("\033[A", KEY_DOWN);
     define_key("\033[D", KEY_BACKSPACE);
     learn_key_sequences();
     EXPECT_EQ(key_defined("\033[A"), KEY_DOWN);
     EXPECT_EQ(key_defined("\033[D"), KEY_BACKSPACE);
-}
-
-TEST(KeySequencesOfDescription, give_way_where_no_screen_knows_their_key) {
-    CursesTerminal terminal(24, 80, "vt100");
-    ASSERT_EQ(key_defined("\033Ot"), KEY_F(5));
-    learn_key_sequences();
     EXPECT_EQ(key_defined("\033Ot"), '4');
-}
-
-TEST_P(KeySequences, other_keys_stay_what_the_description_says) {
-    EXPECT_EQ(keyOf("\t"), key_tab);
-    EXPECT_EQ(keyOf("\r"), key_enter);
-    EXPECT_EQ(keyOf("\n"), key_enter);
-    EXPECT_EQ(keyOf("O"), 'O');
-    EXPECT_EQ(keyOf("["), '[');
 }
 
 }  // namespace

@@ -14,6 +14,13 @@
 
 namespace {
 
+int signals_seen = 0;
+
+void count_signals(int signal_number) {
+    signals_seen = 0;
+    hold_signal(signal_number, [](int) { ++signals_seen; });
+}
+
 /// Key loops read from the windows of widgets; this is one.
 class KeysTest : public UiTest {
   protected:
@@ -21,15 +28,21 @@ class KeysTest : public UiTest {
 
     WINDOW* window() const { return widget.getCursesWindow(); }
 
-    Window widget;
-};
+    void expectKeys(const std::vector<int>& keys) {
+        for (const int key : keys)
+            EXPECT_EQ(read_key(widget), key) << keyname(key);
+    }
 
-/// From now on the standard input is at its end, as when the terminal is gone.
-void end_input() {
-    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    dup2(nothing, STDIN_FILENO);
-    close(nothing);
-}
+    /// From now on the standard input is at its end, as when the terminal is gone.
+    static void endInput() {
+        const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+        dup2(nothing, STDIN_FILENO);
+        close(nothing);
+    }
+
+    Window widget;
+    KeyWaits waits;
+};
 
 TEST_F(KeysTest, enter_and_space_press_buttons_and_no_other_key_does) {
     EXPECT_TRUE(is_press(10));
@@ -38,27 +51,12 @@ TEST_F(KeysTest, enter_and_space_press_buttons_and_no_other_key_does) {
         EXPECT_FALSE(is_press(key)) << keyname(key);
 }
 
-TEST_F(KeysTest, the_key_loops_know_tab_enter_and_space_by_their_characters) {
-    terminal.press(Key::tab);
-    terminal.press(Key::enter);
-    terminal.press(Key::space);
-    EXPECT_EQ(read_key(widget), key_tab);
-    EXPECT_EQ(read_key(widget), key_enter);
-    EXPECT_EQ(read_key(widget), key_space);
-}
-
-TEST_F(KeysTest, keys_that_were_typed_ahead_are_read_in_their_order) {
-    terminal.type("aB");
-    terminal.press(Key::up);
-    terminal.press(Key::backspace);
-    for (const int key : {int{'a'}, int{'B'}, KEY_UP, KEY_BACKSPACE})
-        EXPECT_EQ(read_key(widget), key) << keyname(key);
-}
-
-TEST_F(KeysTest, cursor_keys_are_single_keys_also_from_a_window_without_keypad) {
+TEST_F(KeysTest, keys_that_were_typed_ahead_are_read_in_their_order_also_without_keypad) {
     ASSERT_FALSE(is_keypad(window()));
-    terminal.press(Key::down);
-    EXPECT_EQ(read_key(widget), KEY_DOWN);
+    terminal.type("aB");
+    for (const Key key : {Key::up, Key::backspace, Key::tab, Key::enter, Key::space})
+        terminal.press(key);
+    expectKeys({'a', 'B', KEY_UP, KEY_BACKSPACE, key_tab, key_enter, key_space});
     EXPECT_TRUE(is_keypad(window()));
 }
 
@@ -69,31 +67,25 @@ TEST_F(KeysTest, a_control_sequence_that_is_known_to_nobody_is_one_key_that_is_n
         terminal.type(sequence + "b");
         EXPECT_GT(read_key(widget), KEY_MIN) << sequence.substr(1);
         EXPECT_EQ(read_key(widget), 'b') << sequence.substr(1);
+        terminal.type(sequence + "b");
+        drain_key(window(), false);
+        EXPECT_EQ(read_key(widget), 'b') << sequence.substr(1);
     }
 }
 
 TEST_F(KeysTest, escape_before_other_keys_leaves_them_as_they_are) {
     set_escdelay(10);
     const std::string too_long = "[" + std::string(40, '1');
-    const std::vector<std::string> all = {"",       "a",   "\033", "[",  "O",     "[12",
-                                          "[1\033", "[\n", "O\t",  "[[", too_long};
-    for (const std::string& keys : all) {
+    for (const std::string& keys : std::vector<std::string>{
+             "", "a", "\033", "[", "O", "[12", "[1\033", "[\n", "O\t", "[[", too_long}) {
         terminal.type("\033" + keys);
-        EXPECT_EQ(read_key(widget), 27) << keys;
-        for (const char key : keys)
-            EXPECT_EQ(read_key(widget), key) << keys;
+        expectKeys({27});
+        expectKeys({keys.begin(), keys.end()});
     }
     terminal.type("\033\033OA");
-    EXPECT_EQ(read_key(widget), 27);
-    EXPECT_EQ(read_key(widget), KEY_UP);
-}
-
-TEST_F(KeysTest, the_rest_of_a_sequence_that_comes_later_is_typed) {
-    set_escdelay(10);
-    KeyWaits waits;
+    expectKeys({27, KEY_UP});
     waits.then([&] { terminal.type("\033["); }).then([&] { terminal.type("5"); });
-    for (const int key : {27, int{'['}, int{'5'}})
-        EXPECT_EQ(read_key(widget), key);
+    expectKeys({27, '[', '5'});
 }
 
 TEST_F(KeysTest, ctrl_l_has_everything_drawn_anew) {
@@ -101,105 +93,94 @@ TEST_F(KeysTest, ctrl_l_has_everything_drawn_anew) {
     shown();
     const size_t before = terminal.outputBytes().size();
     terminal.type("\f");
-    EXPECT_EQ(read_key(widget), '\f');
+    expectKeys({'\f'});
     EXPECT_NE(terminal.outputBytes().find("drawn", before), std::string::npos);
 }
 
 TEST_F(KeysTest, a_key_that_curses_holds_already_comes_before_those_of_the_terminal) {
     terminal.type("b");
     ungetch('a');
-    EXPECT_EQ(read_key(widget), 'a');
-    EXPECT_EQ(read_key(widget), 'b');
-}
-
-TEST_F(KeysTest, waits_for_a_key_that_is_typed_later) {
-    KeyWaits waits;
-    waits.then([&] { terminal.type("z"); });
-    EXPECT_EQ(read_key(widget), 'z');
-}
-
-int interrupts = 0;
-
-void count_interrupts() {
-    hold_signal(SIGUSR1, [](int) { ++interrupts; });
-    interrupts = 0;
+    expectKeys({'a', 'b'});
 }
 
 TEST_F(KeysTest, a_signal_that_brings_no_key_does_not_end_the_wait) {
-    count_interrupts();
+    count_signals(SIGUSR1);
     const auto interrupt = [] { std::raise(SIGUSR1); };
-    KeyWaits waits;
     waits.then(interrupt).then(interrupt).then([&] { terminal.type("z"); });
-    EXPECT_EQ(read_key(widget), 'z');
-    EXPECT_EQ(interrupts, 2);
+    expectKeys({'z'});
+    EXPECT_EQ(signals_seen, 2);
 }
 
 TEST_F(KeysTest, an_interrupt_gets_in_although_there_is_a_key_to_read) {
-    count_interrupts();
+    count_signals(SIGUSR1);
     std::raise(SIGUSR1);
-    EXPECT_EQ(interrupts, 0);
+    EXPECT_EQ(signals_seen, 0);
     terminal.type("a");
-    EXPECT_EQ(read_key(widget), 'a');
-    EXPECT_EQ(interrupts, 1);
+    expectKeys({'a'});
+    EXPECT_EQ(signals_seen, 1);
 }
 
 TEST_F(KeysTest, a_resize_stays_out_while_there_is_a_key_to_read) {
-    static int resizes;
-    resizes = 0;
-    hold_signal(SIGWINCH, [](int) { ++resizes; });
+    count_signals(SIGWINCH);
     std::raise(SIGWINCH);
     terminal.type("a");
-    EXPECT_EQ(read_key(widget), 'a');
-    EXPECT_EQ(resizes, 0);
-    KeyWaits waits;
+    expectKeys({'a'});
+    EXPECT_EQ(signals_seen, 0);
     waits.then([] {}).then([&] {
-        EXPECT_EQ(resizes, 1);
+        EXPECT_EQ(signals_seen, 1);
         terminal.type("b");
     });
-    EXPECT_EQ(read_key(widget), 'b');
+    expectKeys({'b'});
 }
 
 // As when a shell reads the same terminal: of what was there to read nothing is left.
 TEST_F(KeysTest, input_that_somebody_else_has_read_is_no_end) {
-    static int hang_ups;
-    hang_ups = 0;
-    hold_signal(SIGHUP, [](int) { ++hang_ups; });
+    count_signals(SIGHUP);
     termios line_mode{};
     tcgetattr(STDIN_FILENO, &line_mode);
     line_mode.c_lflag |= ICANON;
     tcsetattr(STDIN_FILENO, TCSANOW, &line_mode);
     const std::string end_of_line = {static_cast<char>(line_mode.c_cc[VEOF])};
-    KeyWaits waits;
     waits.then([&] { terminal.type(end_of_line); });
     waits.then([&] { terminal.type("z\n"); });
-    EXPECT_EQ(read_key(widget), 'z');
-    EXPECT_EQ(hang_ups, 0);
+    expectKeys({'z'});
+    EXPECT_EQ(signals_seen, 0);
 }
 
-TEST_F(KeysTest, a_window_in_no_delay_mode_is_waited_for_too_and_stays_in_it) {
-    nodelay(window(), TRUE);
-    KeyWaits waits;
-    waits.then([&] {
-        EXPECT_TRUE(is_nodelay(window()));
-        terminal.type("z");
+TEST_F(KeysTest, the_end_of_the_input_sends_a_hang_up_after_the_keys_before) {
+    static CursesTerminal* keyboard = nullptr;
+    keyboard = &terminal;
+    signals_seen = 0;
+    hold_signal(SIGHUP, [](int) {
+        ++signals_seen;
+        keyboard->type("z");
     });
-    EXPECT_EQ(read_key(widget), 'z');
-    EXPECT_TRUE(is_nodelay(window()));
+    endInput();
+    terminal.type("ab");
+    expectKeys({'a', 'b'});
+    EXPECT_EQ(signals_seen, 0);
+    expectKeys({'z'});
+    EXPECT_EQ(signals_seen, 1);
 }
 
-TEST_F(KeysTest, a_window_out_of_no_delay_mode_stays_out_of_it) {
-    terminal.type("z");
-    EXPECT_EQ(read_key(widget), 'z');
-    EXPECT_FALSE(is_nodelay(window()));
+TEST_F(KeysTest, a_window_is_waited_for_in_no_delay_mode_or_not_and_stays_as_it_is) {
+    for (const bool polled : {false, true}) {
+        nodelay(window(), polled);
+        waits.then([&] {
+            EXPECT_EQ(is_nodelay(window()), polled);
+            terminal.type("z");
+        });
+        expectKeys({'z'});
+        EXPECT_EQ(is_nodelay(window()), polled);
+    }
 }
 
 TEST_F(KeysTest, a_window_put_into_no_delay_mode_by_a_signal_during_the_wait_stays_in_it) {
-    KeyWaits waits;
     waits.then([&] {
         drain_key(window(), true);
         terminal.type("z");
     });
-    EXPECT_EQ(read_key(widget), 'z');
+    expectKeys({'z'});
     EXPECT_TRUE(is_nodelay(window()));
 }
 
@@ -208,59 +189,19 @@ TEST_F(KeysTest, without_a_window_the_key_is_read_from_the_standard_screen) {
     EXPECT_EQ(read_key(Window(nullptr, nullptr)), KEY_LEFT);
 }
 
-TEST_F(KeysTest, the_end_of_the_input_sends_a_hang_up) {
-    static CursesTerminal* keyboard = nullptr;
-    static int hang_ups;
-    keyboard = &terminal;
-    hang_ups = 0;
-    hold_signal(SIGHUP, [](int) {
-        ++hang_ups;
-        keyboard->type("z");
-    });
-    end_input();
-    EXPECT_EQ(read_key(widget), 'z');
-    EXPECT_EQ(hang_ups, 1);
-}
-
-TEST_F(KeysTest, keys_typed_before_the_end_of_the_input_are_read_first) {
-    end_input();
-    terminal.type("ab");
-    EXPECT_EQ(read_key(widget), 'a');
-    EXPECT_EQ(read_key(widget), 'b');
-}
-
-TEST_F(KeysTest, drain_forgets_one_key_and_leaves_the_next) {
-    terminal.type("ab");
-    drain_key(window(), false);
-    EXPECT_EQ(read_key(widget), 'b');
-}
-
-TEST_F(KeysTest, drain_takes_a_cursor_key_as_one_key) {
-    ASSERT_FALSE(is_keypad(window()));
+TEST_F(KeysTest, drain_forgets_one_key_at_most_and_sets_no_delay_mode_as_it_is_told) {
+    terminal.type("a");
     terminal.press(Key::up);
     terminal.type("b");
-    drain_key(window(), false);
-    EXPECT_TRUE(is_keypad(window()));
-    EXPECT_EQ(read_key(widget), 'b');
-}
-
-TEST_F(KeysTest, drain_takes_a_control_sequence_that_is_known_to_nobody_as_one_key) {
-    terminal.type("\033[1;5~b");
-    drain_key(window(), false);
-    EXPECT_EQ(read_key(widget), 'b');
-}
-
-TEST_F(KeysTest, drain_does_not_wait_where_there_is_no_key) {
-    drain_key(window(), false);
-    EXPECT_FALSE(is_nodelay(window()));
-}
-
-TEST_F(KeysTest, drain_of_a_screen_leaves_no_delay_mode_and_drain_of_a_dialog_stays_in_it) {
     nodelay(window(), TRUE);
     drain_key(window(), false);
+    EXPECT_TRUE(is_keypad(window()));
     EXPECT_FALSE(is_nodelay(window()));
     drain_key(window(), true);
     EXPECT_TRUE(is_nodelay(window()));
+    expectKeys({'b'});
+    drain_key(window(), false);
+    EXPECT_FALSE(is_nodelay(window()));
 }
 
 TEST_F(KeysTest, drain_shows_nothing_of_a_window_that_has_changed) {

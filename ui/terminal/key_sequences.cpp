@@ -1,59 +1,34 @@
-#include "ui/terminal/key_sequences.h"
-
 #include <algorithm>
 #include <vector>
+
+#include "ui/terminal/terminal.h"
+#include "ui/terminal/terminal_record.h"
 
 namespace {
 
 struct KeySequence {
-    const char* bytes;
+    const char* bytes;  // after ESC
     int key;
 };
 
+// The cursor keys in both of their modes; the keys above them, as xterm, the VT220, rxvt and the
+// consoles send them; the keypad of a VT100, which curses puts into the mode in which it sends
+// these.
 constexpr KeySequence sequences[] = {
-    // The cursor keys in both of their modes.
-    {"\033[A", KEY_UP},
-    {"\033OA", KEY_UP},
-    {"\033[B", KEY_DOWN},
-    {"\033OB", KEY_DOWN},
-    {"\033[C", KEY_RIGHT},
-    {"\033OC", KEY_RIGHT},
-    {"\033[D", KEY_LEFT},
-    {"\033OD", KEY_LEFT},
-    // The keys above them, as xterm, the VT220, rxvt and the consoles send them.
-    {"\033[H", KEY_HOME},
-    {"\033OH", KEY_HOME},
-    {"\033[1~", KEY_HOME},
-    {"\033[7~", KEY_HOME},
-    {"\033[F", KEY_END},
-    {"\033OF", KEY_END},
-    {"\033[4~", KEY_END},
-    {"\033[8~", KEY_END},
-    {"\033[2~", KEY_IC},
-    {"\033[3~", KEY_DC},
-    {"\033[5~", KEY_PPAGE},
-    {"\033[6~", KEY_NPAGE},
-    // The keypad of a VT100, which curses puts into the mode in which it sends these.
-    {"\033Op", '0'},
-    {"\033Oq", '1'},
-    {"\033Or", '2'},
-    {"\033Os", '3'},
-    {"\033Ot", '4'},
-    {"\033Ou", '5'},
-    {"\033Ov", '6'},
-    {"\033Ow", '7'},
-    {"\033Ox", '8'},
-    {"\033Oy", '9'},
-    {"\033On", '.'},
-    {"\033OM", KEY_ENTER},
-};
+    {"[A", KEY_UP},    {"OA", KEY_UP},    {"[B", KEY_DOWN}, {"OB", KEY_DOWN},   {"[C", KEY_RIGHT},
+    {"OC", KEY_RIGHT}, {"[D", KEY_LEFT},  {"OD", KEY_LEFT}, {"[H", KEY_HOME},   {"OH", KEY_HOME},
+    {"[1~", KEY_HOME}, {"[7~", KEY_HOME}, {"[F", KEY_END},  {"OF", KEY_END},    {"[4~", KEY_END},
+    {"[8~", KEY_END},  {"[2~", KEY_IC},   {"[3~", KEY_DC},  {"[5~", KEY_PPAGE}, {"[6~", KEY_NPAGE},
+    {"Op", '0'},       {"Oq", '1'},       {"Or", '2'},      {"Os", '3'},        {"Ot", '4'},
+    {"Ou", '5'},       {"Ov", '6'},       {"Ow", '7'},      {"Ox", '8'},        {"Oy", '9'},
+    {"On", '.'},       {"OM", KEY_ENTER}};
 
 // A key that does something on some screen.
 bool is_known(int key) {
     return key == KEY_UP || key == KEY_DOWN || key == KEY_BACKSPACE || key == KEY_ENTER;
 }
 
-// Whether what has been read behind ESC is the beginning of a control sequence, and not the whole.
+// Whether what has been read after ESC is the beginning of a control sequence, and not the whole.
 // A Linux console sends ESC [ [ and a letter for its first function keys.
 bool goes_on(const std::vector<int>& bytes) {
     constexpr size_t longest = 32;
@@ -78,8 +53,9 @@ void learn_key_sequences() {
     // where an earlier program has left that on.
     define_key(nullptr, KEY_MOUSE);
     for (const KeySequence& sequence : sequences) {
-        if (!is_known(key_defined(sequence.bytes)))
-            define_key(sequence.bytes, sequence.key);
+        const std::string bytes = std::string("\033") + sequence.bytes;
+        if (!is_known(key_defined(bytes.c_str())))
+            define_key(bytes.c_str(), sequence.key);
     }
 }
 

@@ -1,186 +1,182 @@
 #include "ui/terminal/output_thinner.h"
 
-#include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace {
 
-constexpr char escape = 27;
-constexpr char shift_out = 14;
-constexpr char shift_in = 15;
-constexpr char delete_character = 127;
+constexpr char line_font[] = "11";
 
-bool is_between(char byte, char first, char last) {
-    return byte >= first && byte <= last;
-}
-
-bool is_one_of(char byte, const char* bytes) {
-    return byte != '\0' && std::strchr(bytes, byte) != nullptr;
-}
-
-bool is_control(char byte) {
-    return is_between(byte, 0, ' ' - 1) || byte == delete_character;
+bool is_one_of(char byte, std::string_view bytes) {
+    return bytes.find(byte) != std::string_view::npos;
 }
 
 bool is_ascii(char byte) {
-    return static_cast<unsigned char>(byte) <= delete_character;
+    return (byte & '\x80') == 0;
 }
 
-// An escape sequence as ECMA-48 divides it: ESC [ parameters, then for all of them intermediate
-// bytes and a final byte.
-std::string sequence_at(const std::string& text, size_t start) {
+bool is_control(char byte) {
+    return is_ascii(byte) && (byte < ' ' || byte == '\x7f');
+}
+
+// An escape sequence as ECMA-48 divides it (ESC [ parameters, then for all of them intermediate
+// bytes and a final byte), a character in UTF-8, or a byte.
+std::string token_at(const std::string& text, size_t start) {
     size_t end = start + 1;
-    const auto skip = [&](char first, char last) {
-        while (end < text.size() && is_between(text[end], first, last))
-            ++end;
-    };
-    if (end < text.size() && text[end] == '[') {
-        ++end;
-        skip('0', '?');
+    if (text[start] == '\033') {
+        if (text.compare(end, 1, "[") == 0)
+            end = text.find_first_not_of("0123456789:;<=>?", end + 1);
+        end = text.find_first_not_of(" !\"#$%&'()*+,-./", end);
+        end = end == std::string::npos ? end : end + 1;
     }
-    skip(' ', '/');
-    return text.substr(start, end + 1 - start);
-}
-
-// A character in UTF-8, or a byte of another character set.
-std::string character_at(const std::string& text, size_t start) {
-    size_t end = start + 1;
     while (!is_ascii(text[start]) && end < text.size() && (text[end] & '\xc0') == '\x80')
         ++end;
     return text.substr(start, end - start);
 }
 
+// It and what follows it, if they are the same and beyond ASCII.
+std::string run_at(const std::string& text, size_t start, const std::string& token) {
+    size_t end = start + token.size();
+    while (!is_ascii(token[0]) && text.compare(end, token.size(), token) == 0)
+        end += token.size();
+    return text.substr(start, end - start);
+}
+
 // ESC [ numbers, and a final byte that is one of `finals`.
-bool is_numeric(const std::string& sequence, const char* finals) {
-    return sequence.size() > 2 && sequence[1] == '[' && is_one_of(sequence.back(), finals) &&
-           sequence.find_first_not_of("0123456789;", 2) == sequence.size() - 1;
+bool is_numeric(const std::string& token, const char* finals) {
+    return token.compare(0, 2, "\033[") == 0 && is_one_of(token.back(), finals) &&
+           token.find_first_not_of("0123456789;", 2) == token.size() - 1;
 }
 
-// Which mode a sequence switches, in a name that is the same for on and off; empty for those that
-// may change more than a mode.
-std::string mode_of(const std::string& sequence) {
-    if (sequence == "\x1b=" || sequence == "\x1b>")
-        return "keypad";
-    std::string mode = sequence.substr(0, sequence.size() - 1);
-    // Cursor keys, automatic margins, a blinking and a visible cursor.
-    for (const char* known : {"\x1b[?1", "\x1b[?7", "\x1b[?12", "\x1b[?25"}) {
-        if (mode == known && is_one_of(sequence.back(), "hl"))
-            return mode;
-    }
-    return "";
+// The space, and what erases, inserts, deletes or scrolls, in the background's colour. At the
+// bottom some controls do.
+bool leaves_blanks(const std::string& token) {
+    return token == " " || token == "\n" || token == "\v" || token == "\f" || token == "\033D" ||
+           token == "\033M" || is_numeric(token, "JKLMPSTX@");
 }
 
-// Sequences that neither show anything nor depend on attributes: to move the cursor, to repeat the
-// character just shown, to set margins and modes, to designate G1.
-bool is_harmless(const std::string& sequence) {
-    return (sequence.size() == 3 && sequence[1] == ')') ||
-           is_numeric(sequence, "ABCDEFGHIZ`abdefrhlt");
-}
-
-// Sequences that leave blanks in the background's colour: to erase, to insert, to delete, to
-// scroll.
-bool leaves_blanks(const std::string& sequence) {
-    return (sequence.size() == 2 && is_one_of(sequence[1], "DM")) ||
-           is_numeric(sequence, "JKLMPSTX@");
+// Neither shows anything nor depends on attributes: moves the cursor, repeats the character just
+// shown, sets margins and modes, designates G1.
+bool is_harmless(const std::string& token) {
+    return token[0] != '\033' || token.compare(1, 1, ")") == 0 ||
+           is_numeric(token, "ABCDEFGHIZ`abdefrhlt");
 }
 
 }  // namespace
 
 std::string OutputThinner::thin(const std::string& said) {
     for (size_t at = 0; at < said.size();) {
-        if (said[at] == escape) {
-            const std::string sequence = sequence_at(said, at);
-            takeSequence(sequence);
-            at += sequence.size();
-        } else if (is_control(said[at])) {
-            takeControl(said[at++]);
-        } else {
-            at += takeText(said, at);
-        }
+        const std::string token = token_at(said, at);
+        const std::string run = run_at(said, at, token);
+        at += run.size();
+        if (!takeRendition(token) && !takeSet(token) && !takeMode(token))
+            take(token, run);
     }
-    leaveLineDrawing();
-    return std::exchange(output, {});
-}
-
-std::string OutputThinner::settle() {
-    forget();
+    Look without_lines = shown;
+    for (const Attribute set : {font, letters, shift})
+        without_lines[set] = wanted[set];
+    say(without_lines);
     return std::exchange(output, {});
 }
 
 void OutputThinner::forget() {
     say(wanted);
-    wanted = shown = unknown_terminal_look();
+    wanted = shown = unknownLook();
     modes.clear();
 }
 
-// A character and all that are the same behind it. The last one is not repeated but said, as it may
-// be in the last column, where terminals differ. Returns how many bytes they are.
-size_t OutputThinner::takeText(const std::string& said, size_t at) {
-    said[at] == ' ' ? prepareForBlank() : say(wanted);
-    const std::string character = character_at(said, at);
-    const size_t size = character.size();
-    size_t count = 1;
-    while (!is_ascii(said[at]) && said.compare(at + count * size, size, character) == 0)
-        ++count;
-    const std::string whole = said.substr(at, count * size);
-    const std::string shorter = character + "\x1b[" + std::to_string(count - 2) + "b" + character;
-    output += repeats && shorter.size() < whole.size() ? shorter : whole;
-    return whole.size();
+// The last of a run is not repeated but said, as it may be in the last column, where terminals
+// differ.
+void OutputThinner::take(const std::string& token, const std::string& run) {
+    if (leaves_blanks(token))
+        sayForBlank();
+    else if (!is_control(token[0]))
+        say(wanted);
+    else if (!is_harmless(token))
+        forget();  // It may change anything, or save what there is now.
+    const size_t repetitions = run.size() / token.size() - 2;
+    const std::string shorter = token + "\033[" + std::to_string(repetitions) + "b" + token;
+    output += repeats && shorter.size() < run.size() ? shorter : run;
 }
 
-void OutputThinner::takeControl(char control) {
-    if (control == shift_in || control == shift_out) {
-        wanted[look_shift] = control;
-        return;
+// False, with nothing taken, if there is any parameter that it does not know.
+bool OutputThinner::takeRendition(const std::string& token) {
+    if (!is_numeric(token, "m"))
+        return false;
+    Look look = wanted;
+    for (size_t at = 2; at < token.size();) {
+        const size_t end = token.find_first_of(";m", at);
+        const std::string parameter = token.substr(at, end - at);
+        const bool is_colour = parameter.size() == 2 && parameter[1] != '8';
+        if (parameter.empty() || parameter == "0")
+            look[others] = look[bold] = look[foreground] = look[background] = "";
+        else if (parameter == "1")
+            look[bold] = parameter;
+        else if (parameter == "10" || parameter == line_font)
+            look[font] = parameter;
+        else if (is_colour && is_one_of(parameter[0], "34"))
+            look[parameter[0] == '3' ? foreground : background] = parameter;
+        else
+            return false;
+        at = end + 1;
     }
-    // At the bottom they scroll, which leaves blanks.
-    if (is_one_of(control, "\n\v\f"))
-        prepareForBlank();
-    output += control;
+    wanted = look;
+    return true;
 }
 
-void OutputThinner::takeSequence(const std::string& sequence) {
-    const std::string mode = mode_of(sequence);
-    if (!mode.empty()) {
-        takeMode(mode, sequence);
-    } else if (is_numeric(sequence, "m")) {
-        take_rendition(wanted, sequence.substr(2, sequence.size() - 3));
-    } else if (sequence.size() == 3 && sequence[1] == '(') {
-        wanted[look_letters] = sequence;
-    } else {
-        if (leaves_blanks(sequence))
-            prepareForBlank();
-        else if (!is_harmless(sequence))
-            forget();  // It may change anything, or save what there is now.
-        output += sequence;
-    }
+// Which character set to draw with.
+bool OutputThinner::takeSet(const std::string& token) {
+    const bool shifts = token == "\016" || token == "\017";
+    if (!shifts && token.compare(0, 2, "\033(") != 0)
+        return false;
+    wanted[shifts ? shift : letters] = token;
+    return true;
 }
 
-void OutputThinner::takeMode(const std::string& mode, const std::string& sequence) {
-    if (modes[mode] == sequence)
-        return;
-    modes[mode] = sequence;
-    output += sequence;
+// The keypad, cursor keys, automatic margins, a blinking and a visible cursor: each mode is told
+// apart by all but the last byte.
+bool OutputThinner::takeMode(const std::string& token) {
+    const std::string mode = token.substr(0, token.size() - 1);
+    const bool is_private =
+        mode == "\033[?1" || mode == "\033[?7" || mode == "\033[?12" || mode == "\033[?25";
+    if (!is_one_of(token.back(), is_private ? "hl" : mode == "\033" ? "=>" : ""))
+        return false;
+    if (std::exchange(modes[mode], token) != token)
+        output += token;
+    return true;
 }
 
 // Boldness is not seen on a blank.
-void OutputThinner::prepareForBlank() {
-    TerminalLook look = wanted;
-    if (differ_in_boldness_only(shown, wanted))
-        look[look_bold] = shown[look_bold];
+void OutputThinner::sayForBlank() {
+    Look look = wanted;
+    if (look[others].empty() && look[foreground] == shown[foreground] &&
+        look[background] == shown[background])
+        look[bold] = shown[bold];
     say(look);
 }
 
-void OutputThinner::leaveLineDrawing() {
-    TerminalLook look = shown;
-    for (const TerminalAttribute set : {look_font, look_letters, look_shift})
-        look[set] = wanted[set];
-    say(look);
-}
-
-void OutputThinner::say(const TerminalLook& look) {
-    if (look == shown)
-        return;
-    output += look_change(shown, look);
+void OutputThinner::say(const Look& look) {
+    output += rendition(look);
+    if (look[letters] != shown[letters])
+        output += look[letters];
+    // A font puts a Linux console back to letters.
+    if (look[shift] != shown[shift] || look[font] != shown[font])
+        output += look[shift];
     shown = look;
+}
+
+// The shortest SGR. Not every terminal knows how to take back a single attribute, but all know how
+// to take all back; some consoles then go back to their plain font too.
+std::string OutputThinner::rendition(const Look& look) const {
+    Look from = shown;
+    for (const Attribute attribute : {others, bold, foreground, background}) {
+        if (look[attribute].empty() && !shown[attribute].empty())
+            from = {"", "", "", "", look[font] == line_font ? "" : shown[font]};
+    }
+    std::string parameters;
+    for (const Attribute attribute : {bold, foreground, background, font})
+        parameters += from[attribute] != look[attribute] ? ";" + look[attribute] : "";
+    if (from != shown)
+        return "\033[" + parameters + "m";
+    return parameters.empty() ? "" : "\033[" + parameters.substr(1) + "m";
 }

@@ -1,23 +1,19 @@
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
-
-#include "ui/terminal/terminal_look.h"
 
 /// Leaves out of what curses says to a terminal whatever makes no difference to what is seen.
 ///
 /// Curses goes back to plain text after every update and sets all attributes anew for the next
-/// character; it switches the keypad on for every window. A thinner keeps account of what the
-/// terminal has been told last about each attribute, and says only what is new, when something is
-/// about to be shown or erased. Sequences that it does not know go through as they are.
+/// character; it switches the keypad on for every window. A thinner keeps account of what was said
+/// last about each attribute, and says only what is new, when something is about to be shown or
+/// erased. Sequences that it does not know go through as they are, after all that is owed: boldness
+/// across blanks, where it is not seen, and the way back to plain text at the end of a frame.
 ///
-/// Owed are at most boldness across what leaves blanks, which is not to be seen there, and the way
-/// back to plain text that curses takes at the end of a frame: it would make ten bytes of every
-/// character that is typed.
-///
-/// For terminals that speak ECMA-48 only: elsewhere what looks like one of its sequences may mean
-/// something else, such as ESC =, which moves the cursor of many.
+/// For terminals that speak ECMA-48 only, console_codes(4): elsewhere what looks like one of its
+/// sequences may mean something else, such as ESC =, which moves the cursor of many.
 class OutputThinner {
   public:
     /// `repeats`: whether the terminal repeats a character by CSI NUMBER b (REP), also one that is
@@ -28,25 +24,29 @@ class OutputThinner {
     /// are left in the end, so that what others write (wall(1)) can be read.
     std::string thin(const std::string& said);
 
-    /// What brings the terminal to all that curses takes it to be; empty if nothing is owed. Takes
-    /// nothing for granted from then on.
-    std::string settle();
-
-    /// The same as settle(), but it is the next call that says what is owed.
+    /// Takes nothing for granted any more. The next call says first what is owed.
     void forget();
 
   private:
-    size_t takeText(const std::string& said, size_t at);
-    void takeControl(char control);
-    void takeSequence(const std::string& sequence);
-    void takeMode(const std::string& mode, const std::string& sequence);
-    void prepareForBlank();
-    void leaveLineDrawing();
-    void say(const TerminalLook& look);
+    // Four that "Select Graphic Rendition" (SGR), CSI ... m, sets and takes back together, unknown
+    // ones first; a console's font, which it sets too; what designates G0; SI or SO.
+    enum Attribute { others, bold, foreground, background, font, letters, shift, attribute_count };
+
+    // What was said last about each; empty for what was taken back or never said.
+    using Look = std::array<std::string, attribute_count>;
+    static Look unknownLook() { return {"unknown"}; }
+
+    bool takeRendition(const std::string& token);
+    bool takeSet(const std::string& token);
+    bool takeMode(const std::string& token);
+    void take(const std::string& token, const std::string& run);
+    void sayForBlank();
+    void say(const Look& look);
+    std::string rendition(const Look& look) const;
 
     bool repeats;
-    TerminalLook wanted = unknown_terminal_look();  // by curses
-    TerminalLook shown = unknown_terminal_look();   // by the terminal
-    std::map<std::string, std::string> modes;       // the last sequence for each
+    Look wanted = unknownLook();               // by curses
+    Look shown = unknownLook();                // by the terminal
+    std::map<std::string, std::string> modes;  // what was said last about each
     std::string output;
 };

@@ -1,57 +1,21 @@
-#include "ui/terminal/terminal_output.h"
-
 #include <curses.h>
 #include <fcntl.h>
 #include <panel.h>
 #include <poll.h>
 #include <sys/resource.h>
-#include <term.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
-#include <cstring>
 #include <ctime>
-#include <string>
 #include <utility>
 
-#include "ui/terminal/output_thinner.h"
-#include "ui/terminal/terminal_size.h"
-#include "ui/terminal/terminals.h"
+#include "ui/terminal/terminal.h"
+#include "ui/terminal/terminal_record.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
-
-constexpr int no_descriptor = -1;
-
-// Curses writes to a descriptor of its own, which is a copy of the terminal's, and from the moment
-// on that output is kept back one of the store.
-int curses_descriptor = no_descriptor;
-int store = no_descriptor;
-bool keeps_back = false;
-bool thins = false;
-OutputThinner thinner;
-
-// What is being written and how much of that has been; should the wizard end meanwhile, nobody
-// knows how much while a write is under way.
-std::string frame;
-size_t frame_written = 0;
-bool is_in_write = false;
-
-// What leaves the screen, as long as it may have to be said again.
-std::string leaving;
-
-// The flags of standard output while it makes nobody wait.
-constexpr int flags_unchanged = -1;
-volatile std::sig_atomic_t flags_before = flags_unchanged;
-
-void close_if_open(int& descriptor) {
-    if (descriptor != no_descriptor)
-        close(descriptor);
-    descriptor = no_descriptor;
-}
 
 // A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write fails.
 bool may_write_frames() {
@@ -59,76 +23,26 @@ bool may_write_frames() {
     return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
 }
 
-FILE* stream_for_curses() {
-    store = may_write_frames() ? nameless_file() : no_descriptor;
-    if (store == no_descriptor)
-        return stdout;
-    const int terminal = screen_terminal() != no_descriptor ? screen_terminal() : STDOUT_FILENO;
-    curses_descriptor = fcntl(terminal, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    FILE* stream = curses_descriptor != no_descriptor ? fdopen(curses_descriptor, "w") : nullptr;
-    if (stream != nullptr)
-        return stream;
-    close_if_open(curses_descriptor);
-    close_if_open(store);
-    return stdout;
+// Of standard output: which of these events there are, within that time; for ever if that is -1.
+short output_events(short events, long within_milliseconds) {
+    pollfd output = {STDOUT_FILENO, events, 0};
+    const bool any = poll(&output, 1, static_cast<int>(within_milliseconds)) == 1;
+    return any ? output.revents : short{0};
 }
 
-// In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
-// their description says. A value of the user's stays, and other programs don't get ours.
-SCREEN* open_curses(FILE* stream) {
-    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
-    const bool is_users = std::getenv(line_characters) != nullptr;
-    if (!is_users)
-        setenv(line_characters, "1", 1);
-    SCREEN* screen = newterm(nullptr, stream, stdin);
-    if (!is_users)
-        unsetenv(line_characters);
-    return screen;
-}
-
-// On others, such as "dumb", all frames would stand below one another.
-bool can_move_cursor() {
-    return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
-}
-
-bool repeats_as_in_ecma_48() {
-    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
-    return repetition != nullptr && std::strcmp(repetition, "x\x1b[4b") == 0;
-}
-
-bool speaks_ecma_48() {
-    const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
-    return move != nullptr && std::strncmp(move, "\x1b[", 2) == 0;
+bool takes_output(long within_milliseconds) {
+    return within_milliseconds >= 0 && output_events(POLLOUT, within_milliseconds) != 0;
 }
 
 // Writes some of it, more than nothing once the terminal takes anything.
 ssize_t write_some(const char* text, size_t length) {
     const EndingsLetIn here;
-    is_in_write = true;
+    wizard_terminal.is_in_write = true;
     const ssize_t written = write(STDOUT_FILENO, text, length);
-    is_in_write = false;
-    if (written == -1 && errno == EAGAIN) {
-        pollfd terminal = {STDOUT_FILENO, POLLOUT, 0};
-        return poll(&terminal, 1, -1) == -1 ? -1 : 0;
-    }
+    wizard_terminal.is_in_write = false;
+    if (written == -1 && errno == EAGAIN)
+        return output_events(POLLOUT, -1) == 0 ? -1 : 0;
     return written;
-}
-
-void forget_frame() {
-    frame.clear();
-    frame_written = 0;
-}
-
-// As curses does it: a terminal that is gone must not keep the wizard from ending.
-void write_frame(std::string text) {
-    frame = std::move(text);
-    while (frame_written < frame.size()) {
-        const ssize_t more = write_some(frame.data() + frame_written, frame.size() - frame_written);
-        if (more == -1 && errno != EINTR)
-            break;
-        frame_written += more > 0 ? static_cast<size_t>(more) : 0;
-    }
-    forget_frame();
 }
 
 // A clock that nobody sets.
@@ -138,29 +52,31 @@ long milliseconds() {
     return static_cast<long>(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
 }
 
-// Whether standard output takes anything within that time.
-bool takes_output(long within_milliseconds) {
-    pollfd output = {STDOUT_FILENO, POLLOUT, 0};
-    return within_milliseconds >= 0 && poll(&output, 1, static_cast<int>(within_milliseconds)) == 1;
+}  // namespace
+
+std::FILE* stream_for_curses() {
+    const int terminal = size_terminal() != no_descriptor ? size_terminal() : STDOUT_FILENO;
+    Descriptor store(may_write_frames() ? nameless_file() : no_descriptor);
+    Descriptor copy(fcntl(terminal, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    std::FILE* stream = store.isOpen() && copy.isOpen() ? fdopen(copy.get(), "w") : nullptr;
+    if (stream == nullptr)
+        return stdout;
+    copy.release();
+    wizard_terminal.store = std::move(store);
+    wizard_terminal.stream.reset(stream);
+    return stream;
 }
 
-// From now on nothing that is written makes anybody wait.
-void silence_output() {
-    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (nowhere == no_descriptor)
+void keep_output_back() {
+    if (wizard_terminal.stream == nullptr)
         return;
-    dup2(nowhere, STDOUT_FILENO);
-    close(nowhere);
+    const int descriptor = fileno(wizard_terminal.stream.get());
+    dup2(wizard_terminal.store.get(), descriptor);
+    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
 }
 
-// Nobody will ever read what is written: a pipe without its reader, a terminal that is gone.
-bool nobody_reads() {
-    pollfd output = {STDOUT_FILENO, 0, 0};
-    return poll(&output, 1, 0) == 1 && (output.revents & (POLLERR | POLLHUP)) != 0;
-}
-
-// What curses has said since the last call.
-std::string take_from_store() {
+std::string take_output() {
+    const int store = wizard_terminal.store.get();
     const off_t length = lseek(store, 0, SEEK_CUR);
     if (length <= 0)
         return {};
@@ -172,107 +88,27 @@ std::string take_from_store() {
 }
 
 std::string thinned(const std::string& said) {
-    return thins ? thinner.thin(said) : said;
+    return wizard_terminal.thins ? wizard_terminal.thinner.thin(said) : said;
 }
 
-// What makes the text plain, whatever the terminal has been told.
-std::string plain_text() {
-    static std::string sequence;
-    sequence.clear();
-    if (exit_attribute_mode != nullptr)
-        tputs(exit_attribute_mode, 1, [](int character) {
-            sequence += static_cast<char>(character);
-            return character;
-        });
-    return sequence;
-}
-
-// All that is left to say, and how curses leaves the screen.
-std::string last_words() {
-    std::string words = thinned(take_from_store()) + thinner.settle();
-    // A frame that was torn may have ended anywhere, in the middle of a sequence too.
-    words = is_in_write ? plain_text() : frame.substr(frame_written) + words;
-    endwin();
-    return words + take_from_store();
-}
-
-void prepare_to_leave() {
-    if (stdscr != nullptr && !isendwin())
-        leaving = last_words();
-    else if (frame.empty())
-        leaving.clear();
-}
-
-// What curses does by itself where its output is not kept back.
-void renew_terminal() {
-    const TerminalSize size = terminal_size();
-    if (is_term_resized(size.rows, size.cols))
-        resizeterm(size.rows, size.cols);
-    thinner.forget();
-}
-
-}  // namespace
-
-bool open_screen() {
-    remember_terminals();
-    FILE* stream = stream_for_curses();
-    const SizeGuard size_guard;
-    SCREEN* screen = open_curses(stream);
-    if (screen != nullptr && !can_move_cursor()) {
-        endwin();
-        delscreen(screen);
-        screen = nullptr;
+void write_frame(std::string text) {
+    std::string& frame = wizard_terminal.frame;
+    size_t& written = wizard_terminal.frame_written;
+    frame = std::move(text);
+    while (written < frame.size()) {
+        const ssize_t more = write_some(frame.data() + written, frame.size() - written);
+        // As curses does it: a terminal that is gone must not keep the wizard from ending.
+        if (more == -1 && errno != EINTR)
+            break;
+        written += more > 0 ? static_cast<size_t>(more) : 0;
     }
-    if (screen == nullptr) {
-        if (stream != stdout)
-            std::fclose(stream);
-        return false;
-    }
-    def_prog_mode();
-    // Some terminals leave black behind deleted characters, whatever their description says.
-    idcok(stdscr, FALSE);
-    thins = isatty(STDOUT_FILENO) != 0 && speaks_ecma_48();
-    thinner = OutputThinner(repeats_as_in_ecma_48());
-    return true;
-}
-
-void keep_output_back() {
-    keep_terminals();
-    if (curses_descriptor == no_descriptor || keeps_back)
-        return;
-    dup2(store, curses_descriptor);
-    fcntl(curses_descriptor, F_SETFD, FD_CLOEXEC);
-    keeps_back = true;
-}
-
-void send_output() {
-    // Stopped and sent to the background since the last wait; only in a wait this is told.
-    if (!are_terminals_in_front() && retake_terminals())
-        raise(SIGWINCH);
-    if (keeps_back)
-        write_frame(thinned(take_from_store()));
-    if (nobody_reads())
-        raise(SIGHUP);
-}
-
-void show_frame() {
-    update_panels();
-    doupdate();
-    send_output();
-}
-
-void redraw_screen() {
-    retake_terminals();
-    thinner.forget();
-    // Coming back to the terminal curses says all modes again.
-    endwin();
-    clearok(curscr, TRUE);
-    doupdate();
-    send_output();
+    frame.clear();
+    written = 0;
 }
 
 bool write_in_time(const char* text, size_t length) {
     constexpr long limit = 500;
+    volatile std::sig_atomic_t& flags_before = wizard_terminal.flags_before;
     const long end = milliseconds() + limit;
     const int flags = fcntl(STDOUT_FILENO, F_GETFL);
     // A crash may come in the middle of this.
@@ -291,37 +127,26 @@ bool write_in_time(const char* text, size_t length) {
     return length == 0;
 }
 
-void close_screen() {
-    prepare_to_leave();
-    write_frame(leaving);
-    give_terminals_back();
+void silence_stuck_output() {
+    if (wizard_terminal.stream != nullptr || takes_output(0))
+        return;
+    const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    if (nowhere.isOpen())
+        dup2(nowhere.get(), STDOUT_FILENO);
 }
 
-void close_screen_in_time(const char* farewell) {
-    if (!keeps_back && !takes_output(0))
-        silence_output();
-    prepare_to_leave();
-    const bool has_left = write_in_time(leaving.data(), leaving.size());
-    give_terminals_back();
-    if (has_left)
-        write_in_time(farewell, std::strlen(farewell));
-    leaving.clear();
-    forget_frame();
+void send_output() {
+    // Stopped and sent to the background since the last wait; only in a wait this is told.
+    if (!is_in_foreground() && retake_terminal())
+        raise(SIGWINCH);
+    write_frame(thinned(take_output()));
+    // Nobody will ever read what is written.
+    if ((output_events(0, 0) & (POLLERR | POLLHUP)) != 0)
+        raise(SIGHUP);
 }
 
-bool renew_screen() {
-    if (!retake_terminals())
-        return false;
-    const SizeGuard size_guard;
-    if (keeps_back)
-        renew_terminal();
-    clear();
-    // Left a second time, a terminal would go back to where it was when it was left the first time.
-    if (!isendwin())
-        endwin();
-    refresh();
-    // Curses has not seen that it came back to a terminal.
-    if (keeps_back)
-        keypad(stdscr, TRUE);
-    return true;
+void show_frame() {
+    update_panels();
+    doupdate();
+    send_output();
 }

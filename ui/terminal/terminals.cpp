@@ -1,49 +1,32 @@
-#include "ui/terminal/terminals.h"
-
 #include <fcntl.h>
 #include <poll.h>
-#include <termios.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <csignal>
+#include <cstdlib>
 #include <initializer_list>
+#include <iterator>
 
+#include "ui/terminal/terminal.h"
+#include "ui/terminal/terminal_record.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
 
-constexpr int no_terminal = -1;
-
-struct Terminal {
-    int descriptor = no_terminal;
-    termios before{};  // the wizard came
-    termios kept{};    // while the wizard is there
-};
-
-// By their standard descriptors.
-Terminal terminals[STDERR_FILENO + 1];
-bool are_kept = false;
-
-// One that does not control the wizard's session has no background.
-bool is_in_front(int terminal) {
-    const pid_t front = tcgetpgrp(terminal);
+// One that does not control the wizard's session has no background, nor has one that is none.
+bool is_in_front(const StandardTerminal& terminal) {
+    const pid_t front = tcgetpgrp(terminal.descriptor);
     return front == -1 || front == getpgrp();
 }
 
 // In the background they may be those of a shell that has set none.
-bool has_wizards_modes(const Terminal& terminal) {
+bool has_wizards_modes(const StandardTerminal& terminal) {
     termios now{};
-    return are_kept && tcgetattr(terminal.descriptor, &now) == 0 &&
+    return wizard_terminal.keeps_modes && tcgetattr(terminal.descriptor, &now) == 0 &&
            now.c_lflag == terminal.kept.c_lflag && now.c_iflag == terminal.kept.c_iflag &&
            now.c_oflag == terminal.kept.c_oflag;
-}
-
-void give_back(const Terminal& terminal) {
-    if (terminal.descriptor == no_terminal)
-        return;
-    if (is_in_front(terminal.descriptor) || has_wizards_modes(terminal))
-        tcsetattr(terminal.descriptor, TCSANOW, &terminal.before);
 }
 
 // What is on its way from the keyboard arrives before poll(2) answers.
@@ -54,41 +37,70 @@ void discard_input(int terminal) {
     tcflush(terminal, TCIFLUSH);
 }
 
+constexpr int most_cells = 4096;
+
+// The lines or columns that the environment prescribes; 0 for none.
+int prescribed(const char* variable) {
+    const char* text = std::getenv(variable);
+    char* end = nullptr;
+    const long value = text != nullptr ? std::strtol(text, &end, 10) : 0;
+    return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
+}
+
+// The same, or else what the terminal tells; 0 where nobody tells.
+int size_of(const char* variable, int told) {
+    const int wanted = prescribed(variable);
+    return wanted != 0 || told > most_cells ? wanted : told;
+}
+
+winsize told_size() {
+    winsize size{};
+    ioctl(size_terminal(), TIOCGWINSZ, &size);
+    return size;
+}
+
+// Whether a size that has been told would have curses take more, so that another stands in for it.
+bool stand_in(const char* variable, int told, int present) {
+    if (prescribed(variable) != 0)
+        return false;
+    unsetenv(variable);
+    return told > most_cells && setenv(variable, std::to_string(present).c_str(), 1) == 0;
+}
+
 }  // namespace
 
 void remember_terminals() {
     for (int standard = 0; standard <= STDERR_FILENO; ++standard) {
         if (isatty(standard) == 0)
             continue;
+        StandardTerminal& terminal = wizard_terminal.standard[standard];
         {
             // Changes nothing, but is for the foreground only.
             const MayStop here(SIGTTOU);
             tcflow(standard, TCOON);
         }
-        const int copy = fcntl(standard, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-        terminals[standard].descriptor = copy != -1 ? copy : standard;
-        tcgetattr(standard, &terminals[standard].before);
+        terminal.copy = Descriptor(fcntl(standard, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+        terminal.descriptor = terminal.copy.isOpen() ? terminal.copy.get() : standard;
+        tcgetattr(standard, &terminal.before);
     }
 }
 
-void keep_terminals() {
-    for (Terminal& terminal : terminals) {
-        if (terminal.descriptor == no_terminal)
-            continue;
+void keep_modes() {
+    for (StandardTerminal& terminal : wizard_terminal.standard) {
         tcgetattr(terminal.descriptor, &terminal.kept);
         terminal.kept.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO | ECHONL);
         terminal.kept.c_lflag |= NOFLSH;
         terminal.kept.c_cc[VMIN] = 1;
         terminal.kept.c_cc[VTIME] = 0;
     }
-    are_kept = true;
-    retake_terminals();
+    wizard_terminal.keeps_modes = true;
+    retake_terminal();
 }
 
-bool retake_terminals() {
+bool retake_terminal() {
     bool all = true;
-    for (const Terminal& terminal : terminals) {
-        if (!are_kept || terminal.descriptor == no_terminal)
+    for (const StandardTerminal& terminal : wizard_terminal.standard) {
+        if (!wizard_terminal.keeps_modes || terminal.descriptor == no_descriptor)
             continue;
         const MayStop here(SIGTTOU);
         int result = 0;
@@ -100,26 +112,45 @@ bool retake_terminals() {
     return all;
 }
 
-bool are_terminals_in_front() {
-    for (const Terminal& terminal : terminals) {
-        if (terminal.descriptor != no_terminal && !is_in_front(terminal.descriptor))
-            return false;
+bool is_in_foreground() {
+    return std::all_of(std::begin(wizard_terminal.standard), std::end(wizard_terminal.standard),
+                       is_in_front);
+}
+
+void give_modes_back() {
+    for (const StandardTerminal& terminal : wizard_terminal.standard) {
+        if (is_in_front(terminal) || has_wizards_modes(terminal))
+            tcsetattr(terminal.descriptor, TCSANOW, &terminal.before);
     }
-    return true;
+    const StandardTerminal& keyboard = wizard_terminal.standard[STDIN_FILENO];
+    if (is_in_front(keyboard))
+        discard_input(keyboard.descriptor);
 }
 
-void give_terminals_back() {
-    for (const Terminal& terminal : terminals)
-        give_back(terminal);
-    const int keyboard = terminals[STDIN_FILENO].descriptor;
-    if (keyboard != no_terminal && is_in_front(keyboard))
-        discard_input(keyboard);
-}
-
-int screen_terminal() {
+int size_terminal() {
     for (const int standard : {STDOUT_FILENO, STDERR_FILENO, STDIN_FILENO}) {
-        if (terminals[standard].descriptor != no_terminal)
-            return terminals[standard].descriptor;
+        if (wizard_terminal.standard[standard].descriptor != no_descriptor)
+            return wizard_terminal.standard[standard].descriptor;
     }
-    return no_terminal;
+    return no_descriptor;
+}
+
+void take_size() {
+    const winsize told = told_size();
+    const int rows = size_of("LINES", told.ws_row);
+    const int cols = size_of("COLUMNS", told.ws_col);
+    if (is_term_resized(rows, cols))
+        resizeterm(rows, cols);
+}
+
+void with_sound_size(const std::function<void()>& ask) {
+    const winsize told = told_size();
+    const bool is_open = stdscr != nullptr;
+    const bool rows = stand_in("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
+    const bool cols = stand_in("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
+    ask();
+    if (rows)
+        unsetenv("LINES");
+    if (cols)
+        unsetenv("COLUMNS");
 }

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <curses.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <initializer_list>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "tests/support/descriptor.h"
+#include "tests/support/emulator.h"
+#include "tests/support/pty.h"
+#include "ui/terminal/terminal.h"
+#include "ui/terminal/terminal_record.h"
+
+/// The wizard's terminal, as standard input and output. What a test changes of the process is as it
+/// was afterwards.
+class TerminalTest : public testing::Test {
+  protected:
+    TerminalTest() {
+        for (const char* variable : {"LINES", "COLUMNS", "NCURSES_NO_UTF8_ACS", "ESCDELAY"})
+            unsetenv(variable);
+        setenv("LC_ALL", "C.UTF-8", 1);
+        for (int signal = 1; signal < 32; ++signal)
+            sigaction(signal, nullptr, &actions_before[signal]);
+        for (const int resource : {RLIMIT_FSIZE, RLIMIT_NOFILE})
+            getrlimit(resource, &limits_before[resource]);
+        const Descriptor terminal = pty.openProgramSide();
+        dup2(terminal.get(), STDIN_FILENO);
+        dup2(terminal.get(), STDOUT_FILENO);
+    }
+
+    ~TerminalTest() override {
+        if (stdscr != nullptr && !isendwin())
+            endwin();
+        // Curses keeps the screens that are not current; freed, one would lose its panels.
+        set_term(nullptr);
+        wizard_terminal = {};
+        for (const int resource : {RLIMIT_FSIZE, RLIMIT_NOFILE})
+            setrlimit(resource, &limits_before[resource]);
+        for (int signal = 1; signal < 32; ++signal)
+            sigaction(signal, &actions_before[signal], nullptr);
+        std::setlocale(LC_CTYPE, "C");
+        news();
+        dup2(input_before.get(), STDIN_FILENO);
+        dup2(output_before.get(), STDOUT_FILENO);
+        // A failure was told to the terminal.
+        if (HasFailure())
+            std::cout << all_bytes << std::flush;
+    }
+
+    void open(const char* term = "xterm-256color") {
+        setenv("TERM", term, 1);
+        EXPECT_TRUE(open_terminal());
+    }
+
+    /// The same, and the first frame is no news any more.
+    void openAndShow(const char* term = "xterm-256color") {
+        open(term);
+        show();
+        news();
+    }
+
+    void limit(int resource, rlim_t most) {
+        const rlimit limit{most, limits_before[resource].rlim_max};
+        setrlimit(resource, &limit);
+    }
+
+    /// Enough for most frames, not for all: curses writes by itself.
+    void keepFilesSmall() { limit(RLIMIT_FSIZE, 16 << 20); }
+
+    /// What has reached the terminal since the last call.
+    std::string news() {
+        std::string bytes = pty.read();
+        emulator.feed(bytes);
+        all_bytes += bytes;
+        return bytes;
+    }
+
+    void draw(int row, const std::string& text) { mvaddstr(row, 0, text.c_str()); }
+
+    void show() {
+        wnoutrefresh(stdscr);
+        show_frame();
+    }
+
+    std::string rowText(int row) {
+        const std::string text = emulator.image().rowText(row);
+        return text.substr(0, text.find_last_not_of(' ') + 1);
+    }
+
+    void resize(int rows, int cols) {
+        pty.resize(rows, cols);
+        emulator.resize(rows, cols);
+        EXPECT_TRUE(renew_terminal());
+    }
+
+    Descriptor input_before{dup(STDIN_FILENO)};
+    Descriptor output_before{dup(STDOUT_FILENO)};
+    Pty pty{24, 80};
+    TerminalModes modes_before = pty.modes();
+    Emulator emulator{24, 80, "xterm-256color"};
+
+  private:
+    struct sigaction actions_before[32] = {};
+    rlimit limits_before[RLIM_NLIMITS] = {};
+    std::string all_bytes;
+};

@@ -1,0 +1,180 @@
+#include "ui/terminal/terminal.h"
+
+#include <panel.h>
+#include <term.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "ui/terminal/colours.h"
+#include "ui/terminal/terminal_record.h"
+
+Terminal wizard_terminal;
+
+namespace {
+
+// In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
+// their description says. A value of the user's stays, and other programs don't get ours.
+SCREEN* start_curses(std::FILE* stream) {
+    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
+    const bool is_users = std::getenv(line_characters) != nullptr;
+    if (!is_users)
+        setenv(line_characters, "1", 1);
+    SCREEN* screen = newterm(nullptr, stream, stdin);
+    if (!is_users)
+        unsetenv(line_characters);
+    return screen;
+}
+
+// On others, such as "dumb", all frames would stand below one another.
+bool can_move_cursor() {
+    return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
+}
+
+bool repeats_as_in_ecma_48() {
+    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
+    return repetition != nullptr && std::strcmp(repetition, "x\033[4b") == 0;
+}
+
+bool speaks_ecma_48() {
+    const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
+    return move != nullptr && std::strncmp(move, "\033[", 2) == 0;
+}
+
+// Whether curses has the terminal now.
+bool start_on_terminal() {
+    remember_terminals();
+    // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
+    std::setlocale(LC_CTYPE, "");
+    SCREEN* screen = nullptr;
+    with_sound_size([&] { screen = start_curses(stream_for_curses()); });
+    if (screen != nullptr && !can_move_cursor()) {
+        endwin();
+        delscreen(screen);
+        screen = nullptr;
+    }
+    if (screen == nullptr)
+        wizard_terminal.stream.reset();
+    return screen != nullptr;
+}
+
+void set_modes() {
+    start_color();
+    cbreak();
+    noecho();
+    // An interrupt key that threw away the key before it would leave curses reading a key that is
+    // not there, deaf to the interrupt.
+    noqiflush();
+    // Some terminals leave black after deleted characters, whatever their description says.
+    idcok(stdscr, FALSE);
+    // Curses can't change these modes any more.
+    keep_modes();
+    keep_output_back();
+    // After an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
+    // second.
+    if (std::getenv("ESCDELAY") == nullptr)
+        set_escdelay(200);
+    keypad(stdscr, TRUE);
+    learn_key_sequences();
+}
+
+// All that is left to say, and how curses leaves the terminal.
+std::string last_words() {
+    Terminal& terminal = wizard_terminal;
+    std::string words = thinned(take_output());
+    terminal.thinner.forget();
+    words += thinned({});
+    // A frame that was torn may have ended anywhere, in the middle of a sequence too.
+    words = terminal.is_in_write ? description(exit_attribute_mode)
+                                 : terminal.frame.substr(terminal.frame_written) + words;
+    endwin();
+    return words + take_output();
+}
+
+void prepare_to_leave() {
+    if (stdscr != nullptr && !isendwin())
+        wizard_terminal.leaving = last_words();
+    else if (wizard_terminal.frame.empty())
+        wizard_terminal.leaving.clear();
+}
+
+}  // namespace
+
+std::string description(const char* capability) {
+    wizard_terminal.description.clear();
+    if (capability != nullptr)
+        tputs(capability, 1, [](int character) {
+            wizard_terminal.description += static_cast<char>(character);
+            return character;
+        });
+    return wizard_terminal.description;
+}
+
+bool open_terminal() {
+    if (!start_on_terminal())
+        return false;
+    std::atexit(close_terminal);
+    def_prog_mode();
+    guard_against_crashes();
+    wizard_terminal.thins = isatty(STDOUT_FILENO) != 0 && speaks_ecma_48();
+    wizard_terminal.thinner = OutputThinner(repeats_as_in_ecma_48());
+    set_modes();
+    return true;
+}
+
+void define_colours() {
+    init_pair(pair_focus, COLOR_WHITE, COLOR_BLACK);
+    init_pair(pair_screen, COLOR_WHITE, COLOR_BLUE);
+    init_pair(pair_button, COLOR_BLACK, COLOR_RED);
+}
+
+void redraw_terminal() {
+    retake_terminal();
+    wizard_terminal.thinner.forget();
+    // Coming back to the terminal curses says all modes again.
+    endwin();
+    clearok(curscr, TRUE);
+    doupdate();
+    send_output();
+}
+
+void close_terminal() {
+    prepare_to_leave();
+    write_frame(wizard_terminal.leaving);
+    give_modes_back();
+}
+
+void close_terminal_in_time(const char* last_words) {
+    std::string& leaving = wizard_terminal.leaving;
+    silence_stuck_output();
+    prepare_to_leave();
+    const bool has_left = write_in_time(leaving.data(), leaving.size());
+    give_modes_back();
+    if (has_left)
+        write_in_time(last_words, std::strlen(last_words));
+    leaving.clear();
+    write_frame({});
+}
+
+bool renew_terminal() {
+    if (!retake_terminal())
+        return false;
+    wizard_terminal.thinner.forget();
+    with_sound_size([] {
+        // What curses does by itself where its output is not kept back.
+        if (wizard_terminal.stream != nullptr)
+            take_size();
+        clear();
+        // Left twice, a terminal would go back to where it was when it was left the first time.
+        if (!isendwin())
+            endwin();
+        refresh();
+    });
+    // Curses has not seen that it came back to a terminal.
+    if (wizard_terminal.stream != nullptr)
+        keypad(stdscr, TRUE);
+    return true;
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <curses.h>
+
+/// The terminal, which has one owner: it is opened, drawn on, left and taken again here only.
+///
+/// What curses says for a frame is kept back, thinned and written at once. By itself curses writes
+/// whenever it moves the cursor, switches the keypad or hides the cursor, which is to be seen on a
+/// slow line. Where the system has no nameless files, which may be of any size (ulimit -f), curses
+/// does write by itself: a frame of a large terminal has megabytes.
+///
+/// A terminal that takes nothing (Ctrl-S, a dead line) keeps the wizard waiting, but not from being
+/// ended: the signals that end it are let in while it writes. In the background the terminal is
+/// somebody else's: the wizard stops before it takes it.
+
+/// Starts curses on standard input and output for the terminal type in TERM, in the character set
+/// of the environment, with keys that come one by one, unseen, as single keys whatever the keyboard
+/// sends for them. From then on the program gives the terminal back however it ends, crashes
+/// included. More than 4,096 rows or columns no terminal has; curses would take gigabytes for them,
+/// or crash. Whoever tells of them, LINES, COLUMNS or the terminal, is not heard, nor later. False
+/// if it can't use the terminal, which it then leaves as it was, or can't move its cursor.
+bool open_terminal();
+
+/// Defines the colours of ColourPair. To be called once the terminal is open.
+void define_colours();
+
+/// Writes what has been kept back, in the foreground: stops until the wizard is there. To be called
+/// before the wizard waits for the user. The process sends itself SIGHUP when nobody reads what is
+/// written: a pipe without its reader, a terminal that is gone.
+void send_output();
+
+/// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().
+void show_frame();
+
+/// Draws everything anew, modes and attributes included, that has been drawn and shown before,
+/// whatever the terminal shows now.
+void redraw_terminal();
+
+/// To be called when wgetch(3X) has just read ESC from `window`: takes away the rest of a control
+/// sequence (ESC [ parameters and a last byte, or ESC O and one) that curses does not know, as far
+/// as it arrives in one piece, that is, ESCDELAY milliseconds after the byte before at most. False
+/// if no whole sequence follows, as after the key Escape; everything is then there to be read.
+/// Changes the time that the window waits for a key.
+bool skip_control_sequence(WINDOW* window);
+
+/// Leaves the terminal to other programs, with the modes that it had: endwin(3X), after what has
+/// been kept back. Waits for a terminal that takes nothing. May be called as often as one likes.
+void close_terminal();
+
+/// The same for the handler of a signal that ends the wizard, and says `last_words` then; takes a
+/// second at most. What the terminal doesn't take stays unsaid.
+void close_terminal_in_time(const char* last_words);
+
+/// Sets the wizard's modes again; stops first while the wizard is in the background. Does nothing
+/// before the terminal is open. False if a terminal can't be had any more.
+bool retake_terminal();
+
+/// Comes back, with a cleared standard screen, to a terminal that may have another size now, which
+/// curses takes, and other modes: clear(3X), endwin(3X), refresh(3X). After close_terminal() too.
+/// False, with nothing done, if there is no terminal to come back to. Stops while the wizard is in
+/// the background.
+bool renew_terminal();

@@ -1,0 +1,126 @@
+#pragma once
+
+#include <termios.h>
+
+#include <csignal>
+#include <cstddef>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "ui/terminal/output_thinner.h"
+#include "wizard/system/descriptor.h"
+
+/// What the files of this folder share and nobody else knows: the record of the terminal, and
+/// their parts of the work.
+
+constexpr int no_descriptor = -1;
+constexpr int flags_unchanged = -1;
+
+/// One of the terminals that the wizard was started on.
+struct StandardTerminal {
+    int descriptor = no_descriptor;  ///< `copy`, or the standard one where there is no room for it
+    Descriptor copy;                 ///< anything may become of the standard one
+    termios before{};                ///< its modes when the wizard came
+    termios kept{};                  ///< and while the wizard is there
+};
+
+/// All that is remembered of the terminal; `wizard_terminal = {}` forgets it.
+struct Terminal {
+    StandardTerminal standard[3];  ///< by their standard descriptors
+    bool keeps_modes = false;
+
+    /// Curses' own, which leads to the store; none where curses writes by itself.
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream{nullptr, std::fclose};
+    Descriptor store;
+    bool thins = false;
+    OutputThinner thinner{};
+
+    std::string frame;              ///< what is being written
+    std::size_t frame_written = 0;  ///< how much of that has been
+    bool is_in_write = false;       ///< nobody knows how much now
+    std::string leaving;            ///< how curses left, as long as it may have to be said again
+    volatile std::sig_atomic_t flags_before = flags_unchanged;  ///< of standard output
+
+    std::string description;    ///< what description() is collecting
+    pid_t guarded_process = 0;  ///< whose crash gives the terminal back
+    char farewell[256] = {};    ///< what it says then
+    std::size_t farewell_length = 0;
+    struct sigaction actions_before[32] = {};        ///< by signal
+    alignas(16) char handler_stack[64 * 1024] = {};  ///< for when the other one has overflown
+};
+
+extern Terminal wizard_terminal;
+
+/// What the terminal's description has for a capability, ready to be written; empty for null.
+std::string description(const char* capability);
+
+/// Remembers the terminals and their modes, the ones to go back to, once the wizard is in the
+/// foreground. Curses sets the modes of one terminal, which need not be the one that the keys come
+/// from, and waits for all output before it gives them back, which may last for ever. So the wizard
+/// sees to the modes of all of them itself.
+void remember_terminals();
+
+/// Takes the modes that curses has set for the wizard's own, with echo off and keys that come one
+/// by one wherever curses didn't reach, and sets them.
+void keep_modes();
+
+/// False while one of the terminals has somebody else in its foreground.
+bool is_in_foreground();
+
+/// Sets the remembered modes without waiting for output, and throws away what has been typed and
+/// not been read: it was meant for the wizard, not for the program that reads next. In the
+/// background the modes that somebody else has set stay, and so does the input. To be called as
+/// often as one likes; async-signal-safe.
+void give_modes_back();
+
+/// The terminal that tells the size: standard output, else standard error, as curses has it, else
+/// standard input; -1 if none of them is a terminal.
+int size_terminal();
+
+/// Has curses take the size that LINES and COLUMNS prescribe or else the terminal tells.
+void take_size();
+
+/// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
+/// meanwhile it finds in the environment the size that it has, or 24 by 80, in place of one that no
+/// terminal has. Variables that prescribe nothing that can be used are removed for good.
+void with_sound_size(const std::function<void()>& ask);
+
+/// A stream for curses to write to; standard output where nothing can be kept back.
+std::FILE* stream_for_curses();
+
+/// From now on what curses says waits for send_output(), where it can.
+void keep_output_back();
+
+/// What curses has said since the last call.
+std::string take_output();
+
+/// What to write instead of it.
+std::string thinned(const std::string& said);
+
+/// Writes the text to the end, as far as there is anybody who reads it.
+void write_frame(std::string text);
+
+/// Writes as much of the text as standard output takes within half a second; whether that was all.
+/// Async-signal-safe.
+bool write_in_time(const char* text, std::size_t length);
+
+/// Where curses writes by itself and standard output takes nothing: from now on nobody waits for
+/// it.
+void silence_stuck_output();
+
+/// Teaches curses what keyboards send beside what the terminal's description has. Many a terminal
+/// is not quite the one that TERM names, or keeps to the other mode of its cursor keys, and what it
+/// sends would then be typed into a field, unseen where that is for a password. A cursor key,
+/// backspace or Enter of the description stays what it is.
+void learn_key_sequences();
+
+/// From now on a crash (SIGSEGV, SIGABRT and their like, a stack that has overflown included) or
+/// any other signal that ends a program by default on every system, as SIGQUIT and SIGALRM, first
+/// takes the terminal out of curses' hands: the normal screen, a visible cursor, plain text and the
+/// modes that it had; a terminal that takes no output gets its modes at least. Then the signal
+/// takes the course that it would have taken, but that process 1, which the kernel would have go
+/// on, ends with status 128 + n; one that was ignored stays so. A child process of the program only
+/// ends. The handler makes only calls that are safe in the middle of anything (signal-safety(7)).
+void guard_against_crashes();
