@@ -5,7 +5,7 @@
 
 #include "tests/screens/screen_views.h"
 #include "tests/support/golden.h"
-#include "wizard/screen_state.h"
+#include "wizard/base/screen_state.h"
 
 namespace {
 
