@@ -19,7 +19,7 @@ class DialogTest : public UiTest {
     void resizeDialogTo(int rows, int cols) {
         resizeTo(rows, cols);
         paintScreen();
-        ModalDialog::open()->place();
+        place_dialog();
     }
 
     void paintScreen() {
