@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "ui/button.h"
-#include "ui/terminal/colours.h"
 #include "ui/keys.h"
 #include "ui/label.h"
 #include "ui/pending_box.h"
+#include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 
 namespace {

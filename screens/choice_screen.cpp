@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "ui/choice_list.h"
-#include "ui/terminal/colours.h"
 #include "ui/format_label.h"
 #include "ui/line_breaker.h"
+#include "ui/terminal/colours.h"
 #include "wizard/base/heap_text.h"
 
 namespace {

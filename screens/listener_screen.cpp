@@ -8,11 +8,11 @@
 
 #include "screens/interface_rows.h"
 #include "screens/listeners.h"
-#include "ui/terminal/colours.h"
 #include "ui/label.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
+#include "ui/terminal/colours.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"

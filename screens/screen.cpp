@@ -2,15 +2,14 @@
 
 #include "ui/button.h"
 #include "ui/choice_list.h"
-#include "ui/terminal/colours.h"
 #include "ui/keys.h"
 #include "ui/label.h"
 #include "ui/list.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
+#include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 #include "ui/text_field.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 
 namespace {

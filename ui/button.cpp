@@ -1,26 +1,16 @@
 #include "ui/button.h"
 
-#include <cstring>
-
 #include "ui/terminal/colours.h"
-
-namespace {
-
-// Unsigned, so that a caption that is too long ends up at a column that no window has.
-int middle_of(int width, const char* caption) {
-    const auto room = static_cast<unsigned>(width) - static_cast<unsigned>(std::strlen(caption));
-    return static_cast<int>(room >> 1);
-}
-
-}  // namespace
 
 Button::Button(Window* parent, int row, int col, int height, int width, const char* caption,
                int pair)
     : Window(parent, row, col, height, width),
       captionRow((height - 1) / 2),
-      captionCol(middle_of(width, caption)),
-      caption(strdup(caption)),
+      caption(caption),
       buttonPair(pair) {
+    // Unsigned, so that a caption that is too long ends up at a column that no window has.
+    const auto room = static_cast<unsigned>(width) - static_cast<unsigned>(this->caption.size());
+    captionCol = static_cast<int>(room >> 1);
     create();
 }
 
@@ -30,14 +20,11 @@ void Button::setLook(int newCaptionPair, int newEmphasis) {
 }
 
 void Button::setFocused(bool focused) {
-    if (focused)
-        setLook(pair_focus, 1);
-    else
-        setLook(pair_button, 0);
+    setLook(focused ? pair_focus : pair_button, focused ? 1 : 0);
 }
 
 void Button::placeCursor() {
-    wmove(cursesWindow, captionRow, captionCol + static_cast<int>(std::strlen(caption.get())));
+    wmove(cursesWindow, captionRow, captionCol + static_cast<int>(caption.size()));
 }
 
 void Button::draw() {
@@ -45,6 +32,6 @@ void Button::draw() {
     const attr_t colour = captionPair < 0 ? 0 : COLOR_PAIR(captionPair);
     wbkgd(cursesWindow, COLOR_PAIR(buttonPair));
     wattron(cursesWindow, weight | colour);
-    mvwprintw(cursesWindow, captionRow, captionCol, "%s", caption.get());
+    mvwprintw(cursesWindow, captionRow, captionCol, "%s", caption.c_str());
     wattroff(cursesWindow, weight | colour);
 }

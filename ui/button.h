@@ -1,12 +1,14 @@
 #pragma once
 
+#include <string>
+
 #include "ui/window.h"
 
 /// A coloured block with a caption in its middle.
 class Button : public Window {
   public:
-    /// Keeps a copy of `caption`; `pair` is the colour pair of the block. A caption longer than the
-    /// button is wide is not drawn.
+    /// `pair` is the colour pair of the block. A caption longer than the button is wide is not
+    /// drawn.
     Button(Window* parent, int row, int col, int height, int width, const char* caption, int pair);
 
     /// Colour pair of the caption, below 0 for the block's own, and whether it is bold (0 or 1).
@@ -15,7 +17,7 @@ class Button : public Window {
     /// The look of a button that has the keyboard, or of one that has not.
     void setFocused(bool focused) override;
 
-    /// Puts the cursor right behind the caption.
+    /// Puts the cursor right after the caption.
     void placeCursor() override;
 
     void draw() override;
@@ -23,7 +25,7 @@ class Button : public Window {
   private:
     int captionRow;
     int captionCol;
-    HeapText caption;
+    std::string caption;
     int buttonPair;
     int captionPair = -1;
     int emphasis = 0;

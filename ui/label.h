@@ -1,11 +1,12 @@
 #pragma once
 
+#include <string>
+
 #include "ui/window.h"
 
 /// One line of text, as wide as the text, with an optional prefix in another colour.
 class Label : public Window {
   public:
-    /// Keeps a copy of `text`.
     Label(Window* parent, int row, int col, const char* text);
 
     /// Draws the first `length` characters in colour pair `pair`; a pair below 0 draws all of the
@@ -18,7 +19,24 @@ class Label : public Window {
     void draw() override;
 
   private:
-    HeapText text;
+    std::string text;
     int highlightPair = -1;
     int highlightLength = 0;
+};
+
+/// A block of text, broken into lines of the label's width and as high as they need.
+class FormatLabel : public Window {
+  public:
+    /// `mode` is a LineBreakMode.
+    FormatLabel(const char* text, int row, int col, Window* parent, int width, int mode);
+
+    int getLineCount() const { return lineCount; }
+
+    /// What does not fit into the lines is cut at the bottom.
+    void draw() override;
+
+  private:
+    std::string text;
+    int lineCount;
+    int mode;
 };

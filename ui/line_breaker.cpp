@@ -1,7 +1,5 @@
 #include "ui/line_breaker.h"
 
-#include <cstring>
-
 namespace {
 
 int length_of(const std::string& text) {
@@ -19,7 +17,7 @@ class LineBreaker {
         for (size_t i = 0; i < words.size(); ++i)
             take(i);
         if (first < words.size())
-            addRun(0, join(first, words.size(), 1, 0));
+            broken.runs.push_back({line, 0, join(words.size(), 0)});
         broken.line_count = line + 1;
         return broken;
     }
@@ -31,7 +29,6 @@ class LineBreaker {
             takeLongWord(i);
         } else if (col + length > width) {
             justify(i);
-            startLine(i);
             advance(length);
         } else if (col + length != width && line + col != width - 1) {
             // A line number has no business beside a column, but this is how the wizard has always
@@ -39,67 +36,49 @@ class LineBreaker {
             advance(length);
         } else {
             justify(i + 1);
-            startLine(i + 1);
         }
     }
 
     void takeLongWord(size_t i) {
-        std::string text = join(first, i, 1, 0);
-        if (i > first)
-            text += ' ';
-        text += words[i];
-        const int total = length_of(text);
-        const int left_over = total % width;
-        if (left_over != 0)
-            text += ' ';
-        addRun(0, text);
-        line += total / width;
+        const std::string text = join(i + 1, 0);
+        const int left_over = length_of(text) % width;
+        broken.runs.push_back({line, 0, left_over != 0 ? text + ' ' : text});
+        line += length_of(text) / width;
         col = left_over != 0 ? left_over + 1 : 0;
         startCol = col;
         first = i + 1;
     }
 
-    void startLine(size_t next) {
-        ++line;
-        col = 0;
-        startCol = 0;
-        first = next;
-    }
-
-    // Behind a word that ends one column before the edge no blank is counted: nothing could follow.
+    // No space is counted after a word that ends one column before the edge: nothing could follow.
     void advance(int length) {
         col += length;
         if (col != width - 1)
             ++col;
     }
 
-    // Fills the rest of the line with the words from `first` up to, but without, `end`.
+    // Fills the rest of the line with the words up to, but without, `end`, which starts the next.
     void justify(size_t end) {
-        const int gaps = static_cast<int>(end - first) - 1;
-        if (gaps < 0)
-            return;
-        const int spare = width - startCol - length_of(join(first, end, 1, 0));
-        if (gaps > 0)
-            addRun(startCol, join(first, end, spare / gaps + 1, spare % gaps));
-        else
-            addRun(startCol, words[first]);
+        const int spare = width - startCol - length_of(join(end, 0));
+        if (end > first)
+            broken.runs.push_back({line, startCol, join(end, spare)});
+        ++line;
+        col = 0;
+        startCol = 0;
+        first = end;
     }
 
-    // The words from `from` up to, but without, `end`, `blanks` blanks between them, and one more
-    // in each of the first `wider` gaps.
-    std::string join(size_t from, size_t end, int blanks, int wider) const {
+    // The words from `first` up to, but without, `end`, a space between them, and `spare` further
+    // spaces spread over the gaps, those that can't be spread evenly over the gaps on the left.
+    std::string join(size_t end, int spare) const {
+        const int gaps = static_cast<int>(end - first) - 1;
         std::string text;
-        for (size_t i = from; i < end; ++i) {
+        for (size_t i = first; i < end; ++i) {
+            const int gap = static_cast<int>(i - first);
+            if (gap > 0)
+                text.append(static_cast<size_t>(1 + spare / gaps + (gap <= spare % gaps)), ' ');
             text += words[i];
-            const int gap = wider-- > 0 ? blanks + 1 : blanks;
-            if (i + 1 < end)
-                text.append(static_cast<size_t>(gap), ' ');
         }
         return text;
-    }
-
-    void addRun(int runCol, const std::string& text) {
-        broken.runs.push_back({line, runCol, text});
     }
 
     const std::vector<std::string>& words;
@@ -108,39 +87,45 @@ class LineBreaker {
     int col = 0;
     int startCol = 0;
     size_t first = 0;
-    BrokenText broken{};
+    BrokenText broken;
 };
+
+BrokenText break_everywhere(const std::string& text, int width) {
+    BrokenText broken;
+    for (size_t at = 0; at < text.size(); at += static_cast<size_t>(width))
+        broken.runs.push_back(
+            {broken.line_count++, 0, text.substr(at, static_cast<size_t>(width))});
+    return broken;
+}
 
 }  // namespace
 
-std::vector<std::string> split_words(const char* text) {
+std::vector<std::string> split_words(const std::string& text) {
     static const char separators[] = " \t\n";
     std::vector<std::string> words;
-    for (text += std::strspn(text, separators); *text != '\0';
-         text += std::strspn(text, separators)) {
-        const size_t length = std::strcspn(text, separators);
-        words.emplace_back(text, length);
-        text += length;
+    size_t end = 0;
+    for (;;) {
+        const size_t start = text.find_first_not_of(separators, end);
+        if (start == std::string::npos)
+            return words;
+        end = text.find_first_of(separators, start);
+        words.push_back(text.substr(start, end - start));
     }
-    return words;
 }
 
 BrokenText break_words(const std::vector<std::string>& words, int width) {
     return LineBreaker(words, width).run();
 }
 
+BrokenText break_text(const std::string& text, int width, int mode) {
+    if (width < 1 || (mode != break_anywhere && mode != break_between_words))
+        return {};
+    const std::vector<std::string> words = split_words(text);
+    if (mode == break_between_words && words.size() != 1)
+        return words.empty() ? BrokenText() : break_words(words, width);
+    return break_everywhere(text, width);
+}
+
 int countLines(const char* text, int width, int mode) {
-    if (width < 1)
-        return 0;
-    if (mode == break_between_words) {
-        const std::vector<std::string> words = split_words(text);
-        if (words.empty())
-            return 0;
-        if (words.size() > 1)
-            return break_words(words, width).line_count;
-    } else if (mode != break_anywhere) {
-        return 0;
-    }
-    const int length = static_cast<int>(std::strlen(text));
-    return (length + width - 1) / width;
+    return break_text(text, width, mode).line_count;
 }

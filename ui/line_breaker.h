@@ -5,7 +5,7 @@
 
 /// How a text is broken into lines.
 enum LineBreakMode {
-    break_anywhere = 0,      ///< after every `width` characters
+    break_anywhere = 0,      ///< after every `width` characters; so is a single word in any mode
     break_between_words = 2  ///< between words, every line but the last filled to the width
 };
 
@@ -18,18 +18,21 @@ struct TextRun {
 
 /// A text broken into lines of a width.
 struct BrokenText {
-    std::vector<TextRun> runs;
-    int line_count;
+    std::vector<TextRun> runs = {};
+    int line_count = 0;
 };
 
-/// Splits `text` at blanks, tabs and line feeds; no word is empty.
-std::vector<std::string> split_words(const char* text);
+/// Splits `text` at spaces, tabs and line feeds; no word is empty.
+std::vector<std::string> split_words(const std::string& text);
 
 /// Breaks two or more words into lines of `width` characters (above 0), the wider gaps of a
 /// stretched line on its left. The run of a word longer than the width goes on over the following
 /// lines.
 BrokenText break_words(const std::vector<std::string>& words, int width);
 
-/// The lines that `text` takes at `width` columns in `mode`; 0 for an empty text, for a mode that
-/// is not a LineBreakMode and for a width below 1.
+/// Breaks `text` into lines of `width` characters in `mode`; no lines for an empty text, for a mode
+/// that is not a LineBreakMode and for a width below 1.
+BrokenText break_text(const std::string& text, int width, int mode);
+
+/// The number of those lines.
 int countLines(const char* text, int width, int mode);

@@ -1,51 +1,104 @@
 #include "ui/list.h"
 
-#include "ui/list_entries.h"
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+#include "ui/keys.h"
+
+ListEntries::ListEntries(const char* const* items, int count, int normalPair, int selectedPair)
+    : texts(items, items + count), longest(0), normalPair(normalPair), selectedPair(selectedPair) {
+    for (const std::string& text : texts)
+        longest = std::max(longest, static_cast<int>(text.size()));
+}
+
+bool ListEntries::moveBar(int key) {
+    const int step = key == KEY_DOWN ? 1 : key == KEY_UP ? -1 : 0;
+    const int target = std::clamp(bar + step, 0, std::max(count() - 1, 0));
+    return std::exchange(bar, target) != target;
+}
+
+void ListEntries::draw(WINDOW* window, int index, const char* marker) const {
+    const bool is_selected = index == bar;
+    const attr_t look = is_selected ? COLOR_PAIR(selectedPair) | A_BOLD : COLOR_PAIR(normalPair);
+    wattron(window, look);
+    mvwprintw(window, index, 0, "%s%-*s", marker, longest,
+              texts[static_cast<size_t>(index)].c_str());
+    // The others' pair stays on: every later entry and every later draw starts from it.
+    if (is_selected)
+        wattroff(window, look);
+}
 
 List::List(Window* parent, int count, const char* const* items, int row, int col, int normalPair,
            int selectedPair)
-    : normalPair(normalPair),
-      selectedPair(selectedPair),
-      items(copy_entries(items, count)),
-      count(count) {
+    : entries(items, count, normalPair, selectedPair) {
     constexpr int marker_width = 2;
     this->parent = parent;
-    maxLength = longest_entry(this->items);
     setPosition(row, col);
-    setSize(count, maxLength + marker_width);
+    setSize(count, entries.longest + marker_width);
     create();
     keypad(cursesWindow, TRUE);
 }
 
 void List::setSelected(int index) {
-    if (index >= 0 && index < count)
-        selected = index;
+    if (index >= 0 && index < entries.count())
+        entries.bar = index;
 }
 
 void List::placeCursor() {
-    wmove(cursesWindow, selected, maxLength + 1);
+    wmove(cursesWindow, entries.bar, entries.longest + 1);
 }
 
 int List::onKey(int key) {
-    if (move_list_bar(selected, count, key))
+    if (entries.moveBar(key))
         draw();
     return key;
 }
 
 void List::draw() {
-    for (int i = 0; i < count; ++i)
-        drawEntry(i);
+    for (int i = 0; i < entries.count(); ++i)
+        entries.draw(cursesWindow, i, i == entries.bar ? "$ " : "  ");
 }
 
-void List::drawEntry(int index) {
-    const std::string& text = items[static_cast<size_t>(index)];
-    if (index == selected) {
-        wattron(cursesWindow, COLOR_PAIR(selectedPair) | A_BOLD);
-        draw_list_entry(cursesWindow, index, "$ ", text, maxLength);
-        wattroff(cursesWindow, COLOR_PAIR(selectedPair) | A_BOLD);
-    } else {
-        // The pair stays on: the list has no colours of its own to go back to.
-        wattron(cursesWindow, COLOR_PAIR(normalPair));
-        draw_list_entry(cursesWindow, index, "  ", text, maxLength);
-    }
+ChoiceList::ChoiceList(Window* parent, int count, const char* const* items,
+                       const unsigned char* checked, int row, int col, int normalPair,
+                       int selectedPair)
+    : entries(items, std::min(count, max_choices), normalPair, selectedPair) {
+    constexpr int box_width = 4;
+    this->parent = parent;
+    if (checked != nullptr)
+        std::copy(checked, checked + entries.count(), this->checked);
+    setPosition(row, col);
+    // A height of 0 would reach down to the bottom of the terminal.
+    setSize(std::max(entries.count(), 1), entries.longest + box_width);
+    create();
+    keypad(cursesWindow, TRUE);
+}
+
+unsigned char* ChoiceList::getChecked(int* count) const {
+    auto* flags = static_cast<unsigned char*>(std::malloc(sizeof(checked)));
+    *count = entries.count();
+    std::copy(checked, checked + *count, flags);
+    return flags;
+}
+
+void ChoiceList::placeCursor() {
+    wmove(cursesWindow, entries.bar, entries.longest + 1);
+}
+
+int ChoiceList::onKey(int key) {
+    if (key == key_space || key == key_enter)
+        checked[entries.bar] ^= 1U;
+    else if (!entries.moveBar(key))
+        return key;
+    draw();
+    return key;
+}
+
+void ChoiceList::draw() {
+    curs_set(0);
+    Window::draw();
+    for (int i = 0; i < entries.count(); ++i)
+        entries.draw(cursesWindow, i, checked[i] != 0 ? "[x] " : "[ ] ");
+    wmove(cursesWindow, entries.bar, entries.longest + 2);
 }

@@ -1,11 +1,99 @@
 #include "ui/message_dialogs.h"
 
 #include <cstring>
+#include <deque>
+#include <initializer_list>
+#include <utility>
 
-#include "ui/modal_dialog.h"
+#include "ui/button.h"
+#include "ui/keys.h"
+#include "ui/label.h"
+#include "ui/line_breaker.h"
+#include "ui/main_window.h"
 #include "ui/pending_box.h"
+#include "ui/terminal/colours.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/system/port_probe.h"
+
+// A button of a dialog, standing below the message.
+struct DialogButton {
+    const char* caption;
+    int col;
+    int width;
+};
+
+// A titled frame with a message and one or more buttons, the first of which has the focus.
+class ModalDialog {
+  public:
+    ModalDialog(int state, const char* text, const char* title, int width,
+                std::initializer_list<DialogButton> dialogButtons)
+        : stateBefore(std::exchange(screen_state, state)),
+          rows(countLines(text, width - 2, break_between_words) + rows_around_message),
+          cols(width),
+          frame(make_frame(rows, cols, title)),
+          message(text, 3, 1, frame.get(), cols - 2, break_between_words) {
+        on_screen.dialog = this;
+        message.setColors(pair_screen, pair_screen, 1);
+        for (const DialogButton& button : dialogButtons)
+            buttons.emplace_back(frame.get(), message.getLineCount() + 4, button.col, 3,
+                                 button.width, button.caption, pair_button);
+        draw();
+    }
+
+    ~ModalDialog() {
+        on_screen.dialog = nullptr;
+        screen_state = stateBefore;
+    }
+
+    ModalDialog(const ModalDialog&) = delete;
+    ModalDialog& operator=(const ModalDialog&) = delete;
+
+    // Returns the index of the button that was pressed.
+    int run() {
+        for (;;) {
+            const int key = read_key(*frame);
+            if (is_press(key))
+                return static_cast<int>(focus);
+            if (key == key_tab) {
+                focus = (focus + 1) % buttons.size();
+                draw();
+            }
+        }
+    }
+
+    void place() {
+        frame->move(centred(screen_rows, rows), centred(screen_cols, cols));
+        message.follow();
+        for (Button& button : buttons)
+            button.follow();
+        draw();
+    }
+
+    Window* getFrame() const { return frame.get(); }
+
+  private:
+    void draw() {
+        for (size_t i = 0; i < buttons.size(); ++i) {
+            buttons[i].setFocused(i == focus);
+            buttons[i].draw();
+        }
+        frame->draw();
+        message.draw();
+        curs_set(0);
+        show_frame();
+    }
+
+    static constexpr int rows_around_message = 9;  // title, margins and buttons
+
+    const int stateBefore;
+    const int rows;
+    const int cols;
+    const std::unique_ptr<Window> frame;
+    FormatLabel message;
+    std::deque<Button> buttons;
+    size_t focus = 0;
+};
 
 namespace {
 
@@ -47,8 +135,21 @@ int askRetryOrBack(const char* message, const char* title, const char* host, int
         if (dialog.run() != retry)
             return 0;
     }
+    return probe_port_visibly(host, port) ? 1 : -1;
+}
+
+bool probe_port_visibly(const char* host, int port) {
     showPending("Please wait until the port is being checked!", "Operation pending!");
-    const int result = probe_port(host, port);
+    const bool is_free = probe_port(host, port) != 0;
     closePending();
-    return result != 0 ? 1 : -1;
+    return is_free;
+}
+
+Window* dialog_frame() {
+    return on_screen.dialog != nullptr ? on_screen.dialog->getFrame() : nullptr;
+}
+
+void place_dialog() {
+    if (on_screen.dialog != nullptr)
+        on_screen.dialog->place();
 }

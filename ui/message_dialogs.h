@@ -1,7 +1,10 @@
 #pragma once
 
-/// The stock dialogs that wait for an answer. Each stands in the middle of the terminal, breaks its
-/// message between words and reads keys until Enter or space; other keys but TAB do nothing.
+class Window;
+
+/// The stock dialogs that wait for an answer. Each stands in the middle of the terminal on top of
+/// everything else, breaks its message between words and reads keys until Enter or space; other
+/// keys but TAB do nothing. Only one can be open at a time; while it is, `screen_state` is its own.
 
 /// Shows a message with an "OK" button.
 void showMessage(const char* message, const char* title);
@@ -13,3 +16,13 @@ int askYesNo(const char* message, const char* title);
 /// `host`, a dotted address, again under a pending box. Returns 0 for "Back", 1 when the port was
 /// found free on "Retry", -1 when it was not.
 int askRetryOrBack(const char* message, const char* title, const char* host, int port);
+
+/// Probes `port` (0 to 65535) on `host`, a dotted address, under a pending box. Returns true when
+/// it is free.
+bool probe_port_visibly(const char* host, int port);
+
+/// The frame of the dialog that is open, null where none is; owned by the dialog.
+Window* dialog_frame();
+
+/// Puts the dialog, if there is one, into the middle of the terminal's present size and shows it.
+void place_dialog();

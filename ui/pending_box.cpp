@@ -1,98 +1,39 @@
 #include "ui/pending_box.h"
 
 #include <algorithm>
-#include <memory>
-#include <string>
 
-#include "ui/terminal/colours.h"
 #include "ui/main_window.h"
+#include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
-#include "ui/window.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 
 namespace {
 
-constexpr int message_row = 3;
-constexpr int message_col = 2;
 constexpr int apply_rows = 18;
 constexpr int apply_cols = 60;
 
-struct Geometry {
-    int row;
-    int col;
-    int rows;
-    int cols;
-};
-
-struct PendingBox {
-    std::unique_ptr<Window> frame;
-    std::string message;
-    std::string title;
-    bool lists_progress = false;
-    int state_before = 0;
-};
-
-PendingBox pending;
-
-int widest_message() {
-    return screen_cols - 4;
+// Writes the message in lines of so many characters.
+void print_message(const PendingBox& box, int line_length) {
+    const int length = static_cast<int>(box.message.size());
+    WINDOW* window = box.frame->getCursesWindow();
+    werase(window);
+    for (int at = 0, line = 3; at < length; at += line_length)
+        mvwaddnstr(window, line++, 2, box.message.c_str() + at, line_length);
 }
 
-int message_length() {
-    return static_cast<int>(pending.message.size());
-}
-
-bool message_is_too_long() {
-    return !pending.lists_progress && message_length() > widest_message();
-}
-
-Geometry geometry() {
-    if (pending.lists_progress)
-        return {centred(screen_rows, apply_rows), centred(screen_cols, apply_cols + 4), apply_rows,
-                apply_cols};
-    if (message_is_too_long()) {
-        const int cols = widest_message() - 4;
-        const int rows = message_length() / cols + 7;
-        return {centred(screen_rows, rows), 3, rows, cols};
-    }
-    const int rows = 7;
-    const int cols = std::max(message_length() + 4, 8);
-    return {centred(screen_rows, rows), centred(widest_message(), cols), rows, cols};
-}
-
-void print_message() {
-    WINDOW* window = pending.frame->getCursesWindow();
-    const size_t line_length = message_is_too_long() ? static_cast<size_t>(widest_message() - 8)
-                                                     : pending.message.size() + 1;
-    int line = message_row;
-    for (size_t at = 0; at < pending.message.size(); at += line_length)
-        mvwprintw(window, line++, message_col, "%s",
-                  pending.message.substr(at, line_length).c_str());
-}
-
-void draw_box() {
-    werase(pending.frame->getCursesWindow());
-    print_message();
-    pending.frame->setTitle(message_is_too_long() ? "Error!" : pending.title.c_str(), pair_screen);
-    pending.frame->draw();
+void put(Window& frame, int row, int col, int rows, int cols) {
+    frame.setSize(rows, cols);
+    frame.move(row, col);
 }
 
 void open_box(const char* message, const char* title, bool lists_progress) {
     closePending();
-    pending.message = message;
-    pending.title = title;
-    pending.lists_progress = lists_progress;
-    pending.state_before = screen_state;
+    on_screen.pending = std::make_unique<PendingBox>(PendingBox{
+        make_frame(apply_rows, apply_cols, title), message, title, lists_progress, screen_state});
     screen_state = state_pending;
-    const Geometry place = geometry();
-    pending.frame =
-        std::make_unique<Window>(main_window, place.row, place.col, place.rows, place.cols);
-    pending.frame->create();
-    pending.frame->setColors(pair_screen, pair_screen, 1);
-    keypad(pending.frame->getCursesWindow(), TRUE);
+    keypad(pending_frame()->getCursesWindow(), TRUE);
+    placePending();
     curs_set(0);
-    draw_box();
     show_frame();
 }
 
@@ -107,27 +48,40 @@ void showApplyPending(const char* message, const char* title) {
 }
 
 void hidePending() {
-    if (pending.frame != nullptr)
-        pending.frame->hide();
+    if (on_screen.pending != nullptr)
+        pending_frame()->hide();
 }
 
 void closePending() {
-    if (pending.frame == nullptr)
+    if (on_screen.pending == nullptr)
         return;
     hidePending();
-    pending.frame.reset();
-    screen_state = pending.state_before;
+    screen_state = on_screen.pending->state_before;
+    on_screen.pending.reset();
 }
 
 void placePending() {
-    if (pending.frame == nullptr)
+    if (on_screen.pending == nullptr)
         return;
-    const Geometry place = geometry();
-    pending.frame->setSize(place.rows, place.cols);
-    pending.frame->move(place.row, place.col);
-    draw_box();
+    const PendingBox& box = *on_screen.pending;
+    const int length = static_cast<int>(box.message.size());
+    const int room = screen_cols - 4;
+    const bool is_too_long = !box.lists_progress && length > room;
+    if (box.lists_progress) {
+        put(*box.frame, centred(screen_rows, apply_rows), centred(screen_cols, apply_cols + 4),
+            apply_rows, apply_cols);
+    } else if (is_too_long) {
+        const int rows = length / (room - 4) + 7;
+        put(*box.frame, centred(screen_rows, rows), 3, rows, room - 4);
+    } else {
+        const int cols = std::max(length + 4, 8);
+        put(*box.frame, centred(screen_rows, 7), centred(room, cols), 7, cols);
+    }
+    print_message(box, is_too_long ? room - 8 : std::max(length, 1));
+    box.frame->setTitle(is_too_long ? "Error!" : box.title.c_str(), pair_screen);
+    box.frame->draw();
 }
 
 Window* pending_frame() {
-    return pending.frame.get();
+    return on_screen.pending != nullptr ? on_screen.pending->frame.get() : nullptr;
 }

@@ -2,8 +2,8 @@
 
 class Window;
 
-/// The boxes that stay on the screen while slow work runs. Only one can be open at a time; while it
-/// is, `screen_state` is that of a pending box.
+/// The boxes that stay on the screen while slow work runs. Only one can be open at a time, in
+/// `on_screen.pending`; while it is, `screen_state` is that of a pending box.
 
 /// Shows a box as wide as its message. A message longer than the terminal is wide, less four
 /// columns, is broken into lines under the title "Error!" instead of `title`. Returns at once.

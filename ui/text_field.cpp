@@ -4,25 +4,25 @@
 #include <cctype>
 #include <cstring>
 
-bool is_backspace(int key) {
-    return key == 127 || key == 8 || key == KEY_BACKSPACE;
-}
-
-bool is_printable(int key) {
-    return key >= 0 && key <= 255 && std::isprint(key) != 0;
-}
+#include "ui/label.h"
+#include "wizard/system/secret.h"
 
 TextField::TextField(Window* parent, int row, int col, int maxLength, int visibleWidth, int height)
     : Window(parent, row, col, height, visibleWidth + 1),
       visibleWidth(visibleWidth),
-      buffer(static_cast<size_t>(maxLength) + 1),
+      buffer(static_cast<size_t>(maxLength) + 1, '\0'),
       maxLength(maxLength) {
     create();
     keypad(cursesWindow, TRUE);
 }
 
 char* TextField::getText() const {
-    return strdup(buffer.data());
+    return strdup(buffer.c_str());
+}
+
+void TextField::setFocused(bool focused) {
+    if (label != nullptr)
+        label->setFocused(focused);
 }
 
 void TextField::placeCursor() {
@@ -33,16 +33,12 @@ void TextField::draw() {
     Window::draw();
     scroll = std::max(0, length - visibleWidth);
     mvwprintw(cursesWindow, textRow, textCol, "%*s", visibleWidth + 1, "");
-    mvwprintw(cursesWindow, textRow, textCol, "%s", buffer.data() + scroll);
+    mvwprintw(cursesWindow, textRow, textCol, "%s", buffer.c_str() + scroll);
 }
 
 int TextField::onKey(int key) {
-    if (is_backspace(key)) {
-        removeLast(plain);
-    } else if (is_printable(key) && !isFull()) {
-        append(key, plain);
+    if (edit(key, '\0'))
         buffer[static_cast<size_t>(length)] = '\0';
-    }
     return key;
 }
 
@@ -53,44 +49,68 @@ void TextField::setText(const char* text) {
     length = static_cast<int>(std::strlen(text));
 }
 
+bool TextField::edit(int key, char mask) {
+    const bool is_printable = key >= 0 && key <= 255 && std::isprint(key) != 0;
+    const bool appends = is_printable && length < maxLength;
+    if (appends)
+        append(static_cast<char>(key), mask);
+    else if ((key == 127 || key == 8 || key == KEY_BACKSPACE) && length > 0)
+        removeLast(mask);
+    return appends;
+}
+
 void TextField::keepText(const char* text) {
     const size_t size = std::strlen(text) + 1;
     buffer.resize(std::max(buffer.size(), size));
     std::copy(text, text + size, buffer.begin());
 }
 
-void TextField::append(int key, Echo echo) {
-    const int added = length++;
-    buffer[static_cast<size_t>(added)] = static_cast<char>(key);
-    if (length <= visibleWidth) {
-        wmove(cursesWindow, textRow, textCol + added);
-        putCharacter(added, echo);
-    } else {
-        showTail(echo);
-    }
+void TextField::append(char character, char mask) {
+    buffer[static_cast<size_t>(length++)] = character;
+    if (length <= visibleWidth)
+        echo(length - 1, length - 1, mask);
+    else
+        echo(length - visibleWidth, 0, mask);
 }
 
-void TextField::removeLast(Echo echo) {
-    if (length == 0)
-        return;
-    --length;
-    buffer[static_cast<size_t>(length)] = '\0';
+void TextField::removeLast(char mask) {
+    buffer[static_cast<size_t>(--length)] = '\0';
     if (length >= visibleWidth) {
-        showTail(echo);
+        echo(length - visibleWidth, 0, mask);
     } else {
-        wmove(cursesWindow, textRow, textCol + length);
-        waddch(cursesWindow, ' ');
+        mvwaddch(cursesWindow, textRow, textCol + length, ' ');
         wmove(cursesWindow, textRow, textCol + length);
     }
 }
 
-void TextField::showTail(Echo echo) {
-    wmove(cursesWindow, textRow, textCol);
-    for (int i = length - visibleWidth; i < length; ++i)
-        putCharacter(i, echo);
+// Writes the characters from number `from` on, the first of them at `column` of the field.
+void TextField::echo(int from, int column, char mask) {
+    wmove(cursesWindow, textRow, textCol + column);
+    for (int i = from; i < length; ++i) {
+        const char shown = mask != '\0' ? mask : buffer[static_cast<size_t>(i)];
+        waddch(cursesWindow, static_cast<unsigned char>(shown));
+    }
 }
 
-void TextField::putCharacter(int index, Echo echo) {
-    const char character = echo == hidden ? '*' : buffer[static_cast<size_t>(index)];
-    waddch(cursesWindow, static_cast<unsigned char>(character));
+PassTextField::~PassTextField() {
+    wipe(buffer.data(), buffer.size());
+}
+
+void PassTextField::draw() {
+    Window::draw();
+    length = static_cast<int>(std::strlen(buffer.c_str()));
+    wmove(cursesWindow, textRow, textCol);
+    for (int i = 0; i < std::min(visibleWidth, length); ++i)
+        waddch(cursesWindow, '*');
+}
+
+int PassTextField::onKey(int key) {
+    if (edit(key, '*') && length <= visibleWidth)
+        draw();
+    return key;
+}
+
+void PassTextField::setText(const char* text) {
+    if (text != nullptr)
+        keepText(text);
 }

@@ -1,27 +1,38 @@
 #pragma once
 
-#include <vector>
+#include <string>
 
 #include "ui/window.h"
+
+class Label;
 
 /// A line of input. Characters are appended and removed at its end only; a text longer than the
 /// field shows its tail.
 class TextField : public Window {
   public:
     /// A field that accepts at most `maxLength` characters and shows `visibleWidth` of them, with
-    /// one column more for the cursor behind the last.
+    /// one column more for the cursor after the last.
     TextField(Window* parent, int row, int col, int maxLength, int visibleWidth, int height);
 
     /// A malloc'ed copy of the text; the caller frees it.
     char* getText() const;
 
-    /// Puts the cursor behind the last character shown.
+    /// Makes `newLabel`, or no label for null, the one that is marked while the field has the
+    /// keyboard. It is not owned and must outlive the field's last setFocused().
+    void setLabel(Label* newLabel) { label = newLabel; }
+
+    /// Marks the field's label or takes the mark away.
+    void setFocused(bool focused) override;
+
+    /// Puts the cursor after the last character shown.
     void placeCursor() override;
+
+    bool showsCursor() const override { return true; }
 
     void draw() override;
 
-    /// Takes a key of wgetch(3X): printable characters are appended while there is room, backspace
-    /// removes the last one; the change is written to the curses window. Returns the key.
+    /// Printable characters are appended while there is room; backspace (as a byte or as a key
+    /// code) and delete (127) remove the last one.
     int onKey(int key) override;
 
     /// Replaces the text, with no regard to the longest accepted; null is ignored. Nothing is
@@ -29,18 +40,15 @@ class TextField : public Window {
     virtual void setText(const char* text);
 
   protected:
-    /// What a character looks like on the screen.
-    enum Echo { plain, hidden };
+    /// Does what onKey() tells, with `mask` shown for each character if it is not NUL. Returns true
+    /// if a character was appended, which is then not followed by a terminator yet.
+    bool edit(int key, char mask);
 
-    bool isFull() const { return length >= maxLength; }
-    void append(int key, Echo echo);
-    void removeLast(Echo echo);
-
-    /// Copies `text` to the buffer, which grows to hold it; what stands behind stays.
+    /// Copies `text` to the buffer, which grows to hold it; what stands after it stays.
     void keepText(const char* text);
 
     int visibleWidth;
-    std::vector<char> buffer;
+    std::string buffer;
     int length = 0;
     int textRow = 0;
     int textCol = 0;
@@ -48,12 +56,27 @@ class TextField : public Window {
     int scroll = 0;
 
   private:
-    void showTail(Echo echo);
-    void putCharacter(int index, Echo echo);
+    void append(char character, char mask);
+    void removeLast(char mask);
+    void echo(int from, int column, char mask);
+
+    Label* label = nullptr;
 };
 
-/// True for a key that removes a character: backspace or delete, as a byte or as a key code.
-bool is_backspace(int key);
+/// A line of input that shows one "*" for each character.
+class PassTextField : public TextField {
+  public:
+    using TextField::TextField;
 
-/// True for a key that is a printable character of one byte.
-bool is_printable(int key);
+    /// Overwrites the text.
+    ~PassTextField() override;
+
+    void draw() override;
+
+    /// As TextField's, but a character that is typed is not followed by a terminator: after a text
+    /// that setText() has made shorter, what stood there before comes back.
+    int onKey(int key) override;
+
+    /// Replaces the text; the next draw() counts its characters. Nothing is drawn.
+    void setText(const char* text) override;
+};

@@ -21,21 +21,13 @@ Window::~Window() {
 }
 
 void Window::create() {
-    cursesWindow = newwin(height, width, screenRow(), screenCol());
+    cursesWindow = newCursesWindow();
     panel = new_panel(cursesWindow);
-}
-
-int Window::getHeight() const {
-    return getmaxy(cursesWindow);
-}
-
-int Window::getWidth() const {
-    return getmaxx(cursesWindow);
 }
 
 void Window::setTitle(const char* text, int pair) {
     hasTitle = 1;
-    title.reset(strdup(text));
+    title = text;
     titlePair = pair;
 }
 
@@ -57,21 +49,9 @@ void Window::setPosition(int newRow, int newCol) {
 
 void Window::move(int newRow, int newCol) {
     setPosition(newRow, newCol);
-    restoreSize();
-    if (move_panel(panel, screenRow(), screenCol()) == ERR)
+    const bool has_its_size = getHeight() == height && getWidth() == width;
+    if (!has_its_size || move_panel(panel, screenRow(), screenCol()) == ERR)
         replaceCursesWindow();
-}
-
-void Window::show() {
-    show_panel(panel);
-}
-
-void Window::hide() {
-    hide_panel(panel);
-}
-
-void Window::refresh() {
-    wrefresh(cursesWindow);
 }
 
 void Window::releaseCursesWindow() {
@@ -80,16 +60,6 @@ void Window::releaseCursesWindow() {
     panel = nullptr;
     delwin(cursesWindow);
     cursesWindow = nullptr;
-}
-
-int Window::clientWidth() const {
-    return boxed || hasTitle ? width - 2 : width;
-}
-
-int Window::clientHeight() const {
-    if (boxed)
-        return height - 2;
-    return hasTitle ? height - 4 : height;
 }
 
 void Window::draw() {
@@ -119,7 +89,7 @@ void Window::drawTitleFrame() {
         whline(cursesWindow, ACS_HLINE, columns - 2);
     if (wmove(cursesWindow, 2, columns - 1) != ERR)
         waddch(cursesWindow, ACS_RTEE);
-    printCentered(1, 0, columns, title.get(), attributes);
+    printCentered(1, 0, columns, title.c_str(), attributes);
 }
 
 void Window::printCentered(int line, int firstCol, int columns, const char* text,
@@ -138,6 +108,10 @@ void Window::printCentered(int line, int firstCol, int columns, const char* text
     wattroff(cursesWindow, attributes);
 }
 
+WINDOW* Window::newCursesWindow() const {
+    return newwin(height, width, screenRow(), screenCol());
+}
+
 int Window::screenRow() const {
     return (parent != nullptr ? getbegy(parent->cursesWindow) : -1) + row;
 }
@@ -146,16 +120,8 @@ int Window::screenCol() const {
     return (parent != nullptr ? getbegx(parent->cursesWindow) : -1) + col;
 }
 
-void Window::restoreSize() {
-    if (height == 0 || width == 0 || (getHeight() == height && getWidth() == width))
-        return;
-    wresize(cursesWindow, height, width);
-    werase(cursesWindow);
-}
-
 void Window::replaceCursesWindow() {
-    WINDOW* replacement =
-        panel != nullptr ? newwin(height, width, screenRow(), screenCol()) : nullptr;
+    WINDOW* replacement = panel != nullptr ? newCursesWindow() : nullptr;
     if (replacement == nullptr)
         return;
     attr_t attributes = 0;

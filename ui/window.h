@@ -3,15 +3,15 @@
 #include <curses.h>
 #include <panel.h>
 
-#include "wizard/base/heap_text.h"
+#include <string>
 
 /// The base of the toolkit: one curses window and one panel. Every widget is a Window, and a screen
 /// or a dialog is a plain Window used as a frame. Screens are composed by the panel stack, newest
 /// on top. A Window reads no keys; the key loop of its screen or dialog does.
 ///
 /// Use: construct, set title, box and colours, create() (widgets do so in their constructor),
-/// draw(), then update_panels() and doupdate(). Results of curses are ignored: what does not fit is
-/// not drawn.
+/// draw(), then update_panels() and doupdate(). Texts are copied. Results of curses are ignored:
+/// what does not fit is not drawn.
 class Window {
   public:
     /// A window at (row, col) of `parent`'s curses window, nothing of which exists before create().
@@ -40,6 +40,9 @@ class Window {
     /// Puts the curses window's cursor where it stands while the widget has the keyboard.
     virtual void placeCursor() {}
 
+    /// True for a widget in which the terminal's cursor is to be seen while it has the keyboard.
+    virtual bool showsCursor() const { return false; }
+
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
@@ -52,45 +55,50 @@ class Window {
     int getCol() const { return col; }
 
     /// The size of the curses window, -1 while there is none.
-    int getHeight() const;
-    int getWidth() const;
+    int getHeight() const { return getmaxy(cursesWindow); }
+    int getWidth() const { return getmaxx(cursesWindow); }
 
-    /// Gives the window a frame with `text` in it, in colour pair `pair`. Keeps a copy of the text.
+    /// Gives the window a frame with `text` in it, in colour pair `pair`.
     void setTitle(const char* text, int pair);
     void setBoxed() { boxed = 1; }
 
     /// `back` and `fore` are colour pairs, of the background and of text; `boldText` is 0 or 1.
     void setColors(int back, int fore, int boldText);
 
-    /// For use before create(): only stores.
+    /// Only store, for create().
     void setSize(int newHeight, int newWidth);
     void setPosition(int newRow, int newCol);
 
-    /// Moves the window to (row, col) of its parent; the panel keeps its place in the stack. Takes
-    /// back what curses did to the window's size when the terminal was resized. A place that
-    /// reaches over the edge of the terminal is allowed and shows what fits. What was in the window
-    /// may be lost: draw() it again.
+    /// Moves the window to (row, col) of its parent, in its own size, which curses may have cut
+    /// when the terminal was resized; the panel keeps its place in the stack. A place that reaches
+    /// over the edge of the terminal shows what fits. What was in the window may be lost: draw()
+    /// it.
     void move(int newRow, int newCol);
 
+    /// Moves the window to its place of a parent that has moved itself.
+    void follow() { move(row, col); }
+
     /// Puts the panel on top of the stack.
-    void show();
+    void show() { show_panel(panel); }
 
     /// Takes the panel off the stack.
-    void hide();
+    void hide() { hide_panel(panel); }
 
-    void refresh();
+    void refresh() { wrefresh(cursesWindow); }
 
     /// Deletes the panel and the curses window; getHeight() and getWidth() return -1 from then on.
     void releaseCursesWindow();
 
     /// What is left inside the frame or box.
-    int clientWidth() const;
-    int clientHeight() const;
+    int clientWidth() const { return boxed || hasTitle ? width - 2 : width; }
+    int clientHeight() const { return boxed ? height - 2 : hasTitle ? height - 4 : height; }
 
   protected:
     /// For widgets that find out their geometry themselves.
     Window() = default;
 
+    /// Prints `text` in the middle of `columns` columns (0 for 80) from `firstCol` on, which it
+    /// clears but for the outermost; on the cursor's line if `line` is 0.
     void printCentered(int line, int firstCol, int columns, const char* text, attr_t attributes);
 
     WINDOW* cursesWindow = nullptr;
@@ -101,7 +109,7 @@ class Window {
     int height = 0;
     int width = 0;
     int hasTitle = 0;
-    HeapText title;
+    std::string title;
     int titlePair = 0;
     int boxed = 0;
     int backPair = 0;
@@ -109,9 +117,9 @@ class Window {
     int bold = 0;
 
   private:
+    WINDOW* newCursesWindow() const;
     int screenRow() const;
     int screenCol() const;
     void drawTitleFrame();
-    void restoreSize();
     void replaceCursesWindow();
 };

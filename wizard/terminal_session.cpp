@@ -9,12 +9,12 @@
 #include "apply/progress_list.h"
 #include "screens/screen_list.h"
 #include "ui/keys.h"
-#include "ui/modal_dialog.h"
+#include "ui/main_window.h"
+#include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 #include "ui/window.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/ending.h"
 #include "wizard/system/signal_gate.h"
@@ -36,10 +36,9 @@ void draw_ruler(int row) {
 void redraw_dialogs() {
     if (screen_state == state_message || screen_state == state_yes_no) {
         curs_set(0);
-        drain_key(ModalDialog::open()->getFrame()->getCursesWindow(), true);
+        drain_key(dialog_frame()->getCursesWindow(), true);
     }
-    if (ModalDialog::open() != nullptr)
-        ModalDialog::open()->place();
+    place_dialog();
     placePending();
     progress_place_all();
 }

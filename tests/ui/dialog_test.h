@@ -2,8 +2,8 @@
 
 #include "tests/support/key_waits.h"
 #include "tests/ui/ui_test.h"
-#include "ui/terminal/colours.h"
 #include "ui/modal_dialog.h"
+#include "ui/terminal/colours.h"
 #include "wizard/base/screen_state.h"
 
 /// The terminal as the dialogs find it: blue, in the domain screen. What a dialog has drawn last
@@ -19,7 +19,7 @@ class DialogTest : public UiTest {
     void resizeDialogTo(int rows, int cols) {
         resizeTo(rows, cols);
         paintScreen();
-        ModalDialog::open()->place();
+        place_dialog();
     }
 
     void paintScreen() {

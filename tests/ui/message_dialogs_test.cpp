@@ -43,7 +43,7 @@ TEST_F(MessageTest, shows_a_long_message_in_a_box_of_60_columns) {
 
 TEST_F(MessageTest, of_58_characters_is_60_columns_wide) {
     waits.then([&] {
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getWidth(), 60);
+        EXPECT_EQ(dialog_frame()->getWidth(), 60);
         terminal.press(Key::enter);
     });
     showMessage(words_of_length(58).c_str(), "Error!");
@@ -52,7 +52,7 @@ TEST_F(MessageTest, of_58_characters_is_60_columns_wide) {
 TEST_F(MessageTest, of_59_or_more_characters_is_60_columns_wide_too) {
     for (const size_t length : {59U, 60U, 61U, 200U}) {
         waits.then([&] {
-            EXPECT_EQ(ModalDialog::open()->getFrame()->getWidth(), 60) << length;
+            EXPECT_EQ(dialog_frame()->getWidth(), 60) << length;
             terminal.press(Key::enter);
         });
         showMessage(words_of_length(length).c_str(), "Error!");
@@ -61,7 +61,7 @@ TEST_F(MessageTest, of_59_or_more_characters_is_60_columns_wide_too) {
 
 TEST_F(MessageTest, of_57_characters_is_59_columns_wide) {
     waits.then([&] {
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getWidth(), 59);
+        EXPECT_EQ(dialog_frame()->getWidth(), 59);
         terminal.press(Key::enter);
     });
     showMessage(words_of_length(57).c_str(), "Error!");
@@ -78,10 +78,10 @@ TEST_F(MessageTest, of_more_than_58_characters_is_wrapped_on_58_columns) {
 
 TEST_F(MessageTest, empty_is_a_box_2_columns_wide_and_9_lines_high) {
     waits.then([&] {
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getWidth(), 2);
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getHeight(), 9);
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getRow(), 7);
-        EXPECT_EQ(ModalDialog::open()->getFrame()->getCol(), 39);
+        EXPECT_EQ(dialog_frame()->getWidth(), 2);
+        EXPECT_EQ(dialog_frame()->getHeight(), 9);
+        EXPECT_EQ(dialog_frame()->getRow(), 7);
+        EXPECT_EQ(dialog_frame()->getCol(), 39);
         terminal.press(Key::enter);
     });
     showMessage("", "Error!");
@@ -134,7 +134,7 @@ TEST_F(MessageTest, leaves_nothing_behind_when_it_goes) {
     terminal.press(Key::enter);
     showMessage("Message", "Title");
     EXPECT_EQ(panels_shown(), 0);
-    EXPECT_EQ(ModalDialog::open(), nullptr);
+    EXPECT_EQ(dialog_frame(), nullptr);
     ScreenImage after = shown();
     after.setCursor(before.cursor());
     EXPECT_SAME_LOOK(before, after);
@@ -232,7 +232,7 @@ TEST_F(YesNoTest, has_its_own_screen_state_while_it_is_shown_and_puts_the_former
 TEST_F(YesNoTest, hides_the_cursor_and_reads_cursor_keys_as_one) {
     waits.then([&] {
         EXPECT_FALSE(terminal.image().cursor().visible);
-        EXPECT_TRUE(is_keypad(ModalDialog::open()->getFrame()->getCursesWindow()));
+        EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
         terminal.press(Key::enter);
     });
     askYesNo(question, "WARNING!");

@@ -12,24 +12,6 @@ using ModalDialogTest = DialogTest;
 
 const char* const message = "Some words that are long enough for two lines of the dialog.";
 
-TEST_F(ModalDialogTest, is_known_as_the_open_one_until_it_goes) {
-    EXPECT_EQ(ModalDialog::open(), nullptr);
-    {
-        const ModalDialog dialog(state_message, message, "Title", 60, {{"OK", 27, 6}});
-        EXPECT_EQ(ModalDialog::open(), &dialog);
-    }
-    EXPECT_EQ(ModalDialog::open(), nullptr);
-}
-
-TEST_F(ModalDialogTest, run_tells_which_button_was_pressed) {
-    for (int tabs = 0; tabs < 7; ++tabs) {
-        ModalDialog dialog(state_message, message, "Title", 60,
-                           {{"One", 3, 6}, {"Two", 20, 6}, {"Three", 40, 7}});
-        terminal.type(std::string(static_cast<size_t>(tabs), '\t') + "\n");
-        EXPECT_EQ(dialog.run(), tabs % 3);
-    }
-}
-
 TEST_F(ModalDialogTest, a_bigger_terminal_gets_it_into_its_middle_on_top_with_a_hidden_cursor) {
     waits.then([&] {
         curs_set(1);
@@ -100,13 +82,13 @@ TEST_F(ModalDialogTest, an_empty_message_is_placed_anew_too) {
 }
 
 TEST_F(ModalDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_all_the_same) {
-    waits.then([&] { drain_key(ModalDialog::open()->getFrame()->getCursesWindow(), true); });
+    waits.then([&] { drain_key(dialog_frame()->getCursesWindow(), true); });
     waits.then([&] {
-        EXPECT_TRUE(is_nodelay(ModalDialog::open()->getFrame()->getCursesWindow()));
+        EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
         terminal.press(Key::tab);
     });
     waits.then([&] {
-        EXPECT_TRUE(is_nodelay(ModalDialog::open()->getFrame()->getCursesWindow()));
+        EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
         terminal.press(Key::enter);
     });
     EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);

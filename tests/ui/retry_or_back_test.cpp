@@ -140,7 +140,7 @@ TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning
     terminal.press(Key::enter);
     waits.inSleep = [&] {
         EXPECT_EQ(screen_state, 102);
-        EXPECT_EQ(ModalDialog::open(), nullptr);
+        EXPECT_EQ(dialog_frame(), nullptr);
         EXPECT_NE(pending_frame(), nullptr);
         EXPECT_EQ(taken.takeAll(), 0);
         EXPECT_SCREEN(terminal.image(), "golden/pending");

@@ -6,7 +6,6 @@
 
 #include "tests/support/deadline.h"
 #include "ui/main_window.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 
 namespace {

@@ -14,9 +14,9 @@
 #include "tests/support/case_name.h"
 #include "tests/wizard/scenes.h"
 #include "tests/wizard/screen_session.h"
+#include "ui/main_window.h"
 #include "ui/modal_dialog.h"
 #include "ui/pending_box.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/terminal_session.h"
 
@@ -99,8 +99,8 @@ TEST_P(OnResize, shows_nothing_of_the_hidden_screens_not_even_for_a_moment) {
 TEST_P(OnResize, only_a_message_or_question_is_left_in_no_delay_mode) {
     whileItStands([this] {
         session.resize(smaller);
-        if (ModalDialog::open() != nullptr) {
-            WINDOW* window = ModalDialog::open()->getFrame()->getCursesWindow();
+        if (dialog_frame() != nullptr) {
+            WINDOW* window = dialog_frame()->getCursesWindow();
             EXPECT_EQ(is_nodelay(window), isQuestionOrMessage());
             EXPECT_TRUE(is_keypad(window));
         }

@@ -12,7 +12,6 @@
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
-#include "wizard/base/screen_size.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"

@@ -1,6 +1,6 @@
-#include "wizard/base/screen_size.h"
-
 #include <gtest/gtest.h>
+
+#include "ui/main_window.h"
 
 namespace {
 
