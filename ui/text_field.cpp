@@ -4,6 +4,8 @@
 #include <cctype>
 #include <cstring>
 
+#include "ui/label.h"
+
 bool is_backspace(int key) {
     return key == 127 || key == 8 || key == KEY_BACKSPACE;
 }
@@ -23,6 +25,11 @@ TextField::TextField(Window* parent, int row, int col, int maxLength, int visibl
 
 char* TextField::getText() const {
     return strdup(buffer.data());
+}
+
+void TextField::setFocused(bool focused) {
+    if (label != nullptr)
+        label->setFocused(focused);
 }
 
 void TextField::placeCursor() {

@@ -4,6 +4,8 @@
 
 #include "ui/window.h"
 
+class Label;
+
 /// A line of input. Characters are appended and removed at its end only; a text longer than the
 /// field shows its tail.
 class TextField : public Window {
@@ -14,6 +16,15 @@ class TextField : public Window {
 
     /// A malloc'ed copy of the text; the caller frees it.
     char* getText() const;
+
+    /// Makes `newLabel`, or no label for null, the one that is marked while the field has the
+    /// keyboard. It is not owned and must outlive the field's last setFocused().
+    void setLabel(Label* newLabel) { label = newLabel; }
+
+    /// Marks the field's label or takes the mark away.
+    void setFocused(bool focused) override;
+
+    bool showsCursor() const override { return true; }
 
     /// Puts the cursor behind the last character shown.
     void placeCursor() override;
@@ -46,6 +57,7 @@ class TextField : public Window {
     int textCol = 0;
     int maxLength;
     int scroll = 0;
+    Label* label = nullptr;
 
   private:
     void showTail(Echo echo);

@@ -40,6 +40,9 @@ class Window {
     /// Puts the curses window's cursor where it stands while the widget has the keyboard.
     virtual void placeCursor() {}
 
+    /// True for a widget in which the terminal's cursor is to be seen while it has the keyboard.
+    virtual bool showsCursor() const { return false; }
+
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
