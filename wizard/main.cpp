@@ -1,14 +1,13 @@
 #include <csignal>
 #include <initializer_list>
 
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "ui/terminal/terminal_output.h"
 #include "wizard/abort_wizard.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/release_screens.h"
-#include "wizard/screen_sequence.h"
 #include "wizard/start_up.h"
 #include "wizard/summary.h"
 #include "wizard/system/private_directory.h"
@@ -44,7 +43,8 @@ int main() {
     if (!is_superuser())
         return refuse_user();
     create_screens();
-    run_screens();
+    if (run_screens() == WizardEnd::left)
+        exit_wizard();
     close_screen();
     print_summary();
     release_screens();

@@ -1,7 +1,7 @@
 #include "wizard/release_screens.h"
 
 #include "apply/progress_list.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
 #include "ui/window.h"

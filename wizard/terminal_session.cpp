@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "apply/progress_list.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "ui/colours.h"
 #include "ui/keys.h"
 #include "ui/modal_dialog.h"
