@@ -255,7 +255,7 @@ bool (*const steps[])() = {set_password,       log_in,         create_domain, ad
 
 }  // namespace
 
-void apply_configuration() {
+WizardEnd apply_configuration() {
     settings.apply_running = 1;
     showApplyPending("Please wait until the changes are applied!", "Operations pending");
     curs_set(1);
@@ -264,7 +264,8 @@ void apply_configuration() {
         const bool succeeded = step();
         forget_applied_passwords();
         if (!succeeded)
-            return;
+            return WizardEnd::not_yet;
     }
     finish();
+    return WizardEnd::completed;
 }

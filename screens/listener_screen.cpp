@@ -1,14 +1,10 @@
-#include "screens/listener_screen.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
-#include <vector>
+#include <cstring>
 
-#include "screens/interface_rows.h"
-#include "screens/listeners.h"
-#include "ui/label.h"
+#include "screens/screen.h"
+#include "screens/screen_table.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
@@ -16,12 +12,8 @@
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/screen_moves.h"
-#include "wizard/base/screen_state.h"
+#include "wizard/base/listeners.h"
 #include "wizard/system/port_probe.h"
-
-Screen webadmin_screen{state_webadmin};
-Screen service_screen{state_smtp};
 
 namespace {
 
@@ -31,77 +23,38 @@ constexpr int list_row = 4;
 constexpr int max_port_digits = 5;
 constexpr int highest_port = 65535;
 
-List* webadmin_list;
-List* service_list;
-
-// For each listener, one field per interface.
-std::vector<TextField*> port_fields[listener_count];
-
-bool is_webadmin() {
-    return screen_state == state_webadmin;
+const Listener& listener_of(int state) {
+    return *std::find_if(std::begin(listeners), std::end(listeners),
+                         [state](const Listener& listener) { return listener.state == state; });
 }
 
-Screen& current_screen() {
-    return is_webadmin() ? webadmin_screen : service_screen;
+int longest(char (interf_addr::*text)[256]) {
+    size_t length = 0;
+    for (int i = 0; i < interface_count; ++i)
+        length = std::max(length, std::strlen(interface_table[i].*text));
+    return static_cast<int>(length);
 }
 
-List& current_list() {
-    return is_webadmin() ? *webadmin_list : *service_list;
-}
-
-const Listener& current_listener() {
-    return listeners[listener_index(screen_state)];
-}
-
-int& chosen_interface() {
-    return wizard_settings.*current_listener().interface_index;
-}
-
-TextField* current_port_field() {
-    const auto row = static_cast<size_t>(current_list().getSelected());
-    return port_fields[listener_index(screen_state)][row];
-}
-
-// The port field of the row under the bar is the one that gets the keyboard.
-void follow_bar() {
-    Control& port = current_screen().controls[focus_port];
-    port.field = current_port_field();
-    port.widget = port.field;
-    if (current_listener().takes_answers_at_once)
-        chosen_interface() = current_list().getSelected();
-}
-
-void key_to_list(Window* /*widget*/, int key) {
-    current_list().onKey(key);
-    follow_bar();
-}
-
-void go_on() {
-    screen_focus(state_smtp) = focus_list;
-    screen_state = next_screen_state(screen_state);
-}
-
-// The port is in use: the user stops the program that uses it, and the loopback question is not
-// asked then; or chooses another port.
-void warn_of_taken_port(const char* address, int port) {
-    char message[512] = {};
-    std::snprintf(message, sizeof(message),
-                  "There is already an application that binds the %d port on the selected "
-                  "interface %s. Please stop that application and remove it from the automatic "
-                  "startup daemons at boot. More information about stopping common applications "
-                  "can be found in the %s document.",
-                  port, address, others_doc_path);
-    int answer = 0;
-    do {
-        answer = askRetryOrBack(message, "Warning!", address, port);
-    } while (answer == -1);
-    if (answer == 0) {
-        screen_focus(screen_state) = focus_port;
-        return;
+// "NAME : ADDRESS" of each interface, both parts padded to the longest.
+std::vector<std::string> interface_rows() {
+    const int name_width = longest(&interf_addr::name);
+    const int address_width = longest(&interf_addr::address);
+    std::vector<std::string> rows;
+    for (int i = 0; i < interface_count; ++i) {
+        char row[sizeof(interf_addr)];
+        std::snprintf(row, sizeof(row), "%-*s : %-*s", name_width, interface_table[i].name,
+                      address_width, interface_table[i].address);
+        rows.emplace_back(row);
     }
-    if (!is_webadmin())
-        screen_focus(state_services) = 0;
-    go_on();
+    return rows;
+}
+
+int port_col() {
+    return longest(&interf_addr::name) + longest(&interf_addr::address) + 8;
+}
+
+int frame_cols() {
+    return std::max(port_col() + 8, 27);
 }
 
 bool port_is_free(const char* address, int port) {
@@ -111,98 +64,142 @@ bool port_is_free(const char* address, int port) {
     return is_free;
 }
 
-bool loopback_is_meant() {
-    const std::string row = interface_rows()[static_cast<size_t>(current_list().getSelected())];
-    return !is_loopback_row(row) || askYesNo(current_listener().loopback_question, "WARNING!") == 1;
-}
-
-// The port that is typed, -1 for a text that is no port.
-int typed_port() {
-    const HeapText text(current_port_field()->getText());
-    if (!is_all_digits(text.get()))
-        return -1;
-    const int port = std::atoi(text.get());
-    if (current_listener().takes_answers_at_once)
-        wizard_settings.*current_listener().port = port;
-    return port > highest_port ? -1 : port;
-}
-
-void press_ok() {
-    chosen_interface() = current_list().getSelected();
-    const int port = typed_port();
-    if (port == -1) {
-        screen_error(current_screen(), "The port must be a valid number in [0-65535] range!",
-                     focus_port);
-        return;
+// WebAdmin takes its answers as they are given: the interface when the bar moves, the port when
+// "OK" is pressed. The others take both when they are accepted, the interface also when "OK" is
+// pressed.
+class ListenerScreen : public Screen {
+  public:
+    explicit ListenerScreen(int state)
+        : Screen(state, interface_count + 9, frame_cols(), interface_count + 9),
+          listener(listener_of(state)) {
+        add<Label>(&frame, 3, 1, "Interface:");
+        add<Label>(&frame, 3, port_col(), "Port:");
+        addList();
+        addPorts();
+        addButton(focus_ok, interface_count + 5, frame_cols() - 8, "OK");
+        addButton(focus_back, interface_count + 5, 2, "Back");
     }
-    screen_hide(current_screen());
-    const char* address = interface_table[chosen_interface()].address;
-    if (!port_is_free(address, port)) {
-        warn_of_taken_port(address, port);
-    } else if (!loopback_is_meant()) {
-        screen_focus(screen_state) = focus_list;
-    } else {
-        wizard_settings.*current_listener().port = port;
-        go_on();
+
+  private:
+    void addList() {
+        const std::vector<std::string> rows = interface_rows();
+        list = &add<List>(&frame, interface_count, text_pointers(rows).data(), list_row, 1,
+                          pair_screen, pair_focus);
+        addControl({focus_list, list, Enter::moves_on});
     }
-}
 
-void press_back() {
-    screen_focus(is_webadmin() ? state_aliases : state_smtp) = 0;
-    screen_state = previous_screen_state(screen_state);
-}
-
-void add_port_fields(Screen& screen, const Listener& listener, int count, int col) {
-    std::vector<TextField*>& fields = port_fields[listener_index(listener.state)];
-    fields.clear();
-    for (int row = 0; row < count; ++row) {
-        auto* field = new TextField(screen.frame.get(), list_row + row, col, max_port_digits,
-                                    max_port_digits, 1);
-        fields.push_back(screen_add(screen, field, listener.state));
-        field->setText(listener.default_port);
+    void addPorts() {
+        for (int row = 0; row < interface_count; ++row) {
+            ports.push_back(&add<TextField>(&frame, list_row + row, port_col(), max_port_digits,
+                                            max_port_digits, 1));
+            ports.back()->setText(listener.default_port);
+        }
+        addControl({focus_port, ports.front(), Enter::moves_on});
     }
-}
 
-// Builds a screen for the listeners from `first` up to, but without, `end`.
-List* build(Screen& screen, const Listener* first, const Listener* end) {
-    constexpr int narrowest = 27;
-    const std::vector<std::string> rows = interface_rows();
-    const int count = static_cast<int>(rows.size());
-    const int port_col = interface_text_width() + 8;
-    const int cols = std::max(port_col + 8, narrowest);
-    screen_open(screen, count + 9, cols, count + 9, first->title);
-    Window* frame = screen.frame.get();
-    screen_add(screen, new Label(frame, 3, 1, "Interface:"));
-    screen_add(screen, new Label(frame, 3, port_col, "Port:"));
-    auto* list = screen_add(screen, new List(frame, count, text_pointers(rows).data(), list_row, 1,
-                                             pair_screen, pair_focus));
-    for (const Listener* listener = first; listener != end; ++listener)
-        add_port_fields(screen, *listener, count, port_col);
-    add_list_control(screen, focus_list, list, key_to_list);
-    // Which port field it is follows the bar.
-    add_field_control(screen, focus_port, nullptr, nullptr);
-    screen_add_button(screen, focus_ok, count + 5, cols - 8, "OK", press_ok);
-    screen_add_button(screen, focus_back, count + 5, 2, "Back", press_back);
-    return list;
-}
+    bool isWebadmin() const { return &listener == &webadmin_listener; }
+    int& chosenInterface() { return wizard_settings.*listener.interface_index; }
+    int& chosenPort() { return wizard_settings.*listener.port; }
+    const interf_addr& interfaceUnderBar() const { return interface_table[list->getSelected()]; }
+    TextField& portUnderBar() { return *ports[static_cast<size_t>(list->getSelected())]; }
 
-void build_current_screen() {
-    if (is_webadmin())
-        webadmin_list = build(webadmin_screen, listeners, listeners + 1);
-    else
-        service_list = build(service_screen, listeners + 1, listeners + listener_count);
-}
+    // The port field of the row under the bar is the one that gets the keyboard.
+    void followBar() {
+        controlOf(focus_port).widget = &portUnderBar();
+        if (isWebadmin())
+            chosenInterface() = list->getSelected();
+    }
+
+    void prepare() override {
+        list->setSelected(chosenInterface());
+        followBar();
+    }
+
+    void takeKey(const Control& control, int key) override {
+        Screen::takeKey(control, key);
+        followBar();
+    }
+
+    WizardEnd press(int button) override {
+        if (button == focus_ok)
+            check();
+        else
+            leave(previous_screen_state(state), isWebadmin() ? state_aliases : state_smtp);
+        return WizardEnd::not_yet;
+    }
+
+    // The port that is typed, -1 for a text that is no port.
+    int typedPort() {
+        const HeapText text(portUnderBar().getText());
+        if (!is_all_digits(text.get()))
+            return -1;
+        const int port = std::atoi(text.get());
+        if (isWebadmin())
+            chosenPort() = port;
+        return port > highest_port ? -1 : port;
+    }
+
+    void check() {
+        chosenInterface() = list->getSelected();
+        const int port = typedPort();
+        if (port == -1) {
+            refuse("The port must be a valid number in [0-65535] range!", focus_port);
+            return;
+        }
+        hide();
+        if (!port_is_free(interfaceUnderBar().address, port)) {
+            warnOfTakenPort(port);
+        } else if (!loopbackIsMeant()) {
+            screen_focus(state) = focus_list;
+        } else {
+            chosenPort() = port;
+            goOn();
+        }
+    }
+
+    bool loopbackIsMeant() {
+        if (std::strncmp(interfaceUnderBar().name, "lo", 2) != 0)
+            return true;
+        const std::string question =
+            std::string("Selecting 127.0.0.1 will enable access to ") + listener.gives_access_to +
+            "\tonly from this machine and not remotely from other machines. Are you sure?";
+        return askYesNo(question.c_str(), "WARNING!") == 1;
+    }
+
+    // The port is in use: the user stops the program that uses it, and the loopback question is not
+    // asked then; or chooses another port.
+    void warnOfTakenPort(int port) {
+        const char* address = interfaceUnderBar().address;
+        char message[512] = {};
+        std::snprintf(
+            message, sizeof(message),
+            "There is already an application that binds the %d port on the selected "
+            "interface %s. Please stop that application and remove it from the automatic "
+            "startup daemons at boot. More information about stopping common applications "
+            "can be found in the %s document.",
+            port, address, others_doc_path);
+        int answer = 0;
+        do {
+            answer = askRetryOrBack(message, "Warning!", address, port);
+        } while (answer == -1);
+        if (answer == 0) {
+            screen_focus(state) = focus_port;
+            return;
+        }
+        if (!isWebadmin())
+            screen_focus(state_services) = 0;
+        goOn();
+    }
+
+    void goOn() { leave(next_screen_state(state), state_smtp); }
+
+    const Listener& listener;
+    List* list = nullptr;
+    std::vector<TextField*> ports;
+};
 
 }  // namespace
 
-void listener_screen_entry() {
-    Screen& screen = current_screen();
-    if (screen.frame == nullptr)
-        build_current_screen();
-    screen.frame->setTitle(current_listener().title, pair_screen);
-    current_list().setSelected(chosen_interface());
-    follow_bar();
-    screen_draw(screen);
-    screen_run(screen);
-    screen_hide(screen);
+std::unique_ptr<Screen> create_listener_screen(int state) {
+    return std::make_unique<ListenerScreen>(state);
 }

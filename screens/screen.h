@@ -1,107 +1,123 @@
 #pragma once
 
+#include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "ui/label.h"
+#include "ui/terminal/colours.h"
 #include "ui/window.h"
+#include "wizard/base/screen_state.h"
 
-class Button;
-class ChoiceList;
-class Label;
-class List;
-class TextField;
+/// What Enter does while a control has the keyboard.
+enum class Enter { moves_on, goes_to_widget, presses };
 
 /// One thing on a screen that can have the keyboard.
 struct Control {
-    int focus;       ///< the screen's focus number while it has
-    Window* widget;  ///< keys are read from its curses window
-    Label* label = nullptr;
-    TextField* field = nullptr;
-    Button* button = nullptr;
-    bool enter_moves_on = false;  ///< Enter does what TAB does
-
-    void (*take_key)(Window* widget, int key) = nullptr;  ///< every other key
-    void (*left)() = nullptr;     ///< after TAB or Enter has moved on from it
-    void (*pressed)() = nullptr;  ///< a button: on Enter or space
+    int focus;  ///< the screen's focus number while it has the keyboard
+    Window* widget;
+    Enter enter;
 };
 
-/// A widget on a screen's frame.
-struct ScreenWidget {
-    std::unique_ptr<Window> window;
-    int only_in_state;  ///< the one ScreenState in which it shows, or `in_every_state`
-};
+/// A question screen: a titled frame in the middle of the terminal and the widgets on it, all of
+/// which go with it. A screen derives from this one, adds its widgets when it is constructed, and
+/// says what its buttons do. `main_window` must be there.
+class Screen {
+  public:
+    virtual ~Screen() = default;
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
 
-constexpr int in_every_state = -1;
+    /// Brings the screen to the front, in the middle of the terminal, and draws it with the look of
+    /// its present focus.
+    void draw();
 
-/// A question screen: a titled frame in the middle of the terminal and the widgets on it. What is
-/// common to all screens is done by the functions below; a screen itself is its widgets, the order
-/// of its controls and what its buttons do.
-struct Screen {
-    int state;  ///< the ScreenState whose focus number is the screen's
+    /// Reads keys, moving the focus, until a button has been pressed and has done its work. Returns
+    /// whether that was the wizard's end; if not, the screen that `screen_state` names is next,
+    /// which may be this one.
+    WizardEnd run();
 
-    std::unique_ptr<Window> frame = nullptr;  ///< null while the screen is not built
-    int centring_rows = 0;  ///< the height by which the frame is centred, not always its own
-    int rows = 0;
-    int cols = 0;
-    std::vector<ScreenWidget> widgets = {};  ///< all that stands on the frame
-    std::vector<Control> controls = {};      ///< in TAB order
-    void (*draw_extra)() = nullptr;          ///< draws on the frame what is no widget
+    /// Takes the screen off the panel stack.
+    void hide();
+
+    /// After the terminal has been resized: forgets one key, which the resize has produced, and
+    /// puts the screen into the middle again. Draws it if it is the one on show.
+    void redraw();
+
+    Window& getFrame() { return frame; }
+
+  protected:
+    /// Creates the frame of the screen of `state`, `rows` by `cols`, in the place where a frame of
+    /// `centringRows` would be in the middle of the terminal.
+    Screen(int state, int rows, int cols, int centringRows);
+
+    /// Makes a widget of `arguments`, which name the frame as its parent, in the wizard's colours.
+    template <class Widget, class... Arguments>
+    Widget& add(Arguments... arguments) {
+        auto widget = std::make_unique<Widget>(arguments...);
+        Widget& added = *widget;
+        added.setColors(pair_screen, pair_screen, 1);
+        widgets.push_back(std::move(widget));
+        return added;
+    }
+
+    /// Adds a label and, right after it, a field for at most `maxLength` characters, as a control.
+    template <class Field>
+    Field& addField(int focus, int row, const char* text, int maxLength) {
+        constexpr int margin = 2;
+        const int col = margin + static_cast<int>(std::strlen(text));
+        auto& label = add<Label>(&frame, row, margin, text);
+        auto& field = add<Field>(&frame, row, col, maxLength, frameCols - 2 * margin - col, 1);
+        field.setLabel(&label);
+        addControl({focus, &field, Enter::moves_on});
+        return field;
+    }
+
+    /// Adds a button of the usual size, 3 lines by 6 columns, as a control.
+    void addButton(int focus, int row, int col, const char* caption);
+
+    /// Adds a control after those that the screen has, in TAB order.
+    void addControl(const Control& control) { controls.push_back(control); }
+
+    /// The control of a focus number; the first one where there is none.
+    Control& controlOf(int focus);
+
+    /// Leaves for the screen of state `to`. The screen of state `refocused`, one of the two, will
+    /// be shown with the focus on its first control.
+    void leave(int to, int refocused);
+
+    /// Hides the screen, shows a message with an "OK" button under the title "Error!", and sends
+    /// the focus to `focus`.
+    void refuse(const char* message, int focus);
+
+    /// Takes a key that is no key of the screen's.
+    virtual void takeKey(const Control& control, int key) { control.widget->onKey(key); }
+
+    const int state;
+    Window frame;
+
+  private:
+    /// Does the work of the button with that focus number. Returns whether the wizard ends with it.
+    virtual WizardEnd press(int button) = 0;
+
+    /// Brings the widgets up to date before the screen is shown.
+    virtual void prepare() {}
+
+    /// Does what is to be done after the focus has moved on from a control.
+    virtual void moved() {}
+
+    Control& focused() { return controlOf(screen_focus(state)); }
+    void drawWidgets();
+    void place();
+    void moveOn();
+
+    int frameCols;
+    int centringRows;
+    std::vector<std::unique_ptr<Window>> widgets;
+    std::vector<Control> controls;
 };
 
 /// The texts of `entries`, as the lists take them; valid as long as those are.
 std::vector<const char*> text_pointers(const std::vector<std::string>& entries);
-
-/// Puts a widget on the frame; use screen_add().
-void screen_adopt(Screen& screen, Window* widget, int only_in_state);
-
-/// Creates the frame of `screen`, `rows` by `cols`, in the place where a frame of `centring_rows`
-/// would be in the middle of the terminal.
-void screen_open(Screen& screen, int rows, int cols, int centring_rows, const char* title);
-
-/// Puts a widget made with `new`, in the wizard's colours, on the frame, which it must have as its
-/// parent. The screen owns it. Returns the widget.
-template <class Widget>
-Widget* screen_add(Screen& screen, Widget* widget, int only_in_state = in_every_state) {
-    screen_adopt(screen, widget, only_in_state);
-    return widget;
-}
-
-/// Adds a control behind those that `screen` has, in TAB order. A field's label, or null, is
-/// highlighted with it; `left`, or null, is called after TAB or Enter has moved on from it.
-/// `take_key` gets the keys of a list; a list of check boxes takes them itself.
-void add_field_control(Screen& screen, int focus, Label* label, TextField* field,
-                       void (*left)() = nullptr);
-void add_list_control(Screen& screen, int focus, List* list, void (*take_key)(Window*, int key));
-void add_choice_control(Screen& screen, int focus, ChoiceList* list);
-
-/// Adds a button of the usual size, 3 lines by 6 columns, and its control.
-void screen_add_button(Screen& screen, int focus, int row, int col, const char* caption,
-                       void (*pressed)());
-
-/// Brings the screen to the front, in the middle of the terminal, and draws it with the look of its
-/// present focus.
-void screen_draw(Screen& screen);
-
-/// Reads keys, moving the focus, until a button has been pressed and has done its work. The screen
-/// is then to be drawn again unless `screen_state` names another.
-void screen_run(Screen& screen);
-
-/// Takes the screen off the panel stack.
-void screen_hide(Screen& screen);
-
-/// After the terminal has been resized: forgets one key, which the resize has produced, and puts
-/// the screen into the middle again. Draws it if it is the one on show; any other stays invisible.
-/// Does nothing for a screen that is not built.
-void screen_redraw(Screen& screen);
-
-/// Deletes the widgets and then the frame; the screen can be built again. Does nothing for a screen
-/// that is not built.
-void screen_destroy(Screen& screen);
-
-/// Leaves for the screen of `state`, which is shown with the focus on its first control.
-void screen_leave(int state);
-
-/// Hides the screen, shows a message with an "OK" button under the title "Error!", and sends the
-/// focus to `focus`.
-void screen_error(Screen& screen, const char* message, int focus);

@@ -5,7 +5,7 @@
 
 #include "apply/progress_list.h"
 #include "apply/server_process.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
 #include "ui/terminal/terminal.h"

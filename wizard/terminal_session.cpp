@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "apply/progress_list.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "ui/keys.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"

@@ -1,9 +1,9 @@
-#include "screens/alias_screen.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "screens/screen.h"
+#include "screens/screen_table.h"
 #include "tests/screens/domain_rig.h"
 #include "tests/screens/long_texts.h"
 #include "tests/support/expect_screen.h"
@@ -106,7 +106,7 @@ TEST(AliasScreen, every_combination_of_choices_is_stored_whichever_way_the_user_
 TEST(AliasScreen, is_released_when_it_is_left) {
     AliasRig wizard;
     wizard.play({"\t", Key::enter});
-    EXPECT_EQ(alias_screen.frame, nullptr);
+    EXPECT_EQ(built_screens[state_aliases], nullptr);
 }
 
 TEST(AliasScreen, names_a_domain_that_was_changed_meanwhile_and_keeps_its_check_marks) {

@@ -3,7 +3,8 @@
 #include <panel.h>
 
 #include "apply/apply_sequence.h"
-#include "screens/sendmail_screen.h"
+#include "screens/screen.h"
+#include "screens/screen_table.h"
 #include "wizard/base/wizard_settings.h"
 
 ApplyDouble apply_double;
@@ -20,11 +21,13 @@ bool is_on_panel_stack(WINDOW* window) {
 
 }  // namespace
 
-void apply_configuration() {
+WizardEnd apply_configuration() {
     ++apply_double.calls;
     apply_double.sendmail_wrapper = wizard_settings.sendmail_wrapper;
     apply_double.state = screen_state;
     apply_double.focus = screen_focus(state_sendmail);
-    apply_double.screen_is_gone = !is_on_panel_stack(sendmail_screen.frame->getCursesWindow());
+    apply_double.screen_is_gone =
+        !is_on_panel_stack(built_screens[state_sendmail]->getFrame().getCursesWindow());
     screen_state = apply_double.leads_to;
+    return screen_state == state_end ? WizardEnd::completed : WizardEnd::not_yet;
 }

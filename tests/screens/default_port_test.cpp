@@ -37,7 +37,7 @@ TEST(PortRange, has_0_and_65535_in_it) {
 }
 
 TEST(PortRange, counts_a_port_with_leading_zeros) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     wizard.play(answer_listener(row_eth0, "00080"));
     EXPECT_EQ(screen_state, state_smtp);
     EXPECT_EQ(wizard.chosenPort(), 80);
@@ -59,7 +59,7 @@ TEST(DefaultPort, that_is_taken_is_warned_of_on_the_smallest_terminal) {
     RigSetup setup;
     setup.rows = 20;
     setup.cols = 72;
-    ListenerRig wizard(webadmin_listener(), setup);
+    ListenerRig wizard(webadmin_facts(), setup);
     wizard.play({"\t\t", Key::enter, Key::tab});
     EXPECT_SCREEN(wizard.image(), "golden/port_in_use_on_the_smallest_terminal");
 }

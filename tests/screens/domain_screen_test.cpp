@@ -1,9 +1,8 @@
-#include "screens/domain_screen.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "screens/screen_table.h"
 #include "tests/screens/domain_rig.h"
 #include "tests/screens/long_texts.h"
 #include "wizard/base/screen_state.h"

@@ -1,5 +1,3 @@
-#include "screens/interface_rows.h"
-
 #include <gtest/gtest.h>
 
 #include "tests/screens/listener_rig.h"
@@ -17,36 +15,6 @@ RigSetup with_interfaces(const std::vector<InterfaceFacts>& interfaces) {
 
 const std::vector<InterfaceFacts> long_facts = {
     {"all", "0.0.0.0"}, {"lo", "127.0.0.1"}, {"enp0s31f6", "192.168.100.200"}};
-
-TEST(InterfaceRows, have_name_and_address_padded_to_the_longest) {
-    const WizardRig wizard(state_webadmin, with_interfaces(long_facts));
-    EXPECT_EQ(interface_rows(), (std::vector<std::string>{"all       : 0.0.0.0        ",
-                                                          "lo        : 127.0.0.1      ",
-                                                          "enp0s31f6 : 192.168.100.200"}));
-}
-
-TEST(InterfaceRows, the_longest_name_and_address_may_be_of_different_interfaces) {
-    const WizardRig wizard(
-        state_webadmin,
-        with_interfaces({{"all", "0.0.0.0"}, {"longname", "10.0.0.1"}, {"e", "10.200.200.200"}}));
-    EXPECT_EQ(interface_text_width(), 8 + 14);
-    EXPECT_EQ(interface_rows()[1], "longname : 10.0.0.1      ");
-}
-
-TEST(InterfaceRows, the_longest_texts_of_the_table_are_not_cut) {
-    const std::string longest(255, 'x');
-    const WizardRig wizard(state_webadmin, with_interfaces({{longest, longest}}));
-    EXPECT_EQ(interface_text_width(), 510);
-    EXPECT_EQ(interface_rows().front(), longest + " : " + longest);
-}
-
-TEST(InterfaceRows, of_a_name_that_begins_with_lo_are_loopback) {
-    EXPECT_TRUE(is_loopback_row("lo   : 127.0.0.1"));
-    EXPECT_TRUE(is_loopback_row("lo0 : 127.0.0.1"));
-    EXPECT_FALSE(is_loopback_row("eth0 : 127.0.0.1"));
-    EXPECT_FALSE(is_loopback_row("l : 127.0.0.1"));
-    EXPECT_FALSE(is_loopback_row(""));
-}
 
 TEST(ListenerFrame, is_10_rows_high_and_27_columns_wide_with_one_interface) {
     WizardRig wizard(state_webadmin, with_interfaces({{"all", "0.0.0.0"}}));

@@ -115,17 +115,16 @@ TEST_P(ServiceAnswer, leaves_the_focus_of_the_services_screen_alone) {
     EXPECT_EQ(screen_focus(state_services), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, ServiceAnswer, testing::ValuesIn(service_listeners()),
-                         CaseName());
+INSTANTIATE_TEST_SUITE_P(Screens, ServiceAnswer, testing::ValuesIn(service_facts()), CaseName());
 
 TEST(WebAdminAnswer, with_too_high_a_port_stores_it_all_the_same) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     wizard.play(answer_listener(row_eth0, "65536"));
     EXPECT_EQ(wizard.chosenPort(), 65536);
 }
 
 TEST(WebAdminAnswer, sends_the_focus_of_the_SMTP_screen_to_its_list) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     const LocalPort free_port;
     screen_focus(state_smtp) = 3;
     wizard.play(answer_listener(row_eth0, std::to_string(free_port.number())));

@@ -10,7 +10,7 @@ void PrintTo(const ListenerFacts& listener, std::ostream* out) {
     *out << listener.name;
 }
 
-const ListenerFacts& webadmin_listener() {
+const ListenerFacts& webadmin_facts() {
     static const ListenerFacts facts = {"WebAdmin",
                                         state_webadmin,
                                         "Select WebAdmin Interface",
@@ -22,7 +22,7 @@ const ListenerFacts& webadmin_listener() {
     return facts;
 }
 
-std::vector<ListenerFacts> service_listeners() {
+std::vector<ListenerFacts> service_facts() {
     return {{"SMTP", state_smtp, "Select SMTP Interface", 25, &WizardSettings::smtp_interface,
              &WizardSettings::smtp_port, state_services, state_webadmin},
             {"POP3", state_pop3, "Select POP3 Interface", 110, &WizardSettings::pop3_interface,
@@ -35,8 +35,8 @@ std::vector<ListenerFacts> service_listeners() {
 }
 
 std::vector<ListenerFacts> all_listeners() {
-    std::vector<ListenerFacts> listeners = service_listeners();
-    listeners.insert(listeners.begin(), webadmin_listener());
+    std::vector<ListenerFacts> listeners = service_facts();
+    listeners.insert(listeners.begin(), webadmin_facts());
     return listeners;
 }
 

@@ -24,8 +24,8 @@ struct ListenerFacts {
 void PrintTo(const ListenerFacts& listener, std::ostream* out);
 
 /// WebAdmin; SMTP, POP3, IMAP and WebMail; all five.
-const ListenerFacts& webadmin_listener();
-std::vector<ListenerFacts> service_listeners();
+const ListenerFacts& webadmin_facts();
+std::vector<ListenerFacts> service_facts();
 std::vector<ListenerFacts> all_listeners();
 
 /// The wizard on the screen of a listener, all services being enabled.

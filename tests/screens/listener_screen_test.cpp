@@ -1,11 +1,10 @@
 // The keys of the listener screens, what they show and what they remember.
 
-#include "screens/listener_screen.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "screens/screen_table.h"
 #include "tests/screens/listener_rig.h"
 #include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
@@ -125,7 +124,7 @@ TEST_P(EachService, a_visit_that_ended_with_back_keeps_the_typed_port_but_not_th
     EXPECT_EQ(wizard.portShown(row_lo), "77");
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, EachService, testing::ValuesIn(service_listeners()), CaseName());
+INSTANTIATE_TEST_SUITE_P(Screens, EachService, testing::ValuesIn(service_facts()), CaseName());
 
 /// Answers the screen of a listener with a port that nobody uses.
 void accept(WizardRig& wizard, const ListenerFacts& listener, int row, const LocalPort& port) {
@@ -134,11 +133,11 @@ void accept(WizardRig& wizard, const ListenerFacts& listener, int row, const Loc
 }
 
 TEST(ServiceScreen, each_service_remembers_its_own_row_and_ports) {
-    ListenerRig wizard(service_listeners().front());
+    ListenerRig wizard(service_facts().front());
     const LocalPort first;
     const LocalPort second;
-    const ListenerFacts smtp = service_listeners()[0];
-    const ListenerFacts imap = service_listeners()[2];
+    const ListenerFacts smtp = service_facts()[0];
+    const ListenerFacts imap = service_facts()[2];
     accept(wizard, smtp, row_eth0, first);
     accept(wizard, imap, row_all, second);
 
@@ -161,7 +160,7 @@ TEST(ServiceScreen, each_service_remembers_its_own_row_and_ports) {
 }
 
 TEST(WebAdminScreen, a_user_who_comes_back_finds_the_bar_and_the_port_as_they_were) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     const LocalPort port;
     wizard.play(answer_listener(row_eth0, std::to_string(port.number())));
     ASSERT_EQ(screen_state, state_smtp);
@@ -172,7 +171,7 @@ TEST(WebAdminScreen, a_user_who_comes_back_finds_the_bar_and_the_port_as_they_we
 }
 
 TEST(WebAdminScreen, the_row_under_the_bar_is_the_answer_at_once) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     wizard.play({Key::down, [&] { EXPECT_EQ(wizard.chosenInterface(), 1); }, Key::down,
                  [&] { EXPECT_EQ(wizard.chosenInterface(), 2); }, Key::up,
                  [&] { EXPECT_EQ(wizard.chosenInterface(), 1); }, "\t\t\t", Key::enter});

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "screens/listeners.h"
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/listener_rig.h"
 #include "tests/support/golden.h"
@@ -59,10 +58,6 @@ class LoopbackQuestion : public testing::TestWithParam<Question> {
     LocalPort free_port;
 };
 
-TEST_P(LoopbackQuestion, has_a_tab_in_its_text) {
-    EXPECT_STREQ(listeners[listener_index(listener.state)].loopback_question, GetParam().text);
-}
-
 TEST_P(LoopbackQuestion, is_asked_with_the_screen_hidden) {
     playWithLoopback({[&] { EXPECT_EQ(screen_state, state_yes_no); }});
     EXPECT_SCREEN(wizard.image(), "golden/loopback_question_" + listener.name);
@@ -100,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(Screens, LoopbackQuestion, testing::ValuesIn(questions(
 bool is_asked_for(const std::string& name) {
     RigSetup setup;
     setup.interfaces[row_lo].name = name;
-    ListenerRig wizard(webadmin_listener(), setup);
+    ListenerRig wizard(webadmin_facts(), setup);
     const LocalPort free_port;
     bool asked = false;
     wizard.play(answer_listener(row_lo, std::to_string(free_port.number())) +
@@ -119,7 +114,7 @@ TEST(LoopbackInterface, is_one_whose_name_begins_with_lo) {
 }
 
 TEST(LoopbackInterface, is_none_of_all_interfaces) {
-    ListenerRig wizard(webadmin_listener());
+    ListenerRig wizard(webadmin_facts());
     const LocalPort free_port;
     wizard.play(answer_listener(row_all, std::to_string(free_port.number())));
     EXPECT_EQ(screen_state, state_smtp);

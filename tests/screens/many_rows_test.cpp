@@ -82,8 +82,7 @@ TEST_P(MostInterfaces, a_larger_terminal_shows_the_whole_screen_after_a_resize) 
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, MostInterfaces,
-                         testing::Values(webadmin_listener(), service_listeners().back()),
-                         CaseName());
+                         testing::Values(webadmin_facts(), service_facts().back()), CaseName());
 
 class MostNetworks : public testing::Test {
   protected:

@@ -1,13 +1,9 @@
-#include "screens/password_screen.h"
-
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "screens/screen_table.h"
 #include "tests/screens/apply_double.h"
 #include "tests/screens/dialog_region.h"
 #include "tests/screens/long_texts.h"
@@ -173,40 +169,13 @@ TEST(PasswordScreen, a_user_who_comes_back_from_the_domain_screen_finds_the_firs
     EXPECT_STREQ(wizard_settings.admin_password, "secret");
 }
 
-/// Ends the program, its standard output on its standard error, where a death test looks.
-void press_exit(Key press) {
-    dup2(STDERR_FILENO, STDOUT_FILENO);
-    WizardRig wizard(state_password);
-    wizard.play({"secret", "\t\t\t", press});
+TEST(PasswordScreen, exit_leaves_the_wizard_with_nothing_stored_or_applied) {
+    for (const Key press : {Key::enter, Key::space}) {
+        WizardRig wizard(state_password);
+        EXPECT_EQ(wizard.play({"secret", "\t\t\t", press}), WizardEnd::left);
+        EXPECT_STREQ(wizard_settings.admin_password, "");
+        EXPECT_EQ(apply_double.calls, 0);
+    }
 }
-
-class PasswordScreenExit : public testing::TestWithParam<Key> {
-  protected:
-    // Curses is read by a thread of its own, which a forked test would not have.
-    PasswordScreenExit() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
-TEST_P(PasswordScreenExit, ends_the_wizard_with_status_0_and_says_so) {
-    EXPECT_EXIT(press_exit(GetParam()), testing::ExitedWithCode(0),
-                "\nTELUMA Configuration Wizard Aborted!\n$");
-}
-
-/// Says when the program ends what it has stored and applied.
-void tell_answers() {
-    std::fprintf(stderr, "password '%s', applied %d times\n", wizard_settings.admin_password,
-                 apply_double.calls);
-}
-
-TEST_P(PasswordScreenExit, leaves_no_settings_applied) {
-    EXPECT_EXIT(
-        {
-            std::atexit(tell_answers);
-            press_exit(GetParam());
-        },
-        testing::ExitedWithCode(0), "password '', applied 0 times");
-}
-
-INSTANTIATE_TEST_SUITE_P(OnEnterAndSpace, PasswordScreenExit,
-                         testing::Values(Key::enter, Key::space));
 
 }  // namespace

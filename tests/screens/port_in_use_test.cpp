@@ -127,8 +127,7 @@ TEST_P(ServicePortInUse, back_stores_the_row_but_not_the_port) {
     EXPECT_EQ(wizard.chosenPort(), 77);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, ServicePortInUse, testing::ValuesIn(service_listeners()),
-                         CaseName());
+INSTANTIATE_TEST_SUITE_P(Screens, ServicePortInUse, testing::ValuesIn(service_facts()), CaseName());
 
 class WebAdminPortInUse : public PortInUse {};
 
@@ -149,7 +148,6 @@ TEST_P(WebAdminPortInUse, retry_once_it_is_free_leaves_the_focus_of_the_services
     EXPECT_EQ(screen_focus(state_services), 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, WebAdminPortInUse, testing::Values(webadmin_listener()),
-                         CaseName());
+INSTANTIATE_TEST_SUITE_P(Screens, WebAdminPortInUse, testing::Values(webadmin_facts()), CaseName());
 
 }  // namespace

@@ -1,10 +1,9 @@
-#include "screens/relay_screen.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <string>
 
+#include "screens/screen_table.h"
 #include "tests/screens/wizard_rig.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"

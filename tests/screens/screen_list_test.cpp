@@ -1,9 +1,8 @@
-#include "screens/screen_list.h"
-
 #include <gtest/gtest.h>
 #include <panel.h>
 
 #include "screens/screen.h"
+#include "screens/screen_table.h"
 #include "tests/screens/moved_picture.h"
 #include "tests/screens/screen_views.h"
 #include "tests/support/expect_screen.h"
@@ -20,15 +19,9 @@ TEST(ScreenList, creates_the_screens_that_exist_from_the_start_hidden) {
     EXPECT_SAME_LOOK(nothing, wizard.image());
     for (const int state :
          {state_password, state_domain, state_services, state_relay, state_sendmail})
-        EXPECT_NE(screen_of(state).frame, nullptr) << state;
+        EXPECT_NE(built_screens[state], nullptr) << state;
     for (const int state : {state_aliases, state_webadmin, state_smtp})
-        EXPECT_EQ(screen_of(state).frame, nullptr) << state;
-}
-
-TEST(ScreenList, has_one_screen_for_SMTP_POP3_IMAP_and_WebMail) {
-    for (const int state : {state_pop3, state_imap, state_webmail})
-        EXPECT_EQ(&screen_of(state), &screen_of(state_smtp));
-    EXPECT_NE(&screen_of(state_webadmin), &screen_of(state_smtp));
+        EXPECT_EQ(built_screens[state], nullptr) << state;
 }
 
 TEST(ScreenList, releases_every_screen_and_does_nothing_when_asked_again) {
@@ -40,9 +33,7 @@ TEST(ScreenList, releases_every_screen_and_does_nothing_when_asked_again) {
     destroy_screens();
     destroy_screens();
     for (const ScreenFacts& screen : all_screens()) {
-        EXPECT_EQ(screen_of(screen.state).frame, nullptr) << screen.name;
-        EXPECT_TRUE(screen_of(screen.state).widgets.empty()) << screen.name;
-        EXPECT_TRUE(screen_of(screen.state).controls.empty()) << screen.name;
+        EXPECT_EQ(built_screens[screen.state], nullptr) << screen.name;
     }
     EXPECT_EQ(panel_above(nullptr), nullptr);
 }

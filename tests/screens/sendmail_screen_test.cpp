@@ -1,7 +1,6 @@
-#include "screens/sendmail_screen.h"
-
 #include <gtest/gtest.h>
 
+#include "screens/screen_table.h"
 #include "tests/screens/apply_double.h"
 #include "tests/screens/wizard_rig.h"
 #include "tests/support/golden.h"

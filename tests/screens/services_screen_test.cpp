@@ -1,9 +1,8 @@
-#include "screens/services_screen.h"
-
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "screens/screen_table.h"
 #include "tests/screens/listener_rig.h"
 #include "tests/support/local_port.h"
 #include "wizard/base/screen_state.h"

@@ -5,9 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "screens/alias_screen.h"
 #include "screens/screen.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "tests/screens/apply_double.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
@@ -16,7 +15,6 @@
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"
-#include "wizard/screen_sequence.h"
 #include "wizard/terminal_session.h"
 
 namespace {
@@ -76,18 +74,20 @@ WizardRig::~WizardRig() {
     release_screens();
 }
 
-void WizardRig::play(std::vector<Step> steps, const Caller& caller) {
+WizardEnd WizardRig::play(std::vector<Step> steps, const Caller& caller) {
     script.assign(steps.begin(), steps.end());
     waits.atKey = [this] { takeStep(); };
+    WizardEnd end = WizardEnd::not_yet;
     try {
-        run_screens();
+        end = run_screens();
     } catch (const ScriptOver&) {
-        screen_hide(screen_of(screen_state));
+        built_screens[screen_state]->hide();
         // It is built on each visit, and this one did not come to its end.
-        screen_destroy(alias_screen);
+        built_screens[state_aliases].reset();
     }
     if (!script.empty())
         stop_test(caller, "the screens have ended before the last step");
+    return end;
 }
 
 void WizardRig::resize(int rows, int cols) {

@@ -11,6 +11,7 @@
 #include "tests/support/key.h"
 #include "tests/support/screen_image.h"
 #include "tests/support/waits.h"
+#include "wizard/base/screen_state.h"
 
 /// A network interface as its row shows it.
 struct InterfaceFacts {
@@ -53,9 +54,9 @@ class WizardRig {
     /// Runs the screens from the one that `screen_state` names, doing the next of the steps
     /// whenever the wizard waits for a key. Returns when it waits and no step is left, so
     /// everything that the last step led to has been done and drawn, or when the screens have
-    /// ended. A later call shows the screen of `screen_state`, which the test may have changed, as
-    /// on a new visit. The test ends as failed if steps are left.
-    void play(std::vector<Step> steps, const Caller& caller = Caller::here());
+    /// ended; tells how they have. A later call shows the screen of `screen_state`, which the test
+    /// may have changed, as on a new visit. The test ends as failed if steps are left.
+    WizardEnd play(std::vector<Step> steps, const Caller& caller = Caller::here());
 
     /// What curses believes to be on the terminal, and what a terminal shows.
     ScreenImage image() { return terminal.image(); }

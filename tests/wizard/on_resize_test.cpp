@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "screens/screen.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "tests/support/case_name.h"
 #include "tests/wizard/scenes.h"
 #include "tests/wizard/screen_session.h"
@@ -108,8 +108,9 @@ TEST_P(OnResize, only_a_message_or_question_is_left_in_no_delay_mode) {
             EXPECT_FALSE(is_nodelay(pending_frame()->getCursesWindow()));
         }
         for (int state = 0; state < screen_count; ++state) {
-            if (screen_of(state).frame != nullptr) {
-                EXPECT_FALSE(is_nodelay(screen_of(state).frame->getCursesWindow())) << state;
+            if (built_screens[state] != nullptr) {
+                EXPECT_FALSE(is_nodelay(built_screens[state]->getFrame().getCursesWindow()))
+                    << state;
             }
         }
     });
@@ -122,7 +123,7 @@ TEST_P(OnResize, keypad_is_on_for_every_window_that_swallowed_a_key) {
         if (!isDialog())
             states.push_back(screen_state);
         for (const int state : states)
-            EXPECT_TRUE(is_keypad(screen_of(state).frame->getCursesWindow())) << state;
+            EXPECT_TRUE(is_keypad(built_screens[state]->getFrame().getCursesWindow())) << state;
     });
 }
 

@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 #include <panel.h>
 
-#include "screens/alias_screen.h"
-#include "screens/listener_screen.h"
 #include "screens/screen.h"
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "tests/wizard/screen_session.h"
 #include "ui/main_window.h"
 #include "ui/pending_box.h"
@@ -17,15 +15,15 @@ namespace {
 struct Interrupted {};
 
 /// Shows a screen until it waits for a key, and there leaves everything as it stands.
-void interrupt_at_key(ScreenSession& session, int state, void (*entry)()) {
+void interrupt_at_key(ScreenSession& session, int state) {
     screen_state = state;
     session.waits.then([] { throw Interrupted{}; });
-    EXPECT_THROW(entry(), Interrupted);
+    EXPECT_THROW(screen_table[state](), Interrupted);
 }
 
 void expect_nothing_left() {
     for (int state = 0; state < screen_count; ++state)
-        EXPECT_EQ(screen_of(state).frame, nullptr) << state;
+        EXPECT_EQ(built_screens[state], nullptr) << state;
     EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(main_window, nullptr);
     EXPECT_EQ(interface_table, nullptr);
@@ -46,9 +44,9 @@ TEST(ReleaseScreens, leaves_nothing_of_the_screens_that_exist_from_the_start) {
 
 TEST(ReleaseScreens, leaves_nothing_of_the_screens_that_were_built_on_a_visit_nor_of_a_box) {
     ScreenSession session;
-    interrupt_at_key(session, state_aliases, alias_screen_entry);
-    interrupt_at_key(session, state_webadmin, listener_screen_entry);
-    interrupt_at_key(session, state_imap, listener_screen_entry);
+    interrupt_at_key(session, state_aliases);
+    interrupt_at_key(session, state_webadmin);
+    interrupt_at_key(session, state_imap);
     showPending("Please wait!", "Operation pending!");
     release_screens();
     expect_nothing_left();

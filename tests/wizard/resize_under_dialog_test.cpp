@@ -5,9 +5,7 @@
 
 #include <string>
 
-#include "screens/domain_screen.h"
-#include "screens/listener_screen.h"
-#include "screens/password_screen.h"
+#include "screens/screen_table.h"
 #include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/local_port.h"
@@ -19,7 +17,6 @@ namespace {
 struct Interruption {
     const char* name;
     int state;  // of the screen
-    void (*entry)();
     int dialog_state;
     std::string keys;   // typed on the screen, lead to the dialog
     std::string close;  // closes it
@@ -41,7 +38,7 @@ ScreenImage screen_after(const Interruption& interruption, Size size, bool resiz
             session.resize(size);
         session.terminal.type(interruption.close);
     });
-    interruption.entry();
+    screen_table[interruption.state]();
     EXPECT_EQ(screen_state, interruption.state);
 
     ScreenImage image(1, 1);
@@ -49,7 +46,7 @@ ScreenImage screen_after(const Interruption& interruption, Size size, bool resiz
         image = session.terminal.terminalImage();
         session.terminal.type(interruption.leave);
     });
-    interruption.entry();
+    screen_table[interruption.state]();
     return image;
 }
 
@@ -66,18 +63,15 @@ TEST_P(ScreenUnderDialog, comes_back_where_the_new_size_puts_it_with_its_state_a
 }
 
 const Interruption interruptions[] = {
-    {"password_error", state_password, password_screen_entry, state_message, "abc\t\t\n", "\n",
-     "\t\t\n\n"},
-    {"domain_error", state_domain, domain_screen_entry, state_message, "\t\t\t\n", "\n", "\t\t\n"},
-    {"webadmin_error", state_webadmin, listener_screen_entry, state_message,
-     "\t" + erase_port + "\t\n", "\n", "\t\t\n"},
-    {"pop3_error", state_pop3, listener_screen_entry, state_message, "\t" + erase_port + "\t\n",
-     "\n", "\t\t\n"},
+    {"password_error", state_password, state_message, "abc\t\t\n", "\n", "\t\t\n\n"},
+    {"domain_error", state_domain, state_message, "\t\t\t\n", "\n", "\t\t\n"},
+    {"webadmin_error", state_webadmin, state_message, "\t" + erase_port + "\t\n", "\n", "\t\t\n"},
+    {"pop3_error", state_pop3, state_message, "\t" + erase_port + "\t\n", "\n", "\t\t\n"},
     // Nothing listens at port 0.
-    {"webadmin_question", state_webadmin, listener_screen_entry, state_yes_no,
-     down + "\t" + erase_port + "0\t\n", "\n", "\t\t\t\n"},
-    {"pop3_question", state_pop3, listener_screen_entry, state_yes_no,
-     down + "\t" + erase_port + "0\t\n", "\n", "\t\t\t\n"},
+    {"webadmin_question", state_webadmin, state_yes_no, down + "\t" + erase_port + "0\t\n", "\n",
+     "\t\t\t\n"},
+    {"pop3_question", state_pop3, state_yes_no, down + "\t" + erase_port + "0\t\n", "\n",
+     "\t\t\t\n"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Dialog, ScreenUnderDialog, testing::ValuesIn(interruptions), CaseName());
@@ -86,10 +80,8 @@ TEST(ScreenUnderWarning, comes_back_where_the_new_size_puts_it_when_the_user_goe
     LocalPort port;
     port.open();
     const std::string keys = down + "\t" + erase_port + std::to_string(port.number()) + "\t\n";
-    expect_right_place({"webadmin", state_webadmin, listener_screen_entry, state_retry_back, keys,
-                        "\t\n", "\t\t\n"});
-    expect_right_place(
-        {"smtp", state_smtp, listener_screen_entry, state_retry_back, keys, "\t\n", "\t\t\n"});
+    expect_right_place({"webadmin", state_webadmin, state_retry_back, keys, "\t\n", "\t\t\n"});
+    expect_right_place({"smtp", state_smtp, state_retry_back, keys, "\t\n", "\t\t\n"});
 }
 
 }  // namespace

@@ -5,13 +5,7 @@
 #include <ostream>
 
 #include "apply/progress_list.h"
-#include "screens/alias_screen.h"
-#include "screens/domain_screen.h"
-#include "screens/listener_screen.h"
-#include "screens/password_screen.h"
-#include "screens/relay_screen.h"
-#include "screens/sendmail_screen.h"
-#include "screens/services_screen.h"
+#include "screens/screen_table.h"
 #include "ui/keys.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
@@ -23,7 +17,6 @@ namespace {
 struct ScreenFacts {
     const char* name;
     int state;
-    void (*entry)();
     int controls;
     int way_out;       // the control, counted in TAB order, on which Enter leaves the screen
     const char* then;  // what is to be typed after that Enter
@@ -31,17 +24,12 @@ struct ScreenFacts {
 
 // The password screen is left by "Next", with an error box, as its other button ends the program.
 const ScreenFacts screens[] = {
-    {"password", state_password, password_screen_entry, 4, 2, "\n"},
-    {"domain", state_domain, domain_screen_entry, 5, 4, ""},
-    {"aliases", state_aliases, alias_screen_entry, 3, 2, ""},
-    {"webadmin", state_webadmin, listener_screen_entry, 4, 3, ""},
-    {"smtp", state_smtp, listener_screen_entry, 4, 3, ""},
-    {"services", state_services, services_screen_entry, 3, 2, ""},
-    {"pop3", state_pop3, listener_screen_entry, 4, 3, ""},
-    {"imap", state_imap, listener_screen_entry, 4, 3, ""},
-    {"webmail", state_webmail, listener_screen_entry, 4, 3, ""},
-    {"relay", state_relay, relay_screen_run, 3, 2, ""},
-    {"sendmail", state_sendmail, sendmail_screen_run, 3, 2, ""},
+    {"password", state_password, 4, 2, "\n"}, {"domain", state_domain, 5, 4, ""},
+    {"aliases", state_aliases, 3, 2, ""},     {"webadmin", state_webadmin, 4, 3, ""},
+    {"smtp", state_smtp, 4, 3, ""},           {"services", state_services, 3, 2, ""},
+    {"pop3", state_pop3, 4, 3, ""},           {"imap", state_imap, 4, 3, ""},
+    {"webmail", state_webmail, 4, 3, ""},     {"relay", state_relay, 3, 2, ""},
+    {"sendmail", state_sendmail, 3, 2, ""},
 };
 
 std::string tabs(int count) {
@@ -53,7 +41,7 @@ Scene scene_of(const ScreenFacts& screen, int control) {
     const auto run = [screen] {
         screen_state = screen.state;
         screen_focus(screen.state) = 0;
-        screen.entry();
+        screen_table[screen.state]();
     };
     return {std::string(screen.name) + "_control_" + std::to_string(control), screen.state, run,
             tabs(control), tabs(to_way_out) + "\n" + screen.then};

@@ -1,5 +1,3 @@
-#include "wizard/base/screen_moves.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "screens/screen_table.h"
 #include "tests/support/case_name.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"

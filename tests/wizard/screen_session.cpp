@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-#include "screens/screen_list.h"
+#include "screens/screen_table.h"
 #include "tests/support/deadline.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"

@@ -1,10 +1,8 @@
 #include "wizard/base/screen_state.h"
 
-int screen_state = state_password;
+ScreenPlace screen_place;
 
 int& screen_focus(int state) {
-    static int focus[screen_count] = {};
-    const bool shares_smtp_screen =
-        state == state_pop3 || state == state_imap || state == state_webmail;
-    return focus[shares_smtp_screen ? state_smtp : state];
+    const bool shares_focus = state == state_pop3 || state == state_imap || state == state_webmail;
+    return screen_place.focus[shares_focus ? state_smtp : state];
 }

@@ -32,9 +32,17 @@ enum class WizardEnd {
     without_login  ///< the server did not let the wizard in
 };
 
-/// What is on the screen now.
-extern int screen_state;
+/// Where the user is.
+struct ScreenPlace {
+    int state = state_password;
+    int focus[screen_count] = {};  ///< by state; read through screen_focus()
+};
 
-/// The focus number of the screen of a state 0 to 10: which of its controls has the keyboard. The
-/// SMTP, POP3, IMAP and WebMail states share one, as they share a screen.
+extern ScreenPlace screen_place;
+
+/// What is on the screen now, a ScreenState.
+inline int& screen_state = screen_place.state;
+
+/// The focus number of the screen of a state 0 to 10: which of its controls has the keyboard, 0 for
+/// the first. The SMTP, POP3, IMAP and WebMail states share one.
 int& screen_focus(int state);

@@ -1,0 +1,115 @@
+#include "screens/screen_table.h"
+
+#include "screens/screen.h"
+#include "wizard/base/wizard_settings.h"
+
+std::unique_ptr<Screen> built_screens[screen_count];
+
+namespace {
+
+// A move that depends on the services that are enabled, and none.
+constexpr int by_services = -1;
+constexpr int nowhere = -2;
+
+Screen& build(int state) {
+    built_screens[state] = screen_table[state].create(state);
+    built_screens[state]->hide();
+    return *built_screens[state];
+}
+
+void redraw(int state) {
+    if (built_screens[state] != nullptr)
+        built_screens[state]->redraw();
+}
+
+}  // namespace
+
+const ScreenRow screen_table[screen_count] = {
+    {state_password, "Please enter admin's password", create_password_screen, Hidden::stays,
+     state_domain, nowhere},
+    {state_domain, "Domain configuration", create_domain_screen, Hidden::stays, state_aliases,
+     state_password},
+    {state_aliases, "Alias Configuration", create_alias_screen, Hidden::goes, state_webadmin,
+     state_domain},
+    {state_webadmin, "Select WebAdmin Interface", create_listener_screen, Hidden::stays, state_smtp,
+     state_aliases},
+    {state_smtp, "Select SMTP Interface", create_listener_screen, Hidden::stays, by_services,
+     by_services},
+    {state_services, "Services Selection", create_services_screen, Hidden::stays_in_place,
+     by_services, state_smtp},
+    {state_pop3, "Select POP3 Interface", create_listener_screen, Hidden::stays, by_services,
+     by_services},
+    {state_imap, "Select IMAP Interface", create_listener_screen, Hidden::stays, by_services,
+     by_services},
+    {state_webmail, "Select WebMail Interface", create_listener_screen, Hidden::stays, by_services,
+     by_services},
+    {state_relay, "Relay Configuration", create_relay_screen, Hidden::stays_in_place,
+     state_sendmail, by_services},
+    {state_sendmail, "Sendmail Wrapper Configuration", create_sendmail_screen,
+     Hidden::stays_in_place, nowhere, state_relay},
+};
+
+WizardEnd ScreenRow::operator()() const {
+    Screen& screen = built_screens[state] != nullptr ? *built_screens[state] : build(state);
+    screen.draw();
+    const WizardEnd end = screen.run();
+    screen.hide();
+    if (hidden == Hidden::goes)
+        built_screens[state].reset();
+    return end;
+}
+
+WizardEnd run_screens() {
+    WizardEnd end = WizardEnd::not_yet;
+    while (screen_state != state_end && end == WizardEnd::not_yet)
+        end = screen_table[screen_state]();
+    return end;
+}
+
+int next_screen_state(int state) {
+    const int next = screen_table[state].next;
+    return next == by_services ? next_listener_state(state) : next;
+}
+
+int previous_screen_state(int state) {
+    const int back = screen_table[state].back;
+    return back == by_services ? previous_listener_state(state) : back;
+}
+
+int next_listener_state(int state) {
+    if (state == state_smtp)
+        return state_services;
+    int service = state - state_services;
+    while (service < optional_service_count && !wizard_settings.service_enabled[service])
+        ++service;
+    return service + state_pop3;
+}
+
+int previous_listener_state(int state) {
+    if (state == state_smtp)
+        return state_webadmin;
+    int service = state - state_imap;
+    while (service >= 0 && !wizard_settings.service_enabled[service])
+        --service;
+    return service + state_pop3;
+}
+
+void create_screens() {
+    for (const int state :
+         {state_password, state_domain, state_services, state_sendmail, state_relay})
+        build(state);
+}
+
+void redraw_screens() {
+    if (screen_state < screen_count && screen_table[screen_state].hidden != Hidden::stays_in_place)
+        redraw(screen_state);
+    for (const ScreenRow& row : screen_table) {
+        if (row.hidden == Hidden::stays_in_place)
+            redraw(row.state);
+    }
+}
+
+void destroy_screens() {
+    for (std::unique_ptr<Screen>& screen : built_screens)
+        screen.reset();
+}

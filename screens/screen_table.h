@@ -1,0 +1,91 @@
+#pragma once
+
+#include <memory>
+
+#include "wizard/base/screen_state.h"
+
+class Screen;
+
+/// What becomes of a screen after a visit.
+enum class Hidden {
+    stays,
+    stays_in_place,  ///< every resize puts it into the middle, as if it were on show
+    goes             ///< it is built anew for each visit, as its texts depend on answers
+};
+
+/// One question screen: a row of the table of all screens. A new one needs a ScreenState, a row, a
+/// function here that makes it, and its file.
+struct ScreenRow {
+    int state;
+    const char* title;
+    std::unique_ptr<Screen> (*create)(int state);  ///< builds it on top of the panel stack
+    Hidden hidden;
+    int next;  ///< where "Next" leads, see next_screen_state()
+    int back;
+
+    /// Shows the screen, which is built if need be, until a button has been pressed. Returns
+    /// whether that was the wizard's end.
+    WizardEnd operator()() const;
+};
+
+/// All screens, each in the place of its state. SMTP, POP3, IMAP and WebMail share the code of one
+/// screen, and its focus number.
+extern const ScreenRow screen_table[screen_count];
+
+/// The screens that are built, by state; null for the others.
+extern std::unique_ptr<Screen> built_screens[screen_count];
+
+/// Shows the screen that `screen_state` names, again and again, until that is state_end or a screen
+/// has ended the wizard. Returns how the wizard has ended.
+WizardEnd run_screens();
+
+/// Where "Next" leads from the screen of `state` (0 to 9). The sendmail screen has no next screen.
+int next_screen_state(int state);
+
+/// Where "Back" leads from the screen of `state` (1 to 10).
+int previous_screen_state(int state);
+
+/// Where the walk goes on from SMTP (4), from the services screen (5) or from a listener screen
+/// (6 to 8): from SMTP to the services screen, otherwise to the first enabled one of POP3, IMAP and
+/// WebMail after `state`, or to the relay screen where none is.
+int next_listener_state(int state);
+
+/// Where the walk goes back to from SMTP (4), a listener screen (6 to 8) or the relay screen (9):
+/// from SMTP to WebAdmin, otherwise to the last enabled one of POP3, IMAP and WebMail before
+/// `state`, or to the services screen where none is.
+int previous_listener_state(int state);
+
+/// Builds the screens that exist from the start, hidden; the others are built when they are
+/// visited. Curses and `main_window` must be there.
+void create_screens();
+
+/// After the terminal has been resized: redraws the screen on show, if no dialog is on top, and
+/// puts those in their places that are placed at every resize.
+void redraw_screens();
+
+/// Releases every screen that is built.
+void destroy_screens();
+
+/// The administrator password, typed twice; the only screen with an "Exit" button.
+std::unique_ptr<Screen> create_password_screen(int state);
+
+/// The primary domain, where the server keeps it, and its postmaster's password.
+std::unique_ptr<Screen> create_domain_screen(int state);
+
+/// Which standard aliases the domain gets. The choices are kept whichever way the user leaves.
+std::unique_ptr<Screen> create_alias_screen(int state);
+
+/// The interface and the port of a listener of the server.
+std::unique_ptr<Screen> create_listener_screen(int state);
+
+/// Which of POP3, IMAP and WebMail to enable; all are ticked at first. Only "Next" stores the
+/// choices, the check boxes keep what was ticked either way.
+std::unique_ptr<Screen> create_services_screen(int state);
+
+/// Which of the host's networks may relay mail without authentication; all are ticked at first. The
+/// choices are kept whichever way the user leaves.
+std::unique_ptr<Screen> create_relay_screen(int state);
+
+/// Whether the server's sendmail wrapper replaces the system's sendmail. "Yes" and "No" store the
+/// answer and apply all of the settings.
+std::unique_ptr<Screen> create_sendmail_screen(int state);
