@@ -20,11 +20,12 @@ bool is_on_panel_stack(WINDOW* window) {
 
 }  // namespace
 
-void apply_configuration() {
+WizardEnd apply_configuration() {
     ++apply_double.calls;
     apply_double.sendmail_wrapper = wizard_settings.sendmail_wrapper;
     apply_double.state = screen_state;
     apply_double.focus = screen_focus(state_sendmail);
     apply_double.screen_is_gone = !is_on_panel_stack(sendmail_screen.frame->getCursesWindow());
     screen_state = apply_double.leads_to;
+    return screen_state == state_end ? WizardEnd::completed : WizardEnd::not_yet;
 }
