@@ -3,9 +3,11 @@
 #include "wizard/base/screen_state.h"
 
 /// Applies every answer in the settings to the server, step by step, with a line of progress for
-/// each. Steps that have succeeded before are skipped, and their passwords overwritten. When a step
-/// fails, the user is told and `screen_state` names the screen where its answer can be changed; the
-/// state is state_end once all steps are done, the user has pressed "OK" and the server has been
-/// stopped. Returns whether that was the wizard's end. Ends the program with status 1 when the
-/// login to the server fails.
+/// each. Steps that have succeeded before are skipped, and their passwords overwritten.
+///
+/// Returns not_yet when a step has failed: the user has been told, and `screen_state` names the
+/// screen where its answer can be changed. Returns without_login, also told to the user, when the
+/// server does not let the wizard in, which leaves the server to be stopped; out_of_memory when
+/// memory has run out; completed, with state_end, once all steps are done, the user has pressed
+/// "OK" and the server has been stopped.
 WizardEnd apply_configuration();

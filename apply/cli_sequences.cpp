@@ -1,92 +1,99 @@
 #include "apply/cli_sequences.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <initializer_list>
+#include <cstdlib>
 #include <string>
+#include <vector>
 
-#include "apply/cli_replies.h"
 #include "apply/cli_session.h"
+#include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
 
 namespace {
 
-constexpr char list_listeners[] = "list listeners";
-constexpr char certificate[] = "/var/opt/teluma/teluma_cert.pem";
-
-// How often configuring WebAdmin has failed.
-unsigned webadmin_failures = 0;
+using Commands = std::vector<std::string>;
 
 // The commands one after another, up to the first that fails.
-int run(std::initializer_list<const char*> commands) {
-    for (const char* command : commands) {
-        if (cli_command(command) != 0)
-            return 1;
-    }
-    return 0;
+int run(const Commands& commands) {
+    const bool succeeded =
+        std::all_of(commands.begin(), commands.end(),
+                    [](const std::string& command) { return cli_command(command.c_str()) == 0; });
+    return succeeded ? 0 : 1;
 }
 
-// In the server's context: the listeners of `service` are replaced by one, and it is enabled. Stays
-// in the context of the service.
-int replace_listeners(const char* service, const char* address, int port) {
-    if (cli_command_format("config %s", service) != 0 || cli_reset_listeners(list_listeners) != 0 ||
-        cli_command_format("config %s", service) != 0 ||
-        cli_command_format("add listener address %s:%d", address, port) != 0)
+std::string first_word(const std::string& text) {
+    const size_t from = std::min(text.find_first_not_of(' '), text.size());
+    return text.substr(from, text.find(' ', from) - from);
+}
+
+// An attribute of the server as a reply shows it.
+struct Attribute {
+    bool named = false;
+    bool succeeded = false;
+    std::string value = {};  // what stands between `open` and `close`
+};
+
+// Asks for an attribute. A line that only names it takes nothing back of the value that was shown
+// before. Returns 0, or 1 when the reply can't be read to its end.
+int ask_for(Attribute& attribute, const char* command, const char* name, char open, char close) {
+    return cli_ask(command, [&](const std::string& line) {
+        const size_t from = line.find(open);
+        const bool shown = from != std::string::npos;
+        if (holds(line, name) && (shown || !attribute.named)) {
+            attribute.named = true;
+            attribute.value =
+                shown ? line.substr(from + 1, line.find(close, from + 1) - from - 1) : "";
+        }
+        attribute.succeeded = attribute.succeeded || holds(line, "OK:");
+        return holds(line, ">");
+    });
+}
+
+char* reply_text(const std::string& text) {
+    constexpr size_t size = 512;
+    auto* copy = static_cast<char*>(std::calloc(size, 1));
+    std::snprintf(copy, size, "%s", text.c_str());
+    return copy;
+}
+
+// In the server's context and back.
+int replace_listeners(const std::string& service, const char* address, int port) {
+    const std::string enter = "config " + service;
+    const std::string add = "add listener address " + std::string(address) + ":";
+    if (run({"config server", enter}) != 0 || cli_reset_listeners("list listeners") != 0 ||
+        run({enter, add + std::to_string(port), "set enable yes"}) != 0)
         return 1;
-    return cli_command("set enable yes");
-}
-
-int set_certificate() {
-    if (cli_command("config sslcontrol") != 0 ||
-        cli_command_format("set certfile %s", certificate) != 0)
+    const Commands certificate = {"config sslcontrol",
+                                  "set certfile /var/opt/teluma/teluma_cert.pem", "done"};
+    const bool speaks_tls = service == "pop3" || service == "imap" || service == "smtp-incoming";
+    if (speaks_tls && run(certificate) != 0)
         return 1;
-    return cli_command("done");
-}
-
-bool speaks_tls(const char* service) {
-    for (const char* mail_service : {"pop3", "imap", "smtp-incoming"}) {
-        if (std::strcmp(service, mail_service) == 0)
-            return true;
-    }
-    return false;
-}
-
-int commit_listeners() {
     return run({"commit", "commit", "save config", "back"});
-}
-
-int replace_webadmin_listeners(const char* address, int port) {
-    if (cli_command("config server") != 0 || replace_listeners("webadmin", address, port) != 0)
-        return 1;
-    return commit_listeners();
 }
 
 }  // namespace
 
 int cli_create_domain(const char* domain, const char* location, const char* postmaster_password) {
+    // With a password in it, the command must not be left in memory.
     if (cli_command_format("create domain name %s domainlocation %s postmasterpasswd %s", domain,
-                           location, postmaster_password) != 0 ||
-        run({"commit", "config server"}) != 0 ||
-        cli_command_format("set primarydomain %s", domain) != 0)
+                           location, postmaster_password) != 0)
         return 1;
-    return run({"commit", "save config"});
+    return run({"commit", "config server", "set primarydomain " + std::string(domain), "commit",
+                "save config"});
 }
 
 int cli_config_webadmin(const char* address, int port) {
-    if (webadmin_failures > 0 && run({"back", "back"}) != 0)
+    if (server_session.webadmin_failures > 0 && run({"back", "back"}) != 0)
         return 1;
-    if (replace_webadmin_listeners(address, port) == 0)
+    if (replace_listeners("webadmin", address, port) == 0)
         return 0;
-    ++webadmin_failures;
+    ++server_session.webadmin_failures;
     return 1;
 }
 
 int cli_config_listener(const char* address, int port, const char* service) {
-    if (cli_command("config server") != 0 || replace_listeners(service, address, port) != 0)
-        return 1;
-    if (speaks_tls(service) && set_certificate() != 0)
-        return 1;
-    return commit_listeners();
+    return replace_listeners(service, address, port);
 }
 
 int cli_set_services(const char* first, const char* second, const char* third) {
@@ -100,36 +107,73 @@ int cli_set_services(const char* first, const char* second, const char* third) {
         if (service != nullptr)
             services.append(" ").append(service);
     }
-    if (cli_command_format("set services ( %s )", services.c_str()) != 0)
-        return 1;
-    return run({"commit", "config server", "save config", "commit"});
+    return run(
+        {"set services ( " + services + " )", "commit", "config server", "save config", "commit"});
 }
 
 char* cli_get_filters_file() {
     if (cli_command("config server") != 0)
         return nullptr;
     HeapText path(cli_read_filters_file("show attr smtpfiltersfile"));
-    if (path == nullptr || cli_command("back") != 0)
-        return nullptr;
-    return path.release();
+    return path != nullptr && cli_command("back") == 0 ? path.release() : nullptr;
 }
 
 int cli_update_domain_aliases(int root, int localhost, int localdomain, const char* domain) {
     if (root == 0 && localhost == 0 && localdomain == 0)
         return 0;
-    if (cli_command_format("update domain name %s", domain) != 0)
-        return 1;
-    if (root == 1 && run({"update account name postmaster", "add alias root", "commit"}) != 0)
-        return 1;
-    if (localdomain == 1) {
-        if (run({"add alias localhost.localdomain", "commit"}) != 0)
-            return 1;
-        if (localhost != 1)
-            return 0;
-        if (cli_command_format("update domain name %s", domain) != 0)
-            return 1;
-    }
+    const std::string update = "update domain name " + std::string(domain);
+    Commands commands = {update};
+    const auto add = [&](const Commands& more) {
+        commands.insert(commands.end(), more.begin(), more.end());
+    };
+    if (root == 1)
+        add({"update account name postmaster", "add alias root", "commit"});
+    if (localdomain == 1)
+        add({"add alias localhost.localdomain", "commit"});
+    if (localdomain == 1 && localhost == 1)
+        add({update});
     if (localhost == 1)
-        return run({"add alias localhost", "commit"});
-    return cli_command("commit");
+        add({"add alias localhost", "commit"});
+    if (localdomain != 1 && localhost != 1)
+        add({"commit"});
+    return run(commands);
+}
+
+int cli_reset_listeners(const char* list_command) {
+    constexpr size_t most_listeners = 10;
+    Commands commands;
+    bool in_rows = false;
+    bool succeeded = false;
+    const int failure = cli_ask(list_command, [&](const std::string& line) {
+        in_rows = in_rows && holds(line, "|");
+        if (in_rows) {
+            if (commands.size() < most_listeners)
+                commands.push_back("remove listener address " + first_word(line));
+            return false;
+        }
+        in_rows = holds(line, "-----");
+        succeeded = succeeded || holds(line, "+OK:");
+        return holds(line, "> ");
+    });
+    commands.emplace_back("commit");
+    return failure == 0 && run(commands) == 0 && succeeded ? 0 : 1;
+}
+
+char* cli_read_services(const char* command) {
+    Attribute services;
+    // To set an empty list would switch off the command-line interface itself.
+    if (ask_for(services, command, "services", '(', ')') != 0 || !services.succeeded ||
+        !services.named)
+        return nullptr;
+    const char* const log = holds(services.value, "log") ? "log " : "";
+    return reply_text(log + std::string("smtpIncoming smtpOutgoing processing webadmin cli"));
+}
+
+char* cli_read_filters_file(const char* command) {
+    Attribute file;
+    if (ask_for(file, command, "smtpFiltersFile", '"', '"') != 0)
+        return nullptr;
+    std::string& path = file.value;
+    path.erase(std::remove(path.begin(), path.end(), ' '), path.end());
+    return reply_text(path);
 }

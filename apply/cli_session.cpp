@@ -5,12 +5,10 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
-#include <cstring>
 
 #include "apply/cli_wire.h"
-#include "apply/server_account.h"
-#include "apply/server_config.h"
 #include "apply/server_process.h"
+#include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/system/end_owners.h"
@@ -18,15 +16,13 @@
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"
 
-int cli_socket = -1;
-
 namespace {
 
 // The server writes its pid file when it is ready, which may be a moment after it was started.
 // Returns 0, or 1 when no process id is known in time.
 int wait_for_server_pid() {
     constexpr int most_sleeps = 4;
-    for (int sleeps = 0; server_pid == 0; ++sleeps) {
+    for (int sleeps = 0; server_session.pid == 0; ++sleeps) {
         if (sleeps == most_sleeps)
             return 1;
         sleep_seconds(1);
@@ -35,16 +31,14 @@ int wait_for_server_pid() {
     return 0;
 }
 
-bool server_is_root = false;
-
 // A row of a table may be left out while the table changes, and comes when the server accepts the
 // connection, which it has done once it has greeted.
 EndOwners look_for_owners(uid_t& own, uid_t& peer) {
     constexpr int most_sleeps = 2;
-    EndOwners owners = find_end_owners(cli_socket, own, peer);
+    EndOwners owners = find_end_owners(server_session.socket, own, peer);
     for (int sleeps = 0; owners == EndOwners::missing && sleeps < most_sleeps; ++sleeps) {
         sleep_seconds(1);
-        owners = find_end_owners(cli_socket, own, peer);
+        owners = find_end_owners(server_session.socket, own, peer);
     }
     return owners;
 }
@@ -54,57 +48,58 @@ bool peer_is_trusted() {
     uid_t own = 0;
     uid_t peer = 0;
     const EndOwners owners = look_for_owners(own, peer);
-    server_is_root = owners == EndOwners::known && peer == own;
-    if (owners != EndOwners::known || server_is_root)
+    server_session.peer_is_root = owners == EndOwners::known && peer == own;
+    if (owners != EndOwners::known || server_session.peer_is_root)
         return owners != EndOwners::missing;
-    uid_t user = 0;
-    gid_t group = 0;
-    return find_server_account(user, group) && peer == user;
+    const ServerAccount account = find_server_account();
+    return account.exists && peer == account.user;
 }
 
 int close_session(int failure) {
-    close(cli_socket);
-    cli_socket = -1;
+    close(server_session.socket);
+    server_session.socket = -1;
     return failure;
 }
 
 }  // namespace
 
 int cli_connect() {
-    cli_socket = open_tcp_socket();
-    if (cli_socket == -1)
+    server_session.socket = open_tcp_socket();
+    if (server_session.socket == -1)
         return errno;
     sockaddr_in address{};
-    if (!resolve_host(cli_host, cli_port, address))
+    if (!resolve_host(server_session.cli_host, server_session.cli_port, address))
         return close_session(errno != 0 ? errno : EHOSTUNREACH);
     sleep_seconds(2);
-    const int failure = connect_socket(cli_socket, address);
+    const int failure = connect_socket(server_session.socket, address);
     return failure != 0 ? close_session(failure) : 0;
 }
 
-int cli_wait_prompt() {
+int cli_read_reply(const std::function<bool(const std::string&)>& take) {
     for (;;) {
-        const HeapText line(cli_read_line(cli_socket));
+        const HeapText line(cli_read_line(server_session.socket));
         if (line == nullptr)
             return 1;
-        if (std::strstr(line.get(), "> ") != nullptr)
+        if (take(line.get()))
             return 0;
     }
 }
 
+int cli_ask(const char* command, const std::function<bool(const std::string&)>& take) {
+    return cli_send_line(server_session.socket, command) != 0 ? 1 : cli_read_reply(take);
+}
+
+int cli_wait_prompt() {
+    return cli_read_reply([](const std::string& line) { return holds(line, "> "); });
+}
+
 int cli_command(const char* text) {
-    if (cli_send_line(cli_socket, text) != 0)
-        return 1;
     bool succeeded = false;
-    for (;;) {
-        const HeapText line(cli_read_line(cli_socket));
-        if (line == nullptr)
-            return 1;
-        if (std::strstr(line.get(), "+OK:") != nullptr)
-            succeeded = true;
-        if (std::strstr(line.get(), "> ") != nullptr)
-            return succeeded ? 0 : 1;
-    }
+    const int failure = cli_ask(text, [&](const std::string& line) {
+        succeeded = succeeded || holds(line, "+OK:");
+        return holds(line, "> ");
+    });
+    return failure == 0 && succeeded ? 0 : 1;
 }
 
 int cli_command_format(const char* format, ...) {
@@ -113,7 +108,7 @@ int cli_command_format(const char* format, ...) {
     va_start(arguments, format);
     const int length = std::vsnprintf(command, sizeof(command), format, arguments);
     va_end(arguments);
-    if (length < 0 || length > cli_command_limit)
+    if (length < 0 || static_cast<size_t>(length) > cli_command_limit)
         return 1;
     const int failure = cli_command(command);
     // It may have a password in it.
@@ -129,8 +124,4 @@ int cli_login() {
         return close_session(1);
     cli_command("user admin");
     return cli_command(install_profiles[os_kind].admin_password);
-}
-
-bool cli_server_is_root() {
-    return server_is_root;
 }

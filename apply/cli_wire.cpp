@@ -4,8 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "wizard/system/secret.h"
 #include "wizard/system/signal_gate.h"
@@ -30,53 +30,6 @@ ssize_t write_some(int descriptor, const char* bytes, size_t count) {
     while (must_wait(result) && wait_for(descriptor, POLLOUT) == 0)
         result = write(descriptor, bytes, count);
     return result;
-}
-
-// A reply line while it is being read.
-struct ReplyLine {
-    char text[cli_line_limit + 1] = {};
-    int length = 0;
-
-    bool isFull() const { return length == cli_line_limit; }
-    void add(char character) { text[length++] = character; }
-};
-
-enum class Progress { goes_on, complete, failed };
-
-// Behind a CR: LF completes the line, anything else is dropped.
-Progress after_carriage_return(int descriptor) {
-    char byte = 0;
-    const ssize_t result = read_byte(descriptor, byte);
-    if (result < 0)
-        return Progress::failed;
-    return result == 1 && byte == '\n' ? Progress::complete : Progress::goes_on;
-}
-
-// At a ">": together with a blank it is a prompt, otherwise both are dropped.
-Progress after_angle_bracket(int descriptor, ReplyLine& line) {
-    char byte = 0;
-    const ssize_t result = read_byte(descriptor, byte);
-    if (result < 0)
-        return Progress::failed;
-    if (result == 0 || byte != ' ')
-        return Progress::goes_on;
-    line.add('>');
-    if (line.isFull())
-        return Progress::failed;
-    line.add(' ');
-    return Progress::complete;
-}
-
-Progress take_byte(int descriptor, ReplyLine& line) {
-    char byte = 0;
-    if (read_byte(descriptor, byte) < 1)
-        return Progress::failed;
-    if (byte == '\r')
-        return after_carriage_return(descriptor);
-    if (byte == '>')
-        return after_angle_bracket(descriptor, line);
-    line.add(byte);
-    return line.isFull() ? Progress::failed : Progress::goes_on;
 }
 
 int send_all(int descriptor, const char* bytes, size_t length) {
@@ -106,13 +59,25 @@ int cli_send_line(int descriptor, const char* text) {
 }
 
 char* cli_read_line(int descriptor) {
-    ReplyLine line;
-    Progress progress = Progress::goes_on;
-    while (progress == Progress::goes_on) {
+    std::string line;
+    while (line.size() < cli_line_limit) {
         // A server that never stops talking must not keep the user from interrupting, nor must one
         // that only sends bytes that are left out.
         let_signals_in();
-        progress = take_byte(descriptor, line);
+        char byte = 0;
+        if (read_byte(descriptor, byte) < 1)
+            return nullptr;
+        if (byte != '\r' && byte != '>') {
+            line += byte;
+            continue;
+        }
+        char next = 0;
+        if (read_byte(descriptor, next) < 0)
+            return nullptr;
+        if (byte == '>' && next == ' ')
+            return line.size() + 2 > cli_line_limit ? nullptr : strdup((line + "> ").c_str());
+        if (byte == '\r' && next == '\n')
+            return strdup(line.c_str());
     }
-    return progress == Progress::complete ? strdup(line.text) : nullptr;
+    return nullptr;
 }

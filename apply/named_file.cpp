@@ -11,10 +11,6 @@
 
 namespace {
 
-bool is_same(const struct stat& one, const struct stat& other) {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
-}
-
 bool is_roots(const struct stat& facts) {
     return facts.st_uid == 0 || facts.st_uid == geteuid();
 }
@@ -32,33 +28,25 @@ class Walk {
         if (!rest.empty())
             enter(AT_FDCWD, rest[0] == '/' ? "/" : ".");
     }
-    ~Walk() { leave(-1); }
-    Walk(const Walk&) = delete;
-    Walk& operator=(const Walk&) = delete;
 
     // Walks up to the last name. Returns false when there is no way; whether anything has the last
     // name shows in `facts`.
     bool arrives();
 
-    int directory = -1;    // where `name` stands; it belongs to this object
+    Descriptor directory;  // where `name` stands
     std::string name;      // no link
     struct stat facts {};  // of what has the name; all zero where nothing has it
 
   private:
-    void leave(int next) {
-        if (directory != -1)
-            close(directory);
-        directory = next;
-    }
-
     void enter(int from, const char* where) {
-        leave(openat(from, where, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        directory = Descriptor(
+            openat(from, where, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     }
 
     void takeName();
     bool follow();
 
-    std::string rest;  // of the path, behind `name`
+    std::string rest;  // of the path, after `name`
 };
 
 void Walk::takeName() {
@@ -71,9 +59,9 @@ void Walk::takeName() {
 
 bool Walk::follow() {
     char target[4096];  // PATH_MAX, which not every system defines
-    if (!is_roots(facts) || !only_root_writes(directory))
+    if (!is_roots(facts) || !only_root_writes(directory.get()))
         return false;
-    const ssize_t length = readlinkat(directory, name.c_str(), target, sizeof(target));
+    const ssize_t length = readlinkat(directory.get(), name.c_str(), target, sizeof(target));
     if (length <= 0 || static_cast<size_t>(length) == sizeof(target))
         return false;
     rest.insert(0, target, static_cast<size_t>(length));
@@ -84,26 +72,26 @@ bool Walk::follow() {
 
 bool Walk::arrives() {
     int links_left = 40;  // as many as Linux follows, path_resolution(7)
-    while (directory != -1) {
+    while (directory.isOpen()) {
         takeName();
         facts = {};
-        const bool found = fstatat(directory, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+        const bool found = fstatat(directory.get(), name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
         if (found && S_ISLNK(facts.st_mode)) {
             if (links_left-- == 0 || !follow())
                 return false;
         } else if (rest.empty()) {
             return true;
         } else {
-            enter(directory, name.c_str());
+            enter(directory.get(), name.c_str());
         }
     }
     return false;
 }
 
-int open_once_given_back(int directory, const char* name, int flags) {
+Descriptor open_once_given_back(int directory, const char* name, int flags) {
     for (int tries_left = 5;; --tries_left) {
-        const int file = openat(directory, name, flags);
-        if (file != -1 || errno != EWOULDBLOCK || tries_left == 0)
+        Descriptor file(openat(directory, name, flags));
+        if (file.isOpen() || errno != EWOULDBLOCK || tries_left == 0)
             return file;
         sleep_seconds(1);
     }
@@ -111,44 +99,46 @@ int open_once_given_back(int directory, const char* name, int flags) {
 
 }  // namespace
 
-int open_named_file(const char* path, int flags) {
+Descriptor open_named_file(const char* path, int flags) {
     // Of what is refused no call says why.
     errno = EACCES;
     Walk walk(path);
     // Only to look at it might do something to a device.
     if (!walk.arrives() || !S_ISREG(walk.facts.st_mode))
-        return -1;
-    const int file = open_once_given_back(walk.directory, walk.name.c_str(),
-                                          flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+        return {};
+    const int directory = walk.directory.get();
+    Descriptor file = open_once_given_back(directory, walk.name.c_str(),
+                                           flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat facts {};
-    const bool is_file = file != -1 && fstat(file, &facts) == 0 && S_ISREG(facts.st_mode);
-    if (is_file && (facts.st_nlink <= 1 || only_root_writes(walk.directory)))
+    if (!file.isOpen() || fstat(file.get(), &facts) == -1 || !S_ISREG(facts.st_mode))
+        return {};
+    if (facts.st_nlink <= 1 || only_root_writes(directory))
         return file;
-    if (file != -1)
-        close(file);
-    if (is_file)
-        errno = EMLINK;
-    return -1;
+    errno = EMLINK;
+    return {};
 }
 
-int open_named_directory(const std::string& path) {
+Descriptor open_named_directory(const std::string& path) {
     Walk walk(path + "/.");
-    return walk.arrives() ? std::exchange(walk.directory, -1) : -1;
+    return walk.arrives() ? std::move(walk.directory) : Descriptor();
+}
+
+bool is_open_as(const struct stat& facts, int descriptor) {
+    struct stat open {};
+    return fstat(descriptor, &open) == 0 && open.st_dev == facts.st_dev &&
+           open.st_ino == facts.st_ino;
 }
 
 bool leads_to(const char* path, int descriptor) {
     Walk walk(path);
-    struct stat facts {};
-    return walk.arrives() && fstat(descriptor, &facts) == 0 && is_same(walk.facts, facts);
+    return walk.arrives() && is_open_as(walk.facts, descriptor);
 }
 
 bool leads_into(const char* path, int descriptor, const std::string& directory) {
     Walk walk(path);
     Walk place(directory + "/.");
-    struct stat facts {};
-    struct stat where {};
-    return walk.arrives() && fstat(descriptor, &facts) == 0 && is_same(walk.facts, facts) &&
-           place.arrives() && fstat(walk.directory, &where) == 0 && is_same(place.facts, where);
+    return walk.arrives() && is_open_as(walk.facts, descriptor) && place.arrives() &&
+           is_open_as(place.facts, walk.directory.get());
 }
 
 std::string directory_of(const std::string& path) {

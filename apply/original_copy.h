@@ -7,4 +7,4 @@
 /// let in while it is made, and an end of the program takes what there is of it away. Returns 0
 /// when the copy is there; 1 when it could not be made, or when something else has its name: a
 /// link, a pipe, a directory or a second name of the file itself, none of which is touched.
-int keep_original(int file, const char* path);
+int keep_copy_beside(int file, const char* path);

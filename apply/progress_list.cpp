@@ -2,35 +2,19 @@
 
 #include <curses.h>
 
-#include <memory>
-#include <string>
-#include <vector>
+#include <algorithm>
 
-#include "ui/button.h"
 #include "ui/keys.h"
-#include "ui/label.h"
 #include "ui/pending_box.h"
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 
 namespace {
 
-constexpr size_t most_lines = 8;
+constexpr int most_lines = 8;
 constexpr size_t text_limit = 45;
 constexpr int first_row = 5;
 constexpr int label_col = 2;
-
-struct ProgressEntry {
-    std::string key;
-    std::string text;
-    std::unique_ptr<Label> label = nullptr;  // null while the line is not on the screen
-    bool done = false;
-};
-
-using ProgressList = std::vector<ProgressEntry>;
-
-ProgressList entries;
-std::unique_ptr<Button> ok_button;
 
 void make_label(ProgressEntry& entry, int row) {
     entry.label = std::make_unique<Label>(pending_frame(), row, label_col, entry.text.c_str());
@@ -40,21 +24,18 @@ void make_label(ProgressEntry& entry, int row) {
 
 // Gives the newest entries a label each, from the first row on, and takes the others' away.
 void make_labels() {
-    const size_t scrolled = entries.size() > most_lines ? entries.size() - most_lines : 0;
-    for (size_t i = 0; i < entries.size(); ++i) {
-        if (i < scrolled)
-            entries[i].label.reset();
-        else
-            make_label(entries[i], first_row + static_cast<int>(i - scrolled));
+    int row = first_row - std::max(0, static_cast<int>(progress.entries.size()) - most_lines);
+    for (ProgressEntry& entry : progress.entries) {
+        entry.label.reset();
+        if (row >= first_row)
+            make_label(entry, row);
+        ++row;
     }
 }
 
-ProgressEntry* find_entry(const char* key) {
-    for (ProgressEntry& entry : entries) {
-        if (entry.key == key)
-            return &entry;
-    }
-    return nullptr;
+ProgressList::iterator find_entry(const char* key) {
+    return std::find_if(progress.entries.begin(), progress.entries.end(),
+                        [=](const ProgressEntry& entry) { return entry.key == key; });
 }
 
 void place(Window* window) {
@@ -67,19 +48,19 @@ void place(Window* window) {
 }  // namespace
 
 void progress_add(const char* key, const char* text) {
-    if (find_entry(key) != nullptr)
+    if (find_entry(key) != progress.entries.end())
         return;
     std::string line = text;
     if (line.size() > text_limit)
         line = line.substr(0, text_limit) + "..";
-    entries.push_back({key, line + " ... ", nullptr});
+    progress.entries.push_back({key, line + " ... ", nullptr, false});
     make_labels();
     show_frame();
 }
 
 void progress_done(const char* key) {
-    ProgressEntry* entry = find_entry(key);
-    if (entry == nullptr || entry->done)
+    const auto entry = find_entry(key);
+    if (entry == progress.entries.end() || entry->done)
         return;
     entry->done = true;
     entry->text += " ... DONE";
@@ -94,26 +75,27 @@ void progress_show_all() {
 }
 
 void progress_hide_all() {
-    for (ProgressEntry& entry : entries)
+    for (ProgressEntry& entry : progress.entries)
         entry.label.reset();
-    ok_button.reset();
+    progress.ok_button.reset();
 }
 
 void progress_place_all() {
-    for (const ProgressEntry& entry : entries)
+    for (const ProgressEntry& entry : progress.entries)
         place(entry.label.get());
-    place(ok_button.get());
+    place(progress.ok_button.get());
 }
 
 void progress_wait_for_ok() {
     constexpr int row = 14;
     constexpr int col = 27;
     curs_set(0);
-    ok_button = std::make_unique<Button>(pending_frame(), row, col, 3, 6, "OK", pair_button);
-    ok_button->setFocused(true);
-    ok_button->draw();
+    progress.ok_button =
+        std::make_unique<Button>(pending_frame(), row, col, 3, 6, "OK", pair_button);
+    progress.ok_button->setFocused(true);
+    progress.ok_button->draw();
     show_frame();
-    while (!is_press(read_key(*ok_button)))
+    while (!is_press(read_key(*progress.ok_button)))
         continue;
-    ok_button.reset();
+    progress.ok_button.reset();
 }

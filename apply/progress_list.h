@@ -1,8 +1,32 @@
 #pragma once
 
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ui/button.h"
+#include "ui/label.h"
+
 /// The list of steps that the apply sequence shows in its pending box, one line each. It keeps all
 /// its entries while the program runs, so a later run of the sequence shows the whole history; the
 /// box shows the newest eight.
+
+struct ProgressEntry {
+    std::string key;
+    std::string text;
+    std::unique_ptr<Label> label;  // null while the line is not on the screen
+    bool done;
+};
+
+using ProgressList = std::vector<ProgressEntry>;
+
+/// What there is to show of this run. A test makes it anew: `progress = {}`.
+struct Progress {
+    ProgressList entries;
+    std::unique_ptr<Button> ok_button;  // null while it is not on the screen
+};
+
+inline Progress progress;
 
 /// Adds a line for the step `key`, "TEXT ... ", and shows it; a text longer than 45 characters is
 /// cut and ended with "..". Does nothing when the step has a line already. The pending box must be

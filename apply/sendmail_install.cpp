@@ -10,7 +10,7 @@
 #include <string>
 
 #include "apply/named_file.h"
-#include "apply/server_account.h"
+#include "apply/server_process.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/system/child_process.h"
 
@@ -20,7 +20,7 @@ constexpr char sendmail[] = "/usr/sbin/sendmail";
 constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
 constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 
-// Backup names have a number below this one behind them.
+// Backup names end in a number below this one.
 constexpr int backup_count = 100;
 
 // A system log that takes no more may block.
@@ -78,18 +78,16 @@ int save_system_sendmail(const std::string& target) {
 
 // Gives the wrapper to the server's account and sets its mode; returns as sendmail_install().
 int prepare_wrapper() {
-    uid_t user = 0;
-    gid_t group = 0;
-    const int file = open_named_file(wrapper, O_RDONLY);
+    const Descriptor file = open_named_file(wrapper, O_RDONLY);
+    const ServerAccount account = find_server_account();
     // Of root's it would give everybody root's rights.
-    const bool given = file != -1 && find_server_account(user, group) &&
-                       (user != 0 || has_one_user()) && fchown(file, user, group) == 0;
-    const bool set = given && fchmod(file, 06755) == 0;
-    if (file != -1)
-        close(file);
+    const bool given = file.isOpen() && account.exists && (account.user != 0 || has_one_user()) &&
+                       fchown(file.get(), account.user, account.group) == 0;
     if (!given)
         return fail(-1, std::string("Unable to chown ") + wrapper);
-    return set ? 0 : fail(1, std::string("Unable to chmod ") + wrapper);
+    if (fchmod(file.get(), 06755) != 0)
+        return fail(1, std::string("Unable to chmod ") + wrapper);
+    return 0;
 }
 
 }  // namespace

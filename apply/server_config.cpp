@@ -1,129 +1,108 @@
 #include "apply/server_config.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
 #include <string>
 
+#include "apply/file_rewrite.h"
 #include "apply/named_file.h"
-#include "apply/working_copy.h"
+#include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
-
-char cli_host[256];
-std::uint16_t cli_port = 0;
-unsigned config_key_indent = 0;
 
 namespace {
 
-bool is_blank(char character) {
-    return character == ' ' || character == '\t';
+std::string without(std::string text, const std::string& unwanted) {
+    const auto is_unwanted = [&](char character) {
+        return unwanted.find(character) != std::string::npos;
+    };
+    text.erase(std::remove_if(text.begin(), text.end(), is_unwanted), text.end());
+    return text;
 }
 
-bool has_key(const char* line, const char* key) {
-    return std::strcmp(HeapText(config_key_of(line)).get(), key) == 0;
+bool has_key(const std::string& line, const char* key) {
+    const HeapText found(config_key_of(line.c_str()));
+    return found != nullptr && std::strcmp(found.get(), key) == 0;
 }
 
-// The text between the key and the first ")", without what only separates.
-std::string collect_services(const FileLine& line) {
-    const HeapText key(config_key_of(line.text));
-    std::string services;
-    for (size_t i = std::strlen(key.get()) + config_key_indent;
-         i < line.length && line.text[i] != ')'; ++i) {
-        // The terminator of this text counts: zero bytes only separate too.
-        if (std::memchr("\n(=\t", line.text[i], sizeof("\n(=\t")) == nullptr)
-            services += line.text[i];
-    }
-    return services;
+bool goes_on(const FileRewrite& config) {
+    return config.goesOn() && !server_session.out_of_memory;
 }
 
 // Copies lines up to and including the first one that has this key, which a commented line has not,
 // as its key begins with the "#". Returns false when the file ends before.
-bool copy_up_to_key(std::FILE* config, std::FILE* copy, FileLine& line, const char* key) {
-    while (read_file_line(config, line)) {
-        write_file_line(copy, line);
-        if (has_key(line.text, key))
+bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
+    while (!server_session.out_of_memory && config.read(line)) {
+        config.write(line);
+        if (has_key(line, key))
             return true;
     }
     return false;
 }
 
-// Copies one line from behind the list of services. Returns false at the end of the file.
-bool copy_section_line(std::FILE* config, std::FILE* copy, FileLine& line) {
-    if (config_line_is_comment(line.text)) {
-        write_file_line(copy, line);
-    } else if (has_key(line.text, "cli")) {
-        write_file_line(copy, line);
-        if (copy_up_to_key(config, copy, line, "listeners") &&
-            copy_up_to_key(config, copy, line, "address"))
-            config_read_cli_address(line.text);
-    } else if (std::feof(config) != 0) {
+// Copies one line after the list of services, or all up to the address at the beginning of a
+// section. Returns false at the end of the file.
+bool copy_section_line(FileRewrite& config, std::string& line) {
+    const bool is_comment = config_line_is_comment(line.c_str());
+    const bool begins_section = !is_comment && has_key(line, "cli");
+    if (!is_comment && !begins_section && !goes_on(config))
         return false;
-    } else {
-        write_file_line(copy, line);
-    }
+    config.write(line);
+    if (begins_section && copy_up_to_key(config, line, "listeners") &&
+        copy_up_to_key(config, line, "address"))
+        config_read_cli_address(line.c_str());
     return true;
 }
 
-void copy_config(std::FILE* config, std::FILE* copy) {
-    FileLine line;
+void copy_config(FileRewrite& config) {
+    std::string line;
     bool services_seen = false;
     // A read that fails at the end of the file leaves the last line in place, to be looked at once
     // more.
-    while (std::feof(config) == 0 && std::ferror(config) == 0) {
-        read_file_line(config, line);
+    while (goes_on(config)) {
+        config.read(line);
         if (services_seen) {
-            if (!copy_section_line(config, copy, line))
+            if (!copy_section_line(config, line))
                 break;
             continue;
         }
-        if (!config_line_is_comment(line.text) && config_ensure_cli_service(line) == 0)
-            services_seen = true;
-        write_file_line(copy, line);
+        services_seen =
+            !config_line_is_comment(line.c_str()) && config_ensure_cli_service(line) == 0;
+        config.write(line);
     }
-}
-
-void forget_cli_address() {
-    cli_host[0] = '\0';
-    cli_port = 0;
 }
 
 }  // namespace
 
 int config_prepare(const char* path) {
-    std::FILE* config = open_original(path);
-    if (config == nullptr)
+    FileRewrite config(path);
+    if (!config.isOpen())
         return 1;
-    std::FILE* copy = working_copy_open();
-    if (copy == nullptr) {
-        std::fclose(config);
-        return 1;
-    }
-    copy_config(config, copy);
-    const int result = working_copy_install(copy, config, path);
+    copy_config(config);
+    const int result = server_session.out_of_memory ? 1 : config.install();
     // Of the file that has come in its place nothing is known.
-    if (!leads_to(path, fileno(config)))
-        forget_cli_address();
-    std::fclose(config);
+    if (!leads_to(path, config.file())) {
+        server_session.cli_host[0] = '\0';
+        server_session.cli_port = 0;
+    }
     return result;
 }
 
 char* config_key_of(const char* line) {
     constexpr size_t key_size = 256;
     auto* key = static_cast<char*>(std::calloc(key_size, 1));
+    server_session.key_indent = 0;
     if (key == nullptr)
-        std::exit(0);
-    config_key_indent = 0;
+        server_session.out_of_memory = true;
     const char* end = std::strchr(line, '=');
-    if (end == nullptr)
+    if (key == nullptr || end == nullptr)
         return key;
-    size_t length = 0;
-    for (; line != end; ++line) {
-        if (is_blank(*line))
-            ++config_key_indent;
-        else if (length + 1 < key_size)
-            key[length++] = *line;
-    }
+    const std::string text(line, end);
+    const std::string name = without(text, " \t");
+    name.copy(key, key_size - 1);
+    server_session.key_indent = static_cast<unsigned>(text.size() - name.size());
     return key;
 }
 
@@ -131,32 +110,28 @@ bool config_line_is_comment(const char* line) {
     return std::strchr(line, '#') != nullptr;
 }
 
-int config_ensure_cli_service(FileLine& line) {
-    if (!has_key(line.text, "services"))
+int config_ensure_cli_service(std::string& line) {
+    constexpr char key[] = "services";
+    if (!has_key(line, key))
         return 1;
-    if (collect_services(line).find("cli") != std::string::npos)
+    const size_t from = std::strlen(key) + server_session.key_indent;
+    const std::string value = line.substr(from, line.find(')', from) - from);
+    // What only separates does not count.
+    if (without(value, std::string("\n\0(=\t", 5)).find("cli") != std::string::npos)
         return 0;
-    const auto end_of_list = std::string(line.text, line.length).rfind(')');
-    if (end_of_list != std::string::npos) {
-        static const char with_cli[] = " cli )\n";
-        std::copy(std::begin(with_cli), std::end(with_cli), line.text + end_of_list);
-        line.length = end_of_list + std::strlen(with_cli);
-    }
+    const size_t end_of_list = line.rfind(')');
+    if (end_of_list != std::string::npos)
+        line.replace(end_of_list, std::string::npos, " cli )\n");
     return 0;
 }
 
 void config_read_cli_address(const char* line) {
-    constexpr size_t key_length = 7;  // of "address"
-    const size_t from = config_key_indent + key_length;
-    std::string address;
-    const size_t end = std::strcspn(line, "#");
-    for (size_t i = from; i < end; ++i) {
-        if (!is_blank(line[i]) && line[i] != '=')
-            address += line[i];
-    }
+    const std::string text(line, std::strcspn(line, "#"));
+    const size_t from = std::strlen("address") + server_session.key_indent;
+    const std::string address = without(text.substr(std::min(from, text.size())), " \t=");
     const size_t colon = address.find_first_of(":\n");
-    std::snprintf(cli_host, sizeof(cli_host), "%s", address.substr(0, colon).c_str());
-    cli_port = 0;
-    if (colon != std::string::npos)
-        cli_port = static_cast<std::uint16_t>(std::atoi(address.c_str() + colon + 1));
+    std::snprintf(server_session.cli_host, sizeof(server_session.cli_host), "%s",
+                  address.substr(0, colon).c_str());
+    const char* port = colon == std::string::npos ? "" : address.c_str() + colon + 1;
+    server_session.cli_port = static_cast<std::uint16_t>(std::atoi(port));
 }

@@ -1,33 +1,25 @@
 #pragma once
 
-#include <cstdint>
-
-#include "apply/file_line.h"
+#include <string>
 
 /// The server's configuration file, as far as the wizard reads and rewrites it: lines of the form
 /// `key = value`, first the list of services, later the `cli` section with its listeners. A line
 /// that holds a "#" anywhere is a comment, but for the listeners and the address of that section,
-/// which may have one behind them.
-
-/// Where the server's command-line interface listens, as read from the configuration file last: a
-/// host name or address of at most 255 characters, empty while unknown, and a port.
-extern char cli_host[256];
-extern std::uint16_t cli_port;
-
-/// The number of blanks and tabs before the "=" of the line whose key was extracted last.
-extern unsigned config_key_indent;
+/// which may have one after them.
 
 /// Rewrites the configuration file `path` so that the server's command-line interface is among its
-/// services, and reads where that listens. Everything else is copied as it stands, except for the
-/// last line: with a line feed it is written twice where it is a comment or there is no line of
-/// services; without one it is left out behind the services, unless it is a comment or of the `cli`
-/// section up to its address. Returns 0, or 1 when the file or its working copy can't be opened,
-/// read or installed. The address is unknown afterwards when the file is exchanged meanwhile.
+/// services, and reads where that listens into `server_session`. Everything else is copied as it
+/// stands, except for the last line: with a line feed it is written twice where it is a comment or
+/// there is no line of services; without one it is left out after the services, unless it is a
+/// comment or of the `cli` section up to its address. Returns 0, or 1 when the file or its working
+/// copy can't be opened, read or installed, or there is no memory. The address is unknown
+/// afterwards when the file is exchanged meanwhile.
 int config_prepare(const char* path);
 
-/// The key of a line, the characters before its first "=" without blanks and tabs, at most 255 of
+/// The key of a line, the characters before its first "=" without spaces and tabs, at most 255 of
 /// them, in a zero-filled 256-byte buffer that the caller frees; empty for a line without "=". Sets
-/// `config_key_indent`. Ends the program with status 0 when there is no memory.
+/// `server_session.key_indent`. Returns null, and notes that in `server_session`, when there is no
+/// memory.
 char* config_key_of(const char* line);
 
 /// True when the line holds a "#".
@@ -35,8 +27,8 @@ bool config_line_is_comment(const char* line);
 
 /// Adds "cli" to the list of services in `line` unless the list already holds these letters or has
 /// no end. Returns 0, or 1 when the line's key is not "services".
-int config_ensure_cli_service(FileLine& line);
+int config_ensure_cli_service(std::string& line);
 
-/// Reads a line `address = host:port`, whose key has just been extracted, into `cli_host` and
-/// `cli_port`; what is behind a "#" does not count.
+/// Reads a line `address = host:port`, whose key has just been extracted, into `server_session`; a
+/// host is cut to 255 characters, and what follows a "#" does not count.
 void config_read_cli_address(const char* line);

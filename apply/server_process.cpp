@@ -1,5 +1,6 @@
 #include "apply/server_process.h"
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,15 +11,14 @@
 #include <cstdlib>
 #include <string>
 
-#include "apply/server_account.h"
+#include "apply/file_rewrite.h"
 #include "apply/server_config.h"
+#include "apply/server_session.h"
 #include "apply/shell_command.h"
-#include "apply/working_copy.h"
 #include "wizard/base/install_profile.h"
+#include "wizard/system/child_process.h"
 #include "wizard/system/secret.h"
 #include "wizard/system/signal_gate.h"
-
-int server_pid = 0;
 
 namespace {
 
@@ -28,23 +28,20 @@ constexpr int no_pid_file = 1;
 // In the place of a process id: nobody is to be signalled, which is a failure.
 constexpr int no_process = -1;
 
-// The user whose right it takes to signal the server.
-uid_t server_user = 0;
-
 InstallProfile& profile() {
     return install_profiles[os_kind];
 }
 
-// Whether the word of this file's owner counts, for processes of that user's.
+// Whether the word of this file's owner, whom it stores, counts for processes of that user's.
 bool is_believed(int file) {
     struct stat facts {};
-    uid_t account = 0;
-    gid_t group = 0;
     if (fstat(file, &facts) == -1)
         return false;
-    server_user = facts.st_uid;
-    return server_user == 0 || server_user == geteuid() ||
-           (find_server_account(account, group) && account == server_user);
+    server_session.pid_author = facts.st_uid;
+    if (facts.st_uid == 0 || facts.st_uid == geteuid())
+        return true;
+    const ServerAccount account = find_server_account();
+    return account.exists && account.user == facts.st_uid;
 }
 
 // Waits for a child that some user may stop, but not for that user. Lets no signals in, as this may
@@ -65,36 +62,46 @@ bool ends_well(pid_t child) {
 bool terminate_as(uid_t user) {
     const pid_t child = fork();
     if (child == 0)
-        _exit(setuid(user) == 0 && kill(server_pid, SIGTERM) == 0 ? 0 : 1);
+        _exit(setuid(user) == 0 && kill(server_session.pid, SIGTERM) == 0 ? 0 : 1);
     return child != -1 && ends_well(child);
 }
 
 }  // namespace
 
+ServerAccount find_server_account() {
+    ServerAccount account{};
+    const auto look_up = [&] {
+        const passwd* entry = getpwnam("teluma");
+        if (entry != nullptr)
+            account = {true, entry->pw_uid, entry->pw_gid};
+    };
+    ask_in_child(look_up, &account, sizeof(account));
+    return account;
+}
+
 int server_read_pid() {
-    std::FILE* file = open_original(profile().pid_file);
+    const File file = open_original(profile().pid_file);
     if (file == nullptr && errno != EMLINK)
         return no_pid_file;
-    if (file == nullptr)
-        return server_pid = no_process;
     char line[256];
     // After a read error the line may hold anything.
-    if (std::fgets(line, sizeof(line), file) == nullptr)
+    if (file == nullptr || std::fgets(line, sizeof(line), file.get()) == nullptr)
         line[0] = '\0';
-    server_pid = is_believed(fileno(file)) ? std::atoi(line) : no_process;
-    std::fclose(file);
-    return server_pid;
+    const bool counts = file != nullptr && is_believed(fileno(file.get()));
+    return server_session.pid = counts ? std::atoi(line) : no_process;
 }
 
 int server_stop() {
-    if (server_pid == 0)
+    const pid_t pid = server_session.pid;
+    const uid_t author = server_session.pid_author;
+    if (pid == 0)
         return 0;
     // A number below 0 would mean a group of processes, or all there are.
-    if (server_pid < 0)
+    if (pid < 0)
         return 1;
-    if (server_user != 0 && server_user != geteuid())
-        return terminate_as(server_user) ? 0 : 1;
-    return kill(server_pid, SIGTERM) == -1 ? 1 : 0;
+    if (author != 0 && author != geteuid())
+        return terminate_as(author) ? 0 : 1;
+    return kill(pid, SIGTERM) == -1 ? 1 : 0;
 }
 
 int server_start() {
@@ -124,7 +131,7 @@ int server_restart_with_password(const char* password) {
     if (server_set_admin_password(password) != 0)
         return 1;
     config_prepare(profile().config_file);
-    if (server_start() != 0)
+    if (server_session.out_of_memory || server_start() != 0)
         return 1;
     server_read_pid();
     return 0;

@@ -1,12 +1,22 @@
 #pragma once
 
+#include <sys/types.h>
+
 /// Stopping and starting the installed server, whose paths the selected installation profile holds.
 
-/// The server's process id as read last; 0 while none is known.
-extern int server_pid;
+/// The server's account, "teluma".
+struct ServerAccount {
+    bool exists;
+    uid_t user;
+    gid_t group;
+};
 
-/// Reads the first line of the pid file as a number into `server_pid` and returns it. Returns 1,
-/// with `server_pid` as it was, when the file can't be opened for reading and writing
+/// Asks for it, getpwnam(3). As long as a directory service keeps the wizard waiting, signals are
+/// let in. Where it can't be asked for it counts as missing.
+ServerAccount find_server_account();
+
+/// Reads the first line of the pid file as a number into `server_session.pid` and returns it.
+/// Returns 1, with that as it was, when the file can't be opened for reading and writing
 /// (open_original()). A file that holds 1 looks the same to the caller. A file that is neither
 /// root's nor the server's account's, or that somebody else may have given its name, counts as -1.
 int server_read_pid();

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "apply/cli_replies.h"
-#include "apply/cli_session.h"
+#include "apply/cli_sequences.h"
+#include "apply/server_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
 #include "fuzz/require.h"
@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes = input.takeRest();
     const ScriptedPeer peer(bytes);
     ReplyModel model(bytes);
-    cli_socket = peer.clientEnd();
+    server_session.socket = peer.clientEnd();
     const HeapText text(services ? cli_read_services("show") : cli_read_filters_file("show"));
     const auto expected = services ? expected_services(model) : expected_filters_file(model);
     require((text != nullptr) == expected.has_value(), "a text is there where the model has one");

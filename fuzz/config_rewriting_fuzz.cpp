@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "apply/server_config.h"
+#include "apply/server_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/rewriting.h"
@@ -139,12 +140,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static RewrittenFile file;
     const std::string content = FuzzInput(data, size).takeRest();
     file.fill(content);
-    cli_host[0] = '\0';
-    cli_port = 0;
+    server_session = {};
     require(config_prepare(file.path().c_str()) == 0, "the file is rewritten");
     const Outcome expected = expected_outcome(pieces_of(content));
     require_equal(file.content(), expected.content, "the content is the model's");
-    require_equal(cli_host, expected.host, "the host is the model's");
-    require(cli_port == expected.port, "the port is the model's");
+    require_equal(server_session.cli_host, expected.host, "the host is the model's");
+    require(server_session.cli_port == expected.port, "the port is the model's");
     return 0;
 }

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "apply/cli_replies.h"
-#include "apply/cli_session.h"
+#include "apply/cli_sequences.h"
+#include "apply/server_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
 #include "fuzz/require.h"
@@ -82,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes = FuzzInput(data, size).takeRest();
     ScriptedPeer peer(bytes);
     ReplyModel model(bytes);
-    cli_socket = peer.clientEnd();
+    server_session.socket = peer.clientEnd();
     const int result = cli_reset_listeners("list listeners");
     const Outcome expected = expected_outcome(model);
     require_equal(peer.received(), expected.sent, "the commands are the model's");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "apply/relay_filter.h"
+#include "apply/server_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/rewriting.h"
@@ -67,11 +68,10 @@ std::string expected_content(const std::string& content, const std::vector<Netwo
 
 }  // namespace
 
-// The linker puts these in the place of relay_networks(), cli_get_filters_file() and
-// cli_server_is_root() (ld(1), --wrap).
+// The linker puts these in the place of relay_networks() and cli_get_filters_file() (ld(1),
+// --wrap).
 relay_network* told_networks(int* count) __asm__("__wrap__Z14relay_networksPi");
 char* told_filters_file() __asm__("__wrap__Z20cli_get_filters_filev");
-bool root_serves() __asm__("__wrap__Z18cli_server_is_rootv");
 
 relay_network* told_networks(int* count) {
     auto* list =
@@ -88,13 +88,10 @@ char* told_filters_file() {
     return strdup(script_path.c_str());
 }
 
-bool root_serves() {
-    return true;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static RewrittenFile script;
     FuzzInput input(data, size);
+    server_session.peer_is_root = true;
     host_networks = take_networks(input);
     script_path = script.path();
     const std::string content = input.takeRest();

@@ -20,6 +20,10 @@ int end_wizard(WizardEnd end) {
         release_screens();
         return 0;
     }
+    if (end == WizardEnd::out_of_memory) {
+        close_terminal();
+        return 0;
+    }
     server_stop();
     release_screens();
     close_terminal();

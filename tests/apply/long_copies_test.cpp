@@ -13,7 +13,8 @@
 
 #include "apply/original_copy.h"
 #include "apply/server_config.h"
-#include "tests/apply/installed_server_case.h"
+#include "apply/server_session.h"
+#include "tests/apply/apply_rig.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/other_user.h"
@@ -43,7 +44,7 @@ class LongCopy : public InstalledServerCase {
 
 TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
     ASSERT_EQ(truncate(config, 64 << 20), 0);
-    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+    EXPECT_EQ(endOf([] { keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); },
                     [](int) { std::exit(exists(unfinished) ? interrupted : 1); }),
               exited(interrupted));
     EXPECT_FALSE(exists(unfinished));
@@ -51,9 +52,10 @@ TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
 }
 
 TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
-    EXPECT_EQ(endOf([] { _exit(keep_original(Descriptor(open(config, O_RDONLY)).get(), config)); },
-                    [](int) { write_file(original, "first"); }),
-              exited(0));
+    EXPECT_EQ(
+        endOf([] { _exit(keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config)); },
+              [](int) { write_file(original, "first"); }),
+        exited(0));
     EXPECT_EQ(read_file(original), "first");
     EXPECT_FALSE(exists(unfinished));
 }
@@ -62,7 +64,7 @@ TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before
     EXPECT_EQ(endOf(
                   [] {
                       const Descriptor file(open(config, O_RDONLY));
-                      _exit(keep_original(file.get(), config) != 0 ? interrupted : 1);
+                      _exit(keep_copy_beside(file.get(), config) != 0 ? interrupted : 1);
                   },
                   [](int) {
                       unlink(unfinished);
@@ -77,7 +79,7 @@ TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
     if (server_user() == 0)
         GTEST_SKIP() << "a user namespace without other ids";
     chown(config, server_user(), server_user());
-    EXPECT_EQ(endOf([] { keep_original(Descriptor(open(config, O_RDONLY)).get(), config); },
+    EXPECT_EQ(endOf([] { keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); },
                     [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
               exited(interrupted));
     EXPECT_EQ(file_facts(pid_file).owner, server_user());
@@ -94,11 +96,16 @@ TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_ov
     std::filesystem::create_directory("bin");
     write_file("bin/cp", "#!/bin/sh\nmkdir /run/scratch/copied\n", 0755);
     setenv("PATH", (std::filesystem::current_path() / "bin:" += getenv("PATH")).c_str(), 1);
-    EXPECT_EQ(endOf([] { _exit(config_prepare(config) == 1 && cli_port == 0 ? interrupted : 1); },
-                    [](int) {
-                        std::filesystem::rename(config, "/var/opt/teluma/run/away");
-                        write_file(config, "other");
-                    }),
+    EXPECT_EQ(endOf(
+                  [] {
+                      _exit(config_prepare(config) == 1 && server_session.cli_port == 0
+                                ? interrupted
+                                : 1);
+                  },
+                  [](int) {
+                      std::filesystem::rename(config, "/var/opt/teluma/run/away");
+                      write_file(config, "other");
+                  }),
               exited(interrupted));
     EXPECT_FALSE(exists("/run/scratch/copied"));
     EXPECT_EQ(read_file(config), "other");

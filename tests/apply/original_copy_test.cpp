@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tests/apply/working_directory.h"
+#include "tests/support/case_name.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 
@@ -22,50 +23,39 @@ constexpr const char* unfinished = "teluma.cfg.beforewizard.new";
 
 class OriginalCopy : public testing::Test {
   protected:
-    OriginalCopy() { write_file(file, "original\n"); }
-
-    static int keep() { return keep_original(Descriptor(open(file, O_RDONLY)).get(), file); }
-
-    // That nothing is made and what stands there is left alone.
-    static void expectRefused() {
-        EXPECT_EQ(keep(), not_kept);
-        EXPECT_EQ(read_file(file), "original\n");
-        EXPECT_FALSE(exists(unfinished));
+    OriginalCopy() {
+        write_file(file, "original\n");
+        write_file("victim", "precious\n");
     }
+    ~OriginalCopy() override { EXPECT_EQ(read_file("victim"), "precious\n"); }
+
+    static int keep() { return keep_copy_beside(Descriptor(open(file, O_RDONLY)).get(), file); }
 
     WorkingDirectory directory;
 };
 
-class OriginalCopyOfBytes : public OriginalCopy, public testing::WithParamInterface<std::string> {};
-
-TEST_P(OriginalCopyOfBytes, has_them_all) {
-    write_file(file, GetParam());
-    EXPECT_EQ(keep(), kept);
-    EXPECT_TRUE(read_file(copy) == GetParam());
-    EXPECT_TRUE(read_file(file) == GetParam());
-    EXPECT_FALSE(exists(unfinished));
+TEST_F(OriginalCopy, has_every_byte) {
+    for (const std::string& bytes : {std::string(), std::string("\0\r\n\377\0", 5),
+                                     std::string(65536, 'b'), std::string(200001, '\n')}) {
+        write_file(file, bytes);
+        unlink(copy);
+        EXPECT_EQ(keep(), kept);
+        EXPECT_TRUE(read_file(copy) == bytes);
+        EXPECT_TRUE(read_file(file) == bytes);
+        EXPECT_FALSE(exists(unfinished));
+    }
 }
 
-const std::string every_bytes[] = {"", "text without a line end", std::string("\0\r\n\377\0", 5),
-                                   std::string(65536, 'b'), std::string(200001, '\n')};
-
-INSTANTIATE_TEST_SUITE_P(Every, OriginalCopyOfBytes, testing::ValuesIn(every_bytes));
-
-TEST_F(OriginalCopy, has_the_mode_whatever_the_mask) {
+// So that it runs for nobody with the rights of its owner.
+TEST_F(OriginalCopy, has_the_mode_but_for_set_ids_whatever_the_mask) {
     const mode_t mask = umask(0777);
-    for (const mode_t mode : {0600u, 0644u, 0666u, 0400u, 01755u}) {
+    for (const mode_t mode : {0600u, 0644u, 0666u, 0400u, 01755u, 06755u}) {
         chmod(file, mode);
         unlink(copy);
         EXPECT_EQ(keep(), kept);
-        EXPECT_EQ(file_facts(copy).mode, mode);
+        EXPECT_EQ(file_facts(copy).mode, mode & 01777u);
     }
     umask(mask);
-}
-
-TEST_F(OriginalCopy, runs_for_nobody_with_the_rights_of_its_owner) {
-    chmod(file, 06755);
-    EXPECT_EQ(keep(), kept);
-    EXPECT_EQ(file_facts(copy).mode, 0755u);
 }
 
 TEST_F(OriginalCopy, has_the_owner_and_the_group) {
@@ -80,17 +70,12 @@ TEST_F(OriginalCopy, has_the_owner_and_the_group) {
 
 TEST_F(OriginalCopy, is_never_made_again) {
     EXPECT_EQ(keep(), kept);
+    chmod(copy, 0604);
     write_file(file, "changed\n");
     EXPECT_EQ(keep(), kept);
     EXPECT_EQ(read_file(copy), "original\n");
-    EXPECT_EQ(read_file(file), "changed\n");
-}
-
-TEST_F(OriginalCopy, a_file_that_has_the_name_already_stays) {
-    write_file(copy, "somebody's\n", 0604);
-    EXPECT_EQ(keep(), kept);
-    EXPECT_EQ(read_file(copy), "somebody's\n");
     EXPECT_EQ(file_facts(copy).mode, 0604u);
+    EXPECT_EQ(read_file(file), "changed\n");
 }
 
 TEST_F(OriginalCopy, is_not_kept_of_a_file_that_is_missing) {
@@ -100,76 +85,55 @@ TEST_F(OriginalCopy, is_not_kept_of_a_file_that_is_missing) {
     EXPECT_FALSE(exists(unfinished));
 }
 
-TEST_F(OriginalCopy, a_link_under_its_name_is_not_taken_for_it) {
-    write_file("victim", "precious\n");
-    ASSERT_EQ(symlink("victim", copy), 0);
-    expectRefused();
-    EXPECT_EQ(read_file("victim"), "precious\n");
-    EXPECT_EQ(link_target(copy), "victim");
-}
-
-TEST_F(OriginalCopy, a_link_under_its_name_that_leads_nowhere_is_not_written_through) {
-    ASSERT_EQ(symlink("nothing", copy), 0);
-    expectRefused();
-    EXPECT_FALSE(exists("nothing"));
-    EXPECT_EQ(link_target(copy), "nothing");
-}
-
-TEST_F(OriginalCopy, a_second_name_of_the_file_itself_is_not_taken_for_it) {
-    ASSERT_EQ(link(file, copy), 0);
-    expectRefused();
-}
-
-TEST_F(OriginalCopy, a_pipe_under_its_name_is_not_waited_for) {
-    ASSERT_EQ(mkfifo(copy, 0600), 0);
-    expectRefused();
-}
-
-TEST_F(OriginalCopy, a_directory_under_its_name_is_not_taken_for_it) {
-    ASSERT_EQ(mkdir(copy, 0700), 0);
-    expectRefused();
-    EXPECT_TRUE(file_facts(copy).is_directory);
-}
-
-// What stands under the name that the copy has while it is written.
-class UnfinishedCopy : public OriginalCopy {
-  protected:
-    UnfinishedCopy() { write_file("victim", "precious\n"); }
-
-    static void expectReplaced() {
-        EXPECT_EQ(keep(), kept);
-        EXPECT_EQ(read_file(copy), "original\n");
-        EXPECT_FALSE(file_facts(copy).is_link);
-        EXPECT_EQ(read_file("victim"), "precious\n");
-        EXPECT_FALSE(exists(unfinished));
-    }
+// Something that is no copy stands under this name.
+struct Obstacle {
+    const char* name;
+    int (*put)(const char* path);
+    int result_as_unfinished = kept;  // it is replaced by the copy
 };
 
-TEST_F(UnfinishedCopy, of_a_run_that_was_killed_is_replaced) {
-    write_file(unfinished, "orig", 0600);
-    expectReplaced();
-}
+class OriginalCopyBeside : public OriginalCopy, public testing::WithParamInterface<Obstacle> {};
 
-TEST_F(UnfinishedCopy, that_is_a_link_is_not_written_through) {
-    ASSERT_EQ(symlink("victim", unfinished), 0);
-    expectReplaced();
-}
-
-TEST_F(UnfinishedCopy, that_is_a_second_name_of_a_file_is_not_written_to) {
-    ASSERT_EQ(link("victim", unfinished), 0);
-    expectReplaced();
-}
-
-TEST_F(UnfinishedCopy, that_is_a_pipe_is_not_waited_for) {
-    ASSERT_EQ(mkfifo(unfinished, 0600), 0);
-    expectReplaced();
-}
-
-TEST_F(UnfinishedCopy, that_is_a_directory_bars_the_way) {
-    ASSERT_EQ(mkdir(unfinished, 0700), 0);
+TEST_P(OriginalCopyBeside, under_its_name_takes_this_for_none_and_leaves_it_alone) {
+    ASSERT_EQ(GetParam().put(copy), 0);
+    const mode_t mode = file_facts(copy).mode;
     EXPECT_EQ(keep(), not_kept);
-    EXPECT_FALSE(exists(copy));
-    EXPECT_TRUE(file_facts(unfinished).is_directory);
+    EXPECT_EQ(read_file(file), "original\n");
+    EXPECT_EQ(file_facts(copy).mode, mode);
+    EXPECT_FALSE(exists(unfinished));
+    EXPECT_FALSE(exists("nothing"));
+}
+
+TEST_P(OriginalCopyBeside, under_the_name_it_has_while_it_is_written_replaces_this) {
+    ASSERT_EQ(GetParam().put(unfinished), 0);
+    EXPECT_EQ(keep(), GetParam().result_as_unfinished);
+    EXPECT_EQ(exists(unfinished), GetParam().result_as_unfinished != kept);
+    EXPECT_EQ(exists(copy), GetParam().result_as_unfinished == kept);
+    EXPECT_FALSE(exists("nothing"));
+    if (!exists(copy))
+        return;
+    EXPECT_EQ(read_file(copy), "original\n");
+    EXPECT_FALSE(file_facts(copy).is_link);
+}
+
+const Obstacle obstacles[] = {
+    {"link", [](const char* path) { return symlink("victim", path); }},
+    {"link_that_leads_nowhere", [](const char* path) { return symlink("nothing", path); }},
+    {"second_name_of_the_file", [](const char* path) { return link(file, path); }},
+    {"pipe", [](const char* path) { return mkfifo(path, 0600); }},
+    {"directory", [](const char* path) { return mkdir(path, 0700); }, not_kept},
+};
+
+INSTANTIATE_TEST_SUITE_P(A, OriginalCopyBeside, testing::ValuesIn(obstacles), CaseName());
+
+TEST_F(OriginalCopy, replaces_what_a_run_that_was_killed_has_left_of_it) {
+    ASSERT_EQ(link("victim", unfinished), 0);
+    EXPECT_EQ(keep(), kept);
+    write_file(unfinished, "orig", 0600);
+    unlink(copy);
+    EXPECT_EQ(keep(), kept);
+    EXPECT_EQ(read_file(copy), "original\n");
+    EXPECT_FALSE(exists(unfinished));
 }
 
 }  // namespace

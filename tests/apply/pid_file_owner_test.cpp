@@ -11,7 +11,8 @@
 #include <string>
 
 #include "apply/server_process.h"
-#include "tests/apply/installed_server_case.h"
+#include "apply/server_session.h"
+#include "tests/apply/apply_rig.h"
 #include "tests/apply/other_process.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
@@ -100,7 +101,7 @@ TEST_F(PidFile, that_is_a_link_of_the_servers_user_is_none) {
     EXPECT_EQ(as_user(server_user(), [] { symlink("/run/scratch/other.pid", pid_file); }),
               exited(0));
     EXPECT_EQ(server_read_pid(), 1);
-    EXPECT_EQ(server_pid, 0);
+    EXPECT_EQ(server_session.pid, 0);
 }
 
 TEST_F(PidFile, that_is_no_file_is_none_whatever_has_failed_before) {

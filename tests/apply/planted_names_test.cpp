@@ -13,11 +13,11 @@
 #include <string>
 #include <utility>
 
-#include "apply/cli_session.h"
 #include "apply/relay_filter.h"
 #include "apply/sendmail_install.h"
 #include "apply/server_config.h"
-#include "tests/apply/installed_server_case.h"
+#include "apply/server_session.h"
+#include "tests/apply/apply_rig.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/other_user.h"
@@ -262,7 +262,7 @@ class ScriptOfServersUser : public InstalledServerCase {
         server.runAsItsUser();
         chown(path.c_str(), owner, owner);
         logIn();
-        EXPECT_FALSE(cli_server_is_root());
+        EXPECT_FALSE(server_session.peer_is_root);
         return write_filter();
     }
 

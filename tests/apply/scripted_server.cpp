@@ -2,8 +2,7 @@
 
 #include <cstdio>
 
-#include "apply/server_config.h"
-#include "apply/server_process.h"
+#include "apply/server_session.h"
 #include "tests/support/files.h"
 #include "wizard/base/install_profile.h"
 
@@ -27,9 +26,7 @@ ScriptedServer::ScriptedServer() {
 }
 
 ScriptedServer::~ScriptedServer() {
-    server_pid = 0;
-    cli_host[0] = '\0';
-    cli_port = 0;
+    server_session = {};
     install_profiles[os_kind] = {};
 }
 

@@ -2,21 +2,7 @@
 
 #include <csignal>
 
-#include "apply/cli_session.h"
-
-std::string answers_of(const Conversation& conversation) {
-    std::string answers;
-    for (const Exchange& exchange : conversation)
-        answers += exchange.answer;
-    return answers;
-}
-
-std::string commands_of(const Conversation& conversation) {
-    std::string commands;
-    for (const Exchange& exchange : conversation)
-        commands += exchange.command + "\r\n";
-    return commands;
-}
+#include "apply/server_session.h"
 
 ScriptedSession::ScriptedSession() {
     // As the wizard does: a broken connection is an error of the write.
@@ -25,10 +11,25 @@ ScriptedSession::ScriptedSession() {
 }
 
 ScriptedSession::~ScriptedSession() {
-    cli_socket = -1;
+    server_session = {};
 }
 
 void ScriptedSession::answer(const std::string& answers) {
     peer.emplace(answers);
-    cli_socket = peer->clientEnd();
+    server_session.socket = peer->clientEnd();
+}
+
+void ScriptedSession::expectConversation(const Conversation& conversation,
+                                         const std::function<void()>& call) {
+    std::string answers;
+    std::string commands;
+    for (const Exchange& exchange : conversation) {
+        answers += exchange.answer;
+        commands += exchange.command + "\r\n";
+    }
+    SCOPED_TRACE(commands);
+    answer(answers);
+    call();
+    EXPECT_EQ(peer->received(), commands);
+    EXPECT_EQ(peer->unread(), "");
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,12 +17,6 @@ struct Exchange {
 
 using Conversation = std::vector<Exchange>;
 
-/// The answers of a conversation one after another.
-std::string answers_of(const Conversation& conversation);
-
-/// The commands of a conversation as they are sent.
-std::string commands_of(const Conversation& conversation);
-
 /// Gives the session of the code under test a scripted peer.
 class ScriptedSession : public testing::Test {
   protected:
@@ -30,6 +25,10 @@ class ScriptedSession : public testing::Test {
 
     /// Starts over with a peer that has these answers.
     void answer(const std::string& answers);
+
+    /// The same with the answers of a conversation, of which all commands are to be sent and all
+    /// answers read while `call` runs.
+    void expectConversation(const Conversation& conversation, const std::function<void()>& call);
 
     std::optional<ScriptedPeer> peer;
 };

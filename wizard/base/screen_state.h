@@ -27,9 +27,10 @@ enum ScreenState {
 /// How the wizard has ended.
 enum class WizardEnd {
     not_yet,
-    completed,     ///< everything has been applied
-    left,          ///< by the "Exit" button
-    without_login  ///< the server did not let the wizard in
+    completed,      ///< everything has been applied
+    left,           ///< by the "Exit" button
+    without_login,  ///< the server did not let the wizard in
+    out_of_memory
 };
 
 /// Where the user is.

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+/// Files of the server's that are rewritten line by line.
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// A stream that its owner closes.
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+/// The most bytes of a line that are read at a time; a longer line comes in pieces.
+constexpr std::size_t file_line_limit = 255;
+
+/// Reads up to and including the next line feed, at most file_line_limit bytes, letting signals in
+/// before: a file may have lines for minutes. The line may hold zero bytes. Returns false, with
+/// `line` as it was, when nothing could be read.
+bool read_file_line(std::FILE* file, std::string& line);
+
+/// Opens the file `path`, which is to be rewritten, for reading and writing, if it may be
+/// (open_named_file()); null, and errno, when not.
+File open_original(const char* path);
+
+/// One rewriting: what the file is to become is written into the working copy "temp.cfg" in the
+/// current directory, which is copied over the file in the end.
+class FileRewrite {
+  public:
+    /// Opens the file, whose name must stay alive, and makes the working copy, readable by nobody
+    /// else, in a new private directory where the current one has been removed.
+    explicit FileRewrite(const char* fileName);
+
+    /// Takes the working copy away.
+    ~FileRewrite();
+    FileRewrite(const FileRewrite&) = delete;
+    FileRewrite& operator=(const FileRewrite&) = delete;
+
+    /// False when the file can't be opened, or there is something of the copy's name already.
+    bool isOpen() const { return original != nullptr && copy != nullptr; }
+
+    /// The descriptor of the file, which stays this object's.
+    int file() const { return fileno(original.get()); }
+
+    /// False once the end of the file, or an error, has been met.
+    bool goesOn() const {
+        return std::feof(original.get()) == 0 && std::ferror(original.get()) == 0;
+    }
+
+    bool read(std::string& line) { return read_file_line(original.get(), line); }
+
+    /// Adds to the working copy. Whether that has failed is known to install().
+    void write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), copy.get()); }
+
+    /// Copies the working copy over the file, whose owner and mode stay. Before the file is changed
+    /// for the first time it is kept beside itself. Does not touch it unless all of it could be
+    /// read, every byte has been written, the name fits into a command and still leads there, and
+    /// the original is kept. Returns 0; 1 when it was not touched, or when the name leads elsewhere
+    /// afterwards. What the commands themselves say is not looked at.
+    int install();
+
+  private:
+    const char* path;
+    File original;
+    File copy;
+};

@@ -1,0 +1,130 @@
+#include "tests/apply/apply_rig.h"
+
+#include <curses.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <sstream>
+
+#include "apply/apply_sequence.h"
+#include "apply/cli_session.h"
+#include "apply/server_process.h"
+#include "apply/server_session.h"
+#include "tests/support/descriptor.h"
+#include "ui/main_window.h"
+#include "ui/window.h"
+#include "wizard/base/host_facts.h"
+#include "wizard/base/install_profile.h"
+#include "wizard/release_screens.h"
+#include "wizard/terminal_session.h"
+
+CursesScreen::CursesScreen() {
+    check_terminal_size();
+    draw_background();
+    main_window = new Window(stdscr, nullptr);
+}
+
+CursesScreen::~CursesScreen() {
+    release_screens();
+    screen_state = state_password;
+}
+
+InstalledServerCase::InstalledServerCase() {
+    std::signal(SIGPIPE, SIG_IGN);
+    select_install_profile();
+    discover_networks();
+}
+
+InstalledServerCase::~InstalledServerCase() {
+    release_networks();
+    server_session = {};
+}
+
+void InstalledServerCase::logIn() {
+    ASSERT_EQ(server_restart_with_password(password), 0);
+    ASSERT_EQ(cli_login(), 0);
+}
+
+void InstalledServerCase::goToSmallDirectory() {
+    const char* const path = "/run/scratch/small";
+    checked(mkdir(path, 0700), "mkdir");
+    checked(mount("none", path, "tmpfs", 0, "size=4096"), "mount");
+    checked(chdir(path), "chdir");
+}
+
+namespace {
+
+template <size_t size>
+void answer(char (&field)[size], const char* text) {
+    std::snprintf(field, size, "%s", text);
+}
+
+}  // namespace
+
+ApplyCase::ApplyCase() {
+    wizard_settings = WizardSettings();
+    answer(wizard_settings.admin_password, password);
+    answer(wizard_settings.primary_domain, "example.com");
+    answer(wizard_settings.domain_location, "/var/opt/teluma/domains/example.com/");
+    answer(wizard_settings.postmaster_password, "P0stmaster");
+    wizard_settings.webadmin_port = 9000;
+    for (unsigned char& enabled : wizard_settings.service_enabled)
+        enabled = 1;
+    screen_state = state_sendmail;
+}
+
+void ApplyCase::chooseAll() {
+    std::fill_n(wizard_settings.relay_ticks, relay_network_count, static_cast<unsigned char>(1));
+    wizard_settings.sendmail_wrapper = 1;
+}
+
+void ApplyCase::chooseLeast() {
+    wizard_settings.alias_root_to_postmaster = 0;
+    wizard_settings.alias_localhost = 0;
+    wizard_settings.alias_localhost_localdomain = 0;
+    for (unsigned char& enabled : wizard_settings.service_enabled)
+        enabled = 0;
+}
+
+std::vector<ScreenImage> ApplyCase::apply() {
+    std::vector<ScreenImage> shown;
+    waits.atKey = [&] {
+        shown.push_back(screen.terminal.terminalImage());
+        screen.terminal.type("\n");
+    };
+    end = apply_configuration();
+    return shown;
+}
+
+Lines boxed_lines(const ScreenImage& image) {
+    const std::string side = "│";
+    Lines lines;
+    for (int row = 0; row < image.rows(); ++row) {
+        const std::string text = image.rowText(row);
+        const size_t left = text.find(side);
+        if (left == std::string::npos)
+            continue;
+        // A line of progress may be so long that it hides the right side.
+        const size_t right = text.rfind(side);
+        const size_t from = left + side.size();
+        std::string line = text.substr(from, right > left ? right - from : std::string::npos);
+        line.erase(line.find_last_not_of(' ') + 1);
+        if (!line.empty())
+            lines.push_back(line.substr(line.find_first_not_of(' ')));
+    }
+    return lines;
+}
+
+std::string boxed_text(const ScreenImage& image) {
+    std::string text;
+    for (const std::string& line : boxed_lines(image)) {
+        std::istringstream words(line);
+        for (std::string word; words >> word;)
+            text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/curses_terminal.h"
+#include "tests/support/installed_server.h"
+#include "tests/support/screen_image.h"
+#include "tests/support/waits.h"
+#include "wizard/base/screen_state.h"
+#include "wizard/base/wizard_settings.h"
+
+/// Curses on a terminal of its own with the wizard's background and root frame, for code that shows
+/// boxes.
+class CursesScreen {
+  public:
+    CursesScreen();
+    ~CursesScreen();
+    CursesScreen(const CursesScreen&) = delete;
+    CursesScreen& operator=(const CursesScreen&) = delete;
+
+    CursesTerminal terminal{24, 80};
+};
+
+/// The profile of this system is selected, whose paths are those of the server in the sandbox. The
+/// host's networks are known: the interfaces are "all", lo, eth0 (192.168.7.2) and eth1
+/// (10.20.0.5). No sleep takes its time.
+class InstalledServerCase : public testing::Test {
+  protected:
+    static constexpr const char* password = "Adm1n secret";
+
+    InstalledServerCase();
+    ~InstalledServerCase() override;
+
+    /// Restarts the server with the password and logs in; a failure fails the test.
+    void logIn();
+
+    /// The commands that the server has received since the login.
+    Lines received() const { return server.commandsBehind(password); }
+
+    /// Goes to an empty directory in which files can take 4096 bytes in all.
+    static void goToSmallDirectory();
+
+    InstalledServer server;
+    Waits waits;
+};
+
+/// The apply sequence with a real screen and a real server: the last screen has just been left with
+/// the answers of a user who keeps every default, except that no network may relay and sendmail
+/// stays as it is.
+class ApplyCase : public InstalledServerCase {
+  protected:
+    ApplyCase();
+
+    /// Chooses everything that the answers above leave out.
+    static void chooseAll();
+
+    /// Chooses no alias and none of the optional services.
+    static void chooseLeast();
+
+    /// Runs the sequence with Enter pressed whenever it waits for a key. Keeps how it ended, and
+    /// returns what the terminal showed at these moments.
+    std::vector<ScreenImage> apply();
+
+    CursesScreen screen;
+    WizardEnd end = WizardEnd::not_yet;
+};
+
+/// The lines inside the box on a screen, those that are not empty, without the spaces around them.
+Lines boxed_lines(const ScreenImage& image);
+
+/// The words inside the box, with a space between them.
+std::string boxed_text(const ScreenImage& image);

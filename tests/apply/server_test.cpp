@@ -1,0 +1,233 @@
+// Restarts of the server program, the login there, and what the sequences do to it.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "apply/cli_sequences.h"
+#include "apply/cli_session.h"
+#include "apply/server_process.h"
+#include "apply/server_session.h"
+#include "tests/apply/apply_rig.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/process.h"
+#include "tests/support/wait_until.h"
+#include "wizard/base/heap_text.h"
+
+namespace {
+
+class ServerLifecycle : public InstalledServerCase {
+  protected:
+    static int restart() { return server_restart_with_password(password); }
+
+    static std::string storedId() { return read_file(InstalledServer::pid_file); }
+
+    // A server is running, and a restart is about to stop it.
+    pid_t startedBefore() {
+        server.start();
+        return server.lastStarted();
+    }
+
+    // A server takes its pid file away a little before it is gone itself.
+    static void waitForEnd(pid_t process) {
+        wait_until([=] { return !process_running(process) && kill(process, 0) != 0; },
+                   "the server was gone");
+    }
+};
+
+TEST_F(ServerLifecycle, a_server_that_is_not_running_is_started_with_the_password) {
+    EXPECT_EQ(restart(), 0);
+    EXPECT_EQ(server.password(), password);
+    EXPECT_EQ(server_session.pid, server.lastStarted());
+    EXPECT_EQ(storedId(), std::to_string(server_session.pid) + "\n");
+    EXPECT_EQ(server_stop(), 0);
+    server.waitForEnd();
+    EXPECT_FALSE(exists(InstalledServer::pid_file));
+}
+
+TEST_F(ServerLifecycle, a_running_server_is_replaced_by_another_process) {
+    const pid_t before = startedBefore();
+    EXPECT_EQ(restart(), 0);
+    waitForEnd(before);
+    EXPECT_NE(server_session.pid, before);
+    EXPECT_TRUE(process_running(server_session.pid));
+    EXPECT_EQ(server.commands(), Lines{"-A Adm1n secret"});
+}
+
+TEST_F(ServerLifecycle, the_configuration_gets_cli_and_nothing_else_changes) {
+    std::string expected = read_file(InstalledServer::config);
+    const std::string list = "smtpOutgoing processing webadmin )";
+    expected.insert(expected.find(list) + list.size() - 1, " cli ");
+    const FileFacts before = file_facts(InstalledServer::config);
+    EXPECT_EQ(restart(), 0);
+    EXPECT_EQ(read_file(InstalledServer::config), expected);
+    EXPECT_EQ(file_facts(InstalledServer::config).mode, before.mode);
+    EXPECT_EQ(file_facts(InstalledServer::config).owner, before.owner);
+    EXPECT_STREQ(server_session.cli_host, "127.0.0.1");
+    EXPECT_EQ(server_session.cli_port, 9091);
+}
+
+TEST_F(ServerLifecycle, waits_while_the_pid_file_stays_for_a_while_or_for_ever) {
+    server.faults("stop 1 stays\n");
+    startedBefore();
+    waits.inSleep = [&] {
+        if (waits.sleeps.size() == 50)
+            unlink(InstalledServer::pid_file);
+    };
+    EXPECT_EQ(restart(), 0);
+    EXPECT_EQ(waits.sleeps, std::vector<int>(50, 1));
+    EXPECT_EQ(server_session.pid, server.lastStarted());
+}
+
+TEST_F(ServerLifecycle, a_stale_pid_file_of_a_crashed_server_fails) {
+    const pid_t before = startedBefore();
+    kill(before, SIGKILL);
+    waitForEnd(before);
+    EXPECT_EQ(restart(), 1);
+    EXPECT_EQ(server.commands(), Lines{});
+    EXPECT_EQ(storedId(), std::to_string(before) + "\n");
+}
+
+TEST_F(ServerLifecycle, a_pid_file_that_comes_late_is_found_by_the_login) {
+    server.faults("start 1 late 2\n");
+    EXPECT_EQ(restart(), 0);
+    EXPECT_EQ(server_session.pid, 0);
+    waits.inSleep = [&] {
+        if (waits.sleeps.size() == 2)
+            wait_until([] { return exists(InstalledServer::pid_file); }, "the pid file is there");
+    };
+    EXPECT_EQ(cli_login(), 0);
+    EXPECT_EQ(waits.sleeps, (std::vector<int>{1, 1, 2}));
+    EXPECT_EQ(server_session.pid, server.lastStarted());
+}
+
+TEST_F(ServerLifecycle, a_pid_file_that_never_comes_fails_the_login_unless_an_old_id_is_known) {
+    const pid_t before = startedBefore();
+    server.faults("start 1 missing\n");
+    EXPECT_EQ(restart(), 0);
+    EXPECT_EQ(server_session.pid, before);
+    EXPECT_EQ(cli_login(), 0);
+    waitForEnd(before);
+    EXPECT_EQ(server_stop(), 1);
+    close(server_session.socket);
+    server_session.pid = 0;
+    waits.sleeps.clear();
+    EXPECT_EQ(cli_login(), 1);
+    EXPECT_EQ(waits.sleeps, (std::vector<int>{1, 1, 1, 1}));
+}
+
+struct LoginFault {
+    const char* name;
+    const char* fault;
+    int result = 1;
+};
+
+class ServerLogin : public InstalledServerCase, public testing::WithParamInterface<LoginFault> {
+  protected:
+    int logInWith(const std::string& fault) {
+        server.faults(fault + "\n");
+        EXPECT_EQ(server_restart_with_password(password), 0);
+        return cli_login();
+    }
+};
+
+TEST_P(ServerLogin, has_this_result) {
+    EXPECT_EQ(logInWith(GetParam().fault), GetParam().result);
+}
+
+const LoginFault login_faults[] = {
+    {"greeting_late", "connect 1 late 0.2", 0}, {"greeting_byte_by_byte", "connect 1 dribble", 0},
+    {"closed_at_once", "connect 1 close"},      {"refused", "connect 1 refuse"},
+    {"password_refused", "password 1 refuse"},  {"crash_at_the_password", "password 1 crash"},
+    {"server_not_started", "start 1 refuse"}};
+
+INSTANTIATE_TEST_SUITE_P(With, ServerLogin, testing::ValuesIn(login_faults), CaseName());
+
+using ServerOwner = ServerLogin;
+
+TEST_F(ServerOwner, root_is_known_from_the_servers_own_user) {
+    EXPECT_EQ(logInWith(""), 0);
+    EXPECT_TRUE(server_session.peer_is_root);
+    EXPECT_EQ(server_stop(), 0);
+    server.waitForEnd();
+    if (chown("/run/scratch", 12, 12) != 0)
+        GTEST_SKIP() << "a user namespace without other ids";
+    server.runAsItsUser();
+    EXPECT_EQ(logInWith(""), 0);
+    EXPECT_FALSE(server_session.peer_is_root);
+}
+
+class CliServer : public InstalledServerCase {
+  protected:
+    void SetUp() override { logIn(); }
+};
+
+TEST_F(CliServer, a_domain_that_exists_is_refused_and_one_that_is_new_becomes_the_primary_one) {
+    EXPECT_EQ(cli_create_domain("example.com", "/var/domains/", "P0st master"), 0);
+    EXPECT_EQ(server.saved("domain "), Lines{"domain example.com /var/domains/ P0st master"});
+    EXPECT_EQ(server.saved("primarydomain"), Lines{"primarydomain example.com"});
+    EXPECT_EQ(cli_create_domain("example.com", "/var/domains/", "P0st master"), 1);
+}
+
+TEST_F(CliServer, a_listener_address_in_use_is_refused_and_webadmin_repaired_at_the_next_attempt) {
+    EXPECT_EQ(cli_config_webadmin("127.0.0.1", 25), 1);
+    EXPECT_EQ(received().back(), "add listener address 127.0.0.1:25");
+    EXPECT_EQ(cli_config_webadmin("127.0.0.1", 9001), 0);
+    EXPECT_EQ(server.saved("listener webadmin"), Lines{"listener webadmin 127.0.0.1:9001"});
+}
+
+TEST_F(CliServer, all_listeners_of_a_service_are_replaced_and_it_is_enabled) {
+    for (const char* command :
+         {"config server", "config webadmin", "add listener address 127.0.0.2:9000",
+          "add listener address 127.0.0.3:9000", "commit", "commit"})
+        ASSERT_EQ(cli_command(command), 0);
+    EXPECT_EQ(cli_config_webadmin("0.0.0.0", 9000), 0);
+    EXPECT_EQ(server.saved("listener webadmin"), Lines{"listener webadmin 0.0.0.0:9000"});
+    EXPECT_EQ(server.saved("enable webadmin"), Lines{"enable webadmin yes"});
+    EXPECT_EQ(cli_config_listener("10.20.0.5", 2525, "smtp-incoming"), 0);
+    EXPECT_EQ(cli_config_listener("10.20.0.5", 8080, "webmail"), 0);
+    EXPECT_EQ(server.saved("certfile smtp-incoming").size(), 1u);
+    EXPECT_EQ(server.saved("certfile webmail").size(), 0u);
+    EXPECT_EQ(server.saved("enable webmail"), Lines{"enable webmail yes"});
+}
+
+TEST_F(CliServer, all_three_aliases) {
+    ASSERT_EQ(cli_create_domain("example.com", "/var/domains/", "secret"), 0);
+    ASSERT_EQ(cli_command("back"), 0);
+    EXPECT_EQ(cli_update_domain_aliases(1, 1, 1, "example.com"), 0);
+    ASSERT_EQ(cli_command("save config"), 0);
+    EXPECT_EQ(server.saved("domainalias"), (Lines{"domainalias example.com localhost.localdomain",
+                                                  "domainalias example.com localhost"}));
+    EXPECT_EQ(server.saved("accountalias"), Lines{"accountalias example.com postmaster root"});
+}
+
+struct Fault {
+    const char* name;
+    const char* action;
+    int result;
+};
+
+class CliServerFault : public CliServer, public testing::WithParamInterface<Fault> {};
+
+TEST_P(CliServerFault, at_a_command_gives_this_result) {
+    server.faults("=\"config server\" * " + std::string(GetParam().action) + "\n");
+    EXPECT_EQ(cli_command("config server"), GetParam().result);
+}
+
+const Fault faults[] = {
+    {"connection_closed", "close", 1},
+    {"server_crashed", "crash", 1},
+    {"answered_late", "late 0.2", 0},
+    {"answered_byte_by_byte", "dribble", 0},
+    {"a_line_of_256_bytes_before_the_answer", "overlong 256", 1},
+    {"garbage_without_a_line_end", "garbage", 1},
+    {"garbage_and_a_prompt", "garbage-prompt", 1},
+};
+
+INSTANTIATE_TEST_SUITE_P(Faults, CliServerFault, testing::ValuesIn(faults), CaseName());
+
+}  // namespace
