@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tests/support/installed_server.h"
+
+/// What the wizard has to say to the server, for the listeners of the server's sample
+/// configuration.
+
+/// The answers as far as the server is told of them. As it stands: those of a user who keeps every
+/// default. A listener is "ADDRESS:PORT"; those of services that are not enabled are empty.
+struct WireAnswers {
+    std::string password = "Adm1n secret";
+    std::string domain = "example.com";
+    std::string location = "/var/opt/teluma/domains/example.com/";
+    std::string postmaster_password = "P0stmaster";
+    bool root_alias = true;
+    bool localhost_alias = true;
+    bool localdomain_alias = true;
+    std::string webadmin = "0.0.0.0:9000";
+    std::string smtp = "0.0.0.0:25";
+    std::string pop3 = "0.0.0.0:110";
+    std::string imap = "0.0.0.0:143";
+    std::string webmail = "0.0.0.0:80";
+    bool relay = true;  // any network may relay
+};
+
+/// The server refuses this command when it comes for the `count`th time.
+struct Refusal {
+    std::string command;
+    int count = 1;
+};
+
+/// The commands of a wizard that applies the answers, then goes back and tries again as often as it
+/// takes: those of each run, "-A PASSWORD" first. A command that is refused ends its run.
+std::vector<Lines> expected_wire(const WireAnswers& answers, const std::vector<Refusal>& plan = {});
+
+/// All of them one after another.
+Lines joined(const std::vector<Lines>& runs);
