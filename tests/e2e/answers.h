@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/expected_wire.h"
+
 /// What a test answers on the screen of a listener.
 struct ListenerAnswer {
     int row = 0;            // of the list of interfaces; 0 is "all"
@@ -27,3 +29,6 @@ struct Answers {
     std::vector<bool> relay = {};  // further networks stay as they are
     bool sendmail = true;
 };
+
+/// What the server is told of them on the sandbox's usual host: "all", lo, eth0 and eth1.
+WireAnswers wire_answers(const Answers& answers);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/apply_test.h"
-#include "tests/e2e/apply_wire.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 
@@ -11,29 +10,25 @@ namespace {
 
 struct PasswordCase {
     const char* name;
-    const char* text;
+    std::string text;
+    size_t administrator = std::string::npos;  // how much of it is taken
+    size_t postmaster = std::string::npos;
 };
 
-class ApplyPassword : public ApplyTest, public testing::WithParamInterface<PasswordCase> {
-  protected:
-    ApplyPassword() { askForLittle(); }
-};
+class ApplyPassword : public ApplyTest, public testing::WithParamInterface<PasswordCase> {};
 
-TEST_P(ApplyPassword, of_the_administrator_is_set_and_logged_in_with_as_typed) {
-    answers.password = GetParam().text;
+TEST_P(ApplyPassword, of_the_administrator_and_the_postmaster_are_set_as_typed) {
+    const PasswordCase& typed = GetParam();
+    askForLittle();
+    answers.password = answers.postmaster_password = typed.text;
     runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
-    EXPECT_EQ(read_file("/var/opt/teluma/run/teluma.password"), GetParam().text);
-    EXPECT_FALSE(exists("/run/scratch/run"));
-}
-
-TEST_P(ApplyPassword, of_the_postmaster_is_sent_as_typed) {
-    answers.postmaster_password = GetParam().text;
-    runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
+    answers.password = typed.text.substr(0, typed.administrator);
+    answers.postmaster_password = typed.text.substr(0, typed.postmaster);
+    EXPECT_EQ(server.commands(), wire());
+    EXPECT_EQ(server.password(), answers.password);
     EXPECT_EQ(records(server.stateAfterRestart(answers.password), "domain localdomain"),
-              std::vector<std::string>{"/var/opt/teluma/domains/localdomain/ " +
-                                       std::string(GetParam().text)});
+              Lines{"/var/opt/teluma/domains/localdomain/ " + answers.postmaster_password});
+    EXPECT_FALSE(exists("/run/scratch/run"));
 }
 
 const PasswordCase password_cases[] = {
@@ -47,40 +42,13 @@ const PasswordCase password_cases[] = {
     {"backticks", "`touch run` ``"},
     {"command_substitution", "$(touch run)"},
     {"backslashes", "\\a\\\\b\\\"\\$\\`\\n\\"},
-    {"blanks", "a  b   c"},
+    {"spaces", "a  b   c"},
     {"shell_operators", ";touch run;&&|| >run <run #!*?[a]{b,c}~"},
     {"percent_signs", "%s%d%n%%"},
-    {"a_quoted_form_of_twice_the_length",
-     "\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`\\\"$`x"},
+    {"a_quoted_form_of_twice_the_length", std::string(49, '"')},
+    {"more_characters_than_fit", "12345678901234567890123456789012345678901234567890x", 50, 49},
 };
 
 INSTANTIATE_TEST_SUITE_P(With, ApplyPassword, testing::ValuesIn(password_cases), CaseName());
-
-class ApplyPasswordLength : public ApplyTest {
-  protected:
-    ApplyPasswordLength() { askForLittle(); }
-
-    const std::string fifty = "12345678901234567890123456789012345678901234567890";
-};
-
-TEST_F(ApplyPasswordLength, of_the_administrator_is_at_most_50) {
-    answers.password = fifty + "x";
-    runThrough();
-    answers.password = fifty;
-    EXPECT_EQ(server.commands(), run_commands(answers));
-}
-
-TEST_F(ApplyPasswordLength, of_the_administrator_fits_the_command_with_fifty_characters_to_quote) {
-    answers.password = std::string(50, '"');
-    runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
-}
-
-TEST_F(ApplyPasswordLength, of_the_postmaster_is_at_most_49) {
-    answers.postmaster_password = fifty;
-    runThrough();
-    answers.postmaster_password.pop_back();
-    EXPECT_EQ(server.commands(), run_commands(answers));
-}
 
 }  // namespace

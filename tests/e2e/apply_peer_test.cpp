@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include "tests/e2e/apply_test.h"
-#include "tests/e2e/apply_wire.h"
 #include "tests/e2e/frame.h"
 #include "tests/e2e/other_users_server.h"
 #include "tests/support/files.h"
@@ -21,8 +20,7 @@ class ApplyPeer : public ApplyTest {
     }
 
     void expectNothingSentTo(OtherUsersServer& other) {
-        wizard.waitForText("Error!");
-        wizard.waitForKey();
+        wizard.waitForDialog("Error!");
         EXPECT_EQ(words_in_frame(wizard.image()).find("Error! Could not login to Teluma"), 0u);
         EXPECT_EQ(other.received(), "");
         wizard.press(Key::enter);
@@ -66,7 +64,7 @@ TEST_P(ApplyOtherUser, who_takes_the_port_between_stop_and_start_is_sent_nothing
 TEST_F(ApplyPeer, that_is_the_servers_own_user_is_spoken_to) {
     server.runAsItsUser();
     runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
+    EXPECT_EQ(server.commands(), wire());
 }
 
 }  // namespace

@@ -3,54 +3,54 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/apply_test.h"
-#include "tests/e2e/apply_wire.h"
+#include "tests/support/case_name.h"
 #include "tests/support/golden.h"
 
 namespace {
 
-class ApplyReply : public ApplyTest {
-  protected:
-    ApplyReply() { askForLittle(); }
+struct ReplyCase {
+    const char* name;
+    const char* rules;  // for the server's faults
 };
 
-TEST_F(ApplyReply, may_come_byte_by_byte) {
-    server.faults("connect * dribble\npassword * dribble\n\"\" * dribble\n");
+class OddReply : public ApplyTest, public testing::WithParamInterface<ReplyCase> {
+  protected:
+    OddReply() {
+        askForLittle();
+        server.faults(GetParam().rules);
+    }
+};
+
+using ApplyOddReply = OddReply;
+
+TEST_P(ApplyOddReply, is_as_good_as_any) {
     runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
+    EXPECT_EQ(server.commands(), wire());
 }
 
-TEST_F(ApplyReply, may_come_late) {
-    server.faults("connect * late 0.2\npassword * late 0.2\n\"\" * late 0.02\n");
-    runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
-}
+const ReplyCase good_replies[] = {
+    {"byte_by_byte", "connect * dribble\npassword * dribble\n\"\" * dribble\n"},
+    {"late", "connect * late 0.2\npassword * late 0.2\n\"\" * late 0.02\n"},
+    {"with_a_line_of_255_characters_in_front", "\"\" * overlong 255\n"},
+};
 
-TEST_F(ApplyReply, may_have_a_line_of_255_characters_in_front) {
-    server.faults("\"\" * overlong 255\n");
-    runThrough();
-    EXPECT_EQ(server.commands(), run_commands(answers));
-}
+INSTANTIATE_TEST_SUITE_P(Coming, ApplyOddReply, testing::ValuesIn(good_replies), CaseName());
 
-TEST_F(ApplyReply, with_a_line_of_256_characters_is_a_failure) {
-    server.faults("\"create domain\" 1 overlong 256\n");
+using ApplyReply = OddReply;
+
+TEST_P(ApplyReply, fails_the_step_and_never_reaches_the_screen) {
+    answers.domain = "example.com";
     wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    EXPECT_SCREEN(wizard, "golden/apply/domain_failed");
-}
-
-TEST_F(ApplyReply, of_garbage_is_a_failure_and_never_reaches_the_screen) {
-    server.faults("\"create domain\" 1 garbage-prompt 200\n");
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    EXPECT_SCREEN(wizard, "golden/apply/domain_failed");
-}
-
-TEST_F(ApplyReply, of_refusal_never_reaches_the_screen) {
-    server.faults("\"create domain\" 1 refuse\n");
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    wizard.waitForKey();
+    EXPECT_SCREEN(wizard, "../apply/golden/domain_error");
     EXPECT_EQ(wizard.output().find("-ERR"), std::string::npos);
 }
+
+const ReplyCase bad_replies[] = {
+    {"of_refusal", "\"create domain\" 1 refuse\n"},
+    {"of_garbage", "\"create domain\" 1 garbage-prompt 200\n"},
+    {"with_a_line_of_256_characters", "\"create domain\" 1 overlong 256\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Bad, ApplyReply, testing::ValuesIn(bad_replies), CaseName());
 
 }  // namespace

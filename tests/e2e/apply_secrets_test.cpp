@@ -52,8 +52,7 @@ TEST_F(ApplySecrets, are_in_the_fields_of_their_screens_alone_when_they_have_bee
     answers.password = "A\"m1n secret that stands alone";
     answers.postmaster_password = "P0stmaster's, which does too";
     wizard.walkToTheEnd(answers);
-    wizard.waitForText(" OK ");
-    wizard.waitForKey();
+    wizard.waitForDialog(" OK ");
     EXPECT_EQ(copiesOf(answers.password), 2);
     EXPECT_EQ(copiesOf(answers.postmaster_password), 1);
     EXPECT_EQ(copiesOf("A\\\"m1n secret"), 0);

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int cli_port = 9091;
+constexpr int endless = 1000000;
 constexpr const char* stuck_file = "/run/scratch/stuck";
 constexpr const char* answer_password = "case $1 in -A) exit; esac\n";
 constexpr const char* stick =
@@ -63,6 +64,8 @@ bool somebody_connects() {
 
 ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
     server.faults(facts_of(kind).fault);
+    if (kind == ApplyWait::new_pid_file || kind == ApplyWait::before_connecting)
+        WizardRun::setSleep(endless);
     if (kind == ApplyWait::old_pid_file || kind == ApplyWait::connection)
         decoy.emplace();
     if (kind == ApplyWait::connection)

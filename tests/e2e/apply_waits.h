@@ -13,18 +13,18 @@
 
 /// What the wizard can be waiting for while it applies the answers.
 enum class ApplyWait {
-    old_pid_file,      // a server that does not end, for ever
-    password_command,  // the server's executable, for ever
-    start_command,     // the same
-    new_pid_file,      // the pid file of a server that runs
-    before_connecting,
-    connection,     // a host that does not answer
-    silent_server,  // an answer
-    account,        // the look-up of the server's account, for ever
-    system_log,     // a system log that takes no more, for ever
-    step_error,     // "OK" in the dialog that tells of a failed step
-    login_error,    // the same of a failed login
-    final_ok,       // "OK" when all is done
+    old_pid_file,       // a server that does not end, for ever
+    password_command,   // the server's executable, for ever
+    start_command,      // the same
+    new_pid_file,       // the pid file of a server that runs; in a sleep, for ever
+    before_connecting,  // the same, until the server has come up
+    connection,         // a host that does not answer
+    silent_server,      // an answer
+    account,            // the look-up of the server's account, for ever
+    system_log,         // a system log that takes no more, for ever
+    step_error,         // "OK" in the dialog that tells of a failed step
+    login_error,        // the same of a failed login
+    final_ok,           // "OK" when all is done
 };
 
 /// Prepares a sandbox's server so that wizards come to wait for something, and brings them there.

@@ -32,34 +32,27 @@ void DialogStage::open(WizardRun& wizard, const Caller& caller) {
     if (kind == Dialog::message) {
         wizard.waitForScreen(Stop::password, caller);
         wizard.type("not repeated");
+        wizard.pressNext(Stop::password, caller);
     } else {
         wizard.walk(Stop::password, Stop::webadmin);
-    }
-    openAgain(wizard, caller);
-}
-
-void DialogStage::openAgain(WizardRun& wizard, const Caller& caller) {
-    if (kind == Dialog::message)
-        wizard.pressNext(Stop::password, caller);
-    else
         wizard.answerListener(Stop::webadmin, {kind == Dialog::question ? loopback_row : 0});
-    wizard.waitForText(facts_of(kind).title, caller);
-    wizard.waitForKey(caller);
+    }
+    wizard.waitForDialog(facts_of(kind).title, caller);
 }
 
 int DialogStage::buttons() const {
     return facts_of(kind).buttons;
 }
 
-void DialogStage::goBack(WizardRun& wizard) {
+void DialogStage::leave(WizardRun& wizard) {
+    if (kind == Dialog::pending) {
+        silent->free();
+        return wizard.waitForScreen(Stop::smtp);
+    }
     if (kind == Dialog::retry_back)
         wizard.press(Key::tab);
     wizard.press(Key::enter);
     wizard.waitForScreen(kind == Dialog::message ? Stop::password : Stop::webadmin);
-}
-
-void DialogStage::freePort() {
-    silent->free();
 }
 
 std::string dialog_name(const testing::TestParamInfo<Dialog>& info) {

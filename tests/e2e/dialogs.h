@@ -25,17 +25,13 @@ class DialogStage {
     /// From the wizard's start to the dialog.
     void open(WizardRun& wizard, const Caller& caller = Caller::here());
 
-    /// The same from the screen below.
-    void openAgain(WizardRun& wizard, const Caller& caller = Caller::here());
-
     /// How many buttons TAB goes round.
     int buttons() const;
 
-    /// Presses what leads back to the screen below (the first one, or that of WebAdmin). A pending
-    /// box is ended by freePort() instead, and leads on to the screen of SMTP.
-    void goBack(WizardRun& wizard);
-
-    void freePort();
+    /// Leaves the dialog, which has the focus where it was at first: back to the screen below (the
+    /// first one, or that of WebAdmin); from a pending box, which ends for every wizard, on to the
+    /// screen of SMTP.
+    void leave(WizardRun& wizard);
 
   private:
     Dialog kind;

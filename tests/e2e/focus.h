@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "tests/e2e/stops.h"
 #include "tests/support/screen_image.h"
+#include "tests/support/screen_table.h"
 
 /// The caption of the button that looks as if it had the focus, on a screen or in a dialog; empty
 /// if none does.

@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/e2e/stops.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
 #include "tests/support/key.h"
 #include "tests/support/process.h"
+#include "tests/support/screen_table.h"
 #include "tests/support/terminal_program.h"
 
 namespace {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include "tests/e2e/focus.h"
@@ -19,28 +20,33 @@ constexpr int domain_length = 50;
 constexpr int location_length = 252;
 constexpr int port_length = 5;
 
+constexpr const char* sleep_variable = "TELUMA_SLEEP_MS";
+
+// With sleeps that take next to no time, or as long as the test wants.
+EnvironmentChanges with_sleeps(EnvironmentChanges environment) {
+    environment.insert({"LD_PRELOAD", SLEEP_LENGTH});
+    if (std::getenv(sleep_variable) == nullptr)
+        environment.insert({sleep_variable, "5"});
+    return environment;
+}
+
+// Whether the screen is not one of a listener whose service was not chosen.
 bool is_visited(Stop stop, const Answers& answers) {
-    switch (stop) {
-        case Stop::pop3:
-            return answers.services[0];
-        case Stop::imap:
-            return answers.services[1];
-        case Stop::webmail:
-            return answers.services[2];
-        default:
-            return true;
-    }
+    const int service = stop < Stop::pop3 ? -1 : place_of(stop) - place_of(Stop::pop3);
+    return service < 0 || service > 2 || answers.services[static_cast<size_t>(service)];
 }
 
 }  // namespace
 
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
-    : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
+    : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale, with_sleeps({})}) {}
 
-WizardRun::WizardRun(const std::string& program) : TerminalProgram({{program}}) {}
+WizardRun::WizardRun(const std::string& program)
+    : TerminalProgram({{program}, 24, 80, "xterm-256color", "C.UTF-8", with_sleeps({})}) {}
 
 WizardRun::WizardRun(const EnvironmentChanges& environment)
-    : TerminalProgram({{WIZARD_PROGRAM}, 24, 80, "xterm-256color", "C.UTF-8", environment}) {}
+    : TerminalProgram(
+          {{WIZARD_PROGRAM}, 24, 80, "xterm-256color", "C.UTF-8", with_sleeps(environment)}) {}
 
 WizardRun::WizardRun(std::vector<std::string> command) : TerminalProgram({std::move(command)}) {}
 
@@ -52,6 +58,10 @@ WizardRun::~WizardRun() {
         return;
     signal(SIGKILL);
     std::filesystem::remove_all(directory, ignored);
+}
+
+void WizardRun::setSleep(int milliseconds) {
+    setenv(sleep_variable, std::to_string(milliseconds).c_str(), 1);
 }
 
 void WizardRun::waitForKey(const Caller& caller) {
@@ -66,6 +76,11 @@ void WizardRun::waitForKey(const Caller& caller) {
 
 void WizardRun::waitForScreen(Stop stop, const Caller& caller) {
     waitForText(title_of(stop), caller);
+    waitForKey(caller);
+}
+
+void WizardRun::waitForDialog(const std::string& text, const Caller& caller) {
+    waitForText(text, caller);
     waitForKey(caller);
 }
 
@@ -132,22 +147,22 @@ void WizardRun::answer(Stop stop, const Answers& answers) {
             return answerDomain(answers);
         case Stop::aliases:
             return answerBoxes(stop, answers.aliases);
+        case Stop::services:
+            return answerBoxes(stop, answers.services);
+        case Stop::relay:
+            return answerBoxes(stop, answers.relay);
+        case Stop::sendmail:
+            return answerSendmail(answers.sendmail);
         case Stop::webadmin:
             return answerListener(stop, answers.webadmin);
         case Stop::smtp:
             return answerListener(stop, answers.smtp);
-        case Stop::services:
-            return answerBoxes(stop, answers.services);
         case Stop::pop3:
             return answerListener(stop, answers.pop3);
         case Stop::imap:
             return answerListener(stop, answers.imap);
         case Stop::webmail:
             return answerListener(stop, answers.webmail);
-        case Stop::relay:
-            return answerBoxes(stop, answers.relay);
-        case Stop::sendmail:
-            return answerSendmail(answers.sendmail);
     }
 }
 

@@ -4,11 +4,12 @@
 #include <vector>
 
 #include "tests/e2e/answers.h"
-#include "tests/e2e/stops.h"
 #include "tests/support/environment.h"
+#include "tests/support/screen_table.h"
 #include "tests/support/terminal_program.h"
 
-/// A run of the wizard in a terminal, and a user who knows every screen.
+/// A run of the wizard in a terminal, and a user who knows every screen. The wizard's sleeps take
+/// next to no time: see tests/support/sleep_length.cpp.
 ///
 /// Each of the functions that answers a screen waits for that screen and brings it to the answers,
 /// whatever it shows and wherever its focus is, so that it serves for later visits too. It leaves
@@ -25,13 +26,17 @@ class WizardRun : public TerminalProgram {
     /// On a terminal of the usual kind, with these changes of the environment.
     explicit WizardRun(const EnvironmentChanges& environment);
 
-    /// Started by another command, as env(1), which becomes the wizard.
+    /// Started by another command, as env(1), which becomes the wizard. This one's sleeps take
+    /// their time.
     explicit WizardRun(std::vector<std::string> command);
 
     /// Removes the private directory of a wizard that has to be killed: it stands on the host.
     ~WizardRun();
     WizardRun(const WizardRun&) = delete;
     WizardRun& operator=(const WizardRun&) = delete;
+
+    /// How long each sleep of the wizards takes that are started from now on.
+    static void setSleep(int milliseconds);
 
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.
@@ -40,8 +45,10 @@ class WizardRun : public TerminalProgram {
     /// Waits until the screen is shown whole.
     void waitForScreen(Stop stop, const Caller& caller = Caller::here());
 
-    /// Waits for an "Error!" box with `text` in it (as it is broken into lines, so name a piece of
-    /// one line) and presses its "OK".
+    /// Waits for a dialog with `text` in it (as it is broken into lines, so name a piece of one).
+    void waitForDialog(const std::string& text, const Caller& caller = Caller::here());
+
+    /// Waits for an "Error!" box with `text` in it and presses its "OK".
     void dismissError(const std::string& text, const Caller& caller = Caller::here());
 
     void answerPassword(const std::string& password);

@@ -17,7 +17,7 @@ INSTANTIATE_TEST_SUITE_P(Terminals, Frames, testing::ValuesIn(every_surroundings
                          surroundings_name);
 
 TEST_P(Frames, are_drawn_with_lines_not_with_letters) {
-    EXPECT_SCREEN(wizard, GetParam().hasColours() ? "../e2e/golden/default_walk/password"
+    EXPECT_SCREEN(wizard, GetParam().hasColours() ? "../screens/golden/password_on_password"
                                                   : "golden/without_colours/password");
 }
 

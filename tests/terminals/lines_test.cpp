@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/stops.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
+#include "tests/support/screen_table.h"
 #include "tests/support/terminal_program.h"
 
 namespace {
@@ -49,23 +49,23 @@ TEST(LineOf150MillisecondsEachWay, draws_the_screen_for_the_size_that_the_termin
     TerminalProgram wizard(wizard_over_line("150", "0"));
     wizard.waitForText(title_of(Stop::password));
     wizard.resize(20, 72);
-    EXPECT_SCREEN(wizard, "../e2e/golden/small_terminal/password");
+    EXPECT_SCREEN(wizard, "../screens/golden/password_at_20x72");
 }
 
 TEST(SerialLineOf9600Baud, shows_screens_whole_and_loses_no_key) {
     TerminalProgram wizard(wizard_over_line("0", "9600"));
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/password");
+    EXPECT_SCREEN(wizard, "../screens/golden/password_on_password");
     wizard.type("secret\tsecret\t\r");
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/domain");
-    wizard.type("\t\tsecret\t\r");
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/aliases");
+    EXPECT_SCREEN(wizard, "../screens/golden/domain_on_domain");
+    wizard.type(times(11, "\x7f") + "example.com\t\tsecret\t\r");
+    EXPECT_SCREEN(wizard, "../screens/golden/aliases_on_list");
 }
 
 TEST(RecordedSession, looks_and_ends_as_one_that_is_not) {
     // Shells that stay beside the program would have an end of their own by Ctrl-C.
     TerminalProgram wizard(
         {{"script", "--quiet", "--return", "--command", "exec " WIZARD_PROGRAM, "log"}});
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/password");
+    EXPECT_SCREEN(wizard, "../screens/golden/password_on_password");
     wizard.press(Key::ctrl_c);
     EXPECT_EQ(wizard.waitExit(), exited(1));
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
@@ -92,11 +92,11 @@ class Multiplexer : public testing::Test {
 
 TEST_F(Multiplexer, shows_the_wizard_and_takes_its_keys_and_sizes) {
     TerminalProgram wizard(tmux({"new-session", WIZARD_PROGRAM}));
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/password");
+    EXPECT_SCREEN(wizard, "../screens/golden/password_on_password");
     wizard.type("secret\tsecret\t\r");
     wizard.waitForText(title_of(Stop::domain));
     wizard.resize(20, 72);
-    EXPECT_SCREEN(wizard, "../e2e/golden/small_terminal/domain");
+    EXPECT_SCREEN(wizard, "../screens/golden/domain_at_20x72");
     wizard.press(Key::ctrl_c);
     wizard.waitExit();
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
@@ -113,7 +113,7 @@ TEST_F(Multiplexer, keeps_the_wizard_when_the_terminal_is_gone) {
         lost.waitExit();
     }
     TerminalProgram wizard(tmux({"attach-session"}));
-    EXPECT_SCREEN(wizard, "../e2e/golden/default_walk/domain");
+    EXPECT_SCREEN(wizard, "../screens/golden/domain_on_domain");
 }
 
 }  // namespace

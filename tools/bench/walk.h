@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "tests/e2e/stops.h"
+#include "tests/support/screen_table.h"
 
 class MeasuredProgram;
 

@@ -1,14 +1,24 @@
 #include "tools/player/scenes.h"
 
+#include "tests/support/screen_table.h"
 #include "tools/player/other_programs.h"
 
 namespace {
 
-const std::vector<Stroke> to_ok = {Key::tab, Key::tab};
+// A screen that is filled in by `answers` and left by Enter.
+Scene screen(Stop stop, const std::string& name, const std::vector<Stroke>& answers) {
+    return {name, facts_of(stop).name, title_of(stop), answers, {Key::enter}};
+}
 
-Scene listener(const std::string& service, const std::string& picture,
-               const std::vector<Stroke>& answers, const std::vector<Stroke>& leaves) {
-    return {service + " listener", picture, "Select " + service + " Interface", answers, leaves};
+Scene listener(Stop stop, const std::string& service) {
+    return screen(stop, service + " listener", {Key::tab, Key::tab});
+}
+
+// One that has been seen before.
+Scene again(Scene scene, const std::vector<Stroke>& answers) {
+    scene.picture.clear();
+    scene.answers = answers;
+    return scene;
 }
 
 template <class Element>
@@ -18,73 +28,55 @@ void append(std::vector<Element>& list, const std::vector<Element>& more) {
 
 // A password that is mistyped first.
 std::vector<Scene> password_scenes() {
-    const std::string title = "Please enter admin's password";
-    return {
-        {"Administrator password",
-         "password",
-         title,
-         {"S3cret!", Key::tab, "S3cret", Key::tab},
-         {Key::enter}},
-        {"Passwords that differ", "error", "Error!", {}, {Key::enter}},
-        {"Administrator password, again", "", title, {Key::tab, "!", Key::tab}, {Key::enter}},
-    };
+    const Scene first =
+        screen(Stop::password, "Administrator password", {"S3cret!", Key::tab, "S3cret", Key::tab});
+    Scene second = again(first, {Key::tab, "!", Key::tab});
+    second.name += ", again";
+    return {first, {"Passwords that differ", "error", "Error!", {}, {Key::enter}}, second};
 }
 
 std::vector<Scene> domain_scenes() {
     std::vector<Stroke> domain(11, Key::backspace);
     append(domain, {"example.com", Key::tab, Key::tab, "postmaster's", Key::tab});
-    return {
-        {"Domain", "domain", "Domain configuration", domain, {Key::enter}},
-        {"Aliases",
-         "aliases",
-         "Alias Configuration",
-         {Key::down, Key::down, Key::tab},
-         {Key::enter}},
-    };
+    return {screen(Stop::domain, "Domain", domain),
+            screen(Stop::aliases, "Aliases", {Key::down, Key::down, Key::tab})};
 }
 
 // A port that another program has, and then the one that stood there at first.
 std::vector<Scene> webadmin_scenes() {
-    std::vector<Stroke> take_other_port = {Key::tab, Key::tab, Key::tab};
     std::vector<Stroke> return_to_first(4, Key::backspace);
-    append(take_other_port, return_to_first);
-    append(take_other_port, {std::to_string(port_in_use), Key::tab, Key::enter});
+    Scene taken = listener(Stop::webadmin, "WebAdmin");
+    taken.leaves = {Key::tab, Key::tab, Key::tab};
+    append(taken.leaves, return_to_first);
+    append(taken.leaves, {std::to_string(port_in_use), Key::tab, Key::enter});
     append(return_to_first, {"9000", Key::tab});
-    return {
-        listener("WebAdmin", "webadmin", to_ok, take_other_port),
-        {"A port that is taken", "port_in_use", "Warning!", {Key::tab}, {Key::enter}},
-        listener("WebAdmin", "", return_to_first, {Key::enter}),
-    };
+    return {taken,
+            {"A port that is taken", "port_in_use", "Warning!", {Key::tab}, {Key::enter}},
+            again(listener(Stop::webadmin, "WebAdmin"), return_to_first)};
 }
 
 std::vector<Scene> service_scenes() {
+    Scene loopback = listener(Stop::imap, "IMAP");
+    loopback.answers.insert(loopback.answers.begin(), Key::down);
     return {
-        listener("SMTP", "smtp", to_ok, {Key::enter}),
-        {"Services",
-         "services",
-         "Services Selection",
-         {Key::down, Key::down, Key::tab},
-         {Key::enter}},
-        listener("POP3", "pop3", to_ok, {Key::enter}),
+        listener(Stop::smtp, "SMTP"),
+        screen(Stop::services, "Services", {Key::down, Key::down, Key::tab}),
+        listener(Stop::pop3, "POP3"),
         {"A port that is being checked",
          "port_check",
          "Operation pending!",
          {},
          {EndOfBusyProgram{}}},
-        listener("IMAP", "imap", {Key::down, Key::tab, Key::tab}, {Key::enter}),
+        loopback,
         {"Loopback question", "loopback", "WARNING!", {Key::tab}, {Key::enter}},
-        listener("WebMail", "webmail", to_ok, {Key::enter}),
+        listener(Stop::webmail, "WebMail"),
     };
 }
 
 std::vector<Scene> last_scenes() {
     return {
-        {"Relay networks",
-         "relay",
-         "Relay Configuration",
-         {Key::down, Key::space, Key::tab},
-         {Key::enter}},
-        {"Sendmail wrapper", "sendmail", "Sendmail Wrapper Configuration", {}, {Key::enter}},
+        screen(Stop::relay, "Relay networks", {Key::down, Key::space, Key::tab}),
+        screen(Stop::sendmail, "Sendmail wrapper", {}),
         {"Applying the answers", "apply", " OK ", {}, {Key::enter}},
     };
 }
