@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "tests/support/files.h"
-#include "tests/support/temp_dir.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "tests/apply/installed_server_case.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
+#include "tests/support/server_account.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {

@@ -16,7 +16,6 @@
 #include "tests/apply/sendmail_case.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
 #include "tests/support/server_account.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
-#include "tests/support/silent_port.h"
+#include "tests/support/local_port.h"
 #include "tests/support/wait_until.h"
 
 namespace {

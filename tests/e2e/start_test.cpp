@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "tests/e2e/stops.h"
+#include "tests/support/emulator.h"
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
-#include "tests/support/key.h"
 #include "tests/support/process.h"
 #include "tests/support/terminal_program.h"
 

@@ -5,7 +5,7 @@
 
 #include "tests/e2e/answers.h"
 #include "tests/e2e/stops.h"
-#include "tests/support/environment.h"
+#include "tests/support/process.h"
 #include "tests/support/terminal_program.h"
 
 /// A run of the wizard in a terminal, and a user who knows every screen.

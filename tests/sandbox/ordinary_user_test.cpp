@@ -7,7 +7,7 @@
 
 #include "tests/sandbox/host_listing.h"
 #include "tests/sandbox/sandbox.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <future>
 
 #include "tests/sandbox/sandbox.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "standin/run_paths.h"
 #include "tests/support/process.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 
 /// The real server program in a directory of its own, at a port of its own. Daemons that are left
 /// over at the end of a test are killed.

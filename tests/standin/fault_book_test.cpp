@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/files.h"
-#include "tests/support/temp_dir.h"
 
 namespace standin {
 namespace {

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include "tests/support/files.h"
-#include "tests/support/temp_dir.h"
 
 namespace standin {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "standin/session.h"
 #include "standin/store.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 
 /// A store in a directory of its own, with the listeners and services of a fresh server and the
 /// domain "example.com", and a session in which the administrator has logged in.

@@ -5,9 +5,8 @@
 
 #include <utility>
 
-#include "tests/support/caller.h"
-#include "tests/support/deadline.h"
 #include "tests/support/local_port.h"
+#include "tests/support/wait_until.h"
 
 CliClient::CliClient(int port) : socket(connection_to(port)) {}
 

@@ -11,7 +11,7 @@
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "tests/support/side_by_side.h"
+#include "tests/support/screen_text.h"
 #include "tests/support/wait_until.h"
 
 namespace {

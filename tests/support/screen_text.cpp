@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 #include <tuple>
 
 namespace {
@@ -18,6 +19,7 @@ bool operator<(const Look& left, const Look& right) {
            std::tie(right.foreground, right.background, right.bold, right.blank);
 }
 
+/// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
     if (cell.text == " ")
         return {default_colour, cell.background, false, true};
@@ -96,6 +98,15 @@ std::vector<std::string> colour_rows(const ScreenImage& image, ColourLetters& le
     return rows;
 }
 
+size_t columns_of(const std::string& line) {
+    const auto is_character = [](char byte) { return (byte & 0xc0) != 0x80; };
+    return static_cast<size_t>(std::count_if(line.begin(), line.end(), is_character));
+}
+
+std::string padded(const std::string& line, size_t columns) {
+    return line + std::string(columns - std::min(columns, columns_of(line)), ' ');
+}
+
 std::string closed_rows(const std::vector<std::string>& rows) {
     std::string text;
     for (const std::string& row : rows)
@@ -130,4 +141,31 @@ std::string to_text(const ScreenImage& image) {
     const std::string colours = closed_rows(colour_rows(image, letters));
     return closed_rows(picture_rows(image)) + "colours\n" + colours + cursor_line(image.cursor()) +
            letters.legend();
+}
+
+std::vector<std::string> split_lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string side_by_side(const std::string& expected, const std::string& drawn) {
+    std::vector<std::string> left = split_lines(expected);
+    std::vector<std::string> right = split_lines(drawn);
+    const size_t lines = std::max(left.size(), right.size());
+    left.resize(lines);
+    right.resize(lines);
+
+    size_t columns = 8;
+    for (const std::string& line : left)
+        columns = std::max(columns, columns_of(line));
+
+    std::string text = "  " + padded("expected", columns) + "   drawn\n";
+    for (size_t line = 0; line < lines; ++line) {
+        const char* mark = left[line] == right[line] ? "  " : "! ";
+        text += mark + padded(left[line], columns) + "   " + right[line] + "\n";
+    }
+    return text;
 }

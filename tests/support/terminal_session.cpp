@@ -13,7 +13,7 @@
 #include <system_error>
 #include <utility>
 
-#include "tests/support/environment.h"
+#include "tests/support/process.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 #include "tests/support/pty.h"
 #include "ui/terminal/terminals.h"
 

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/other_user.h"
+#include "tests/support/server_account.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/heap_text.h"

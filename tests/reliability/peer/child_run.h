@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/exit_status.h"
 #include "tests/support/installed_server.h"
+#include "tests/support/process.h"
 
 /// What a user saw who pressed Enter whenever the wizard waited for a key.
 struct ChildRun {
