@@ -5,10 +5,8 @@
 #include <string>
 
 #include "delivery.h"
-#include "wizard/system/descriptor.h"
 #include "session.h"
-
-namespace standin {
+#include "wizard/system/descriptor.h"
 
 /// One client: its socket, its session, what it has sent and what it is still to be sent. Nothing
 /// here blocks.
@@ -56,5 +54,3 @@ class Connection {
     Clock::time_point nextDue;  ///< of the first piece's next byte
     bool closing = false;       ///< when all pieces are written
 };
-
-}  // namespace standin

@@ -7,13 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "command_log.h"
 #include "connection.h"
-#include "wizard/system/descriptor.h"
 #include "fault_book.h"
 #include "store.h"
-
-namespace standin {
+#include "wizard/system/descriptor.h"
 
 /// Serves any number of clients of the command line interface at the same time.
 class Server {
@@ -43,5 +40,3 @@ class Server {
     int accepted = 0;
     Descriptor listener;  ///< the last member, to be closed before the clients can notice the end
 };
-
-}  // namespace standin

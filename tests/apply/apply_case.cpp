@@ -65,7 +65,7 @@ std::vector<std::string> boxed_lines(const ScreenImage& image) {
         const size_t right = text.rfind(side);
         const size_t from = left + side.size();
         const std::string line =
-            standin::trimmed(right > left ? text.substr(from, right - from) : text.substr(from));
+            trimmed(right > left ? text.substr(from, right - from) : text.substr(from));
         if (!line.empty())
             lines.push_back(line);
     }
@@ -73,5 +73,5 @@ std::vector<std::string> boxed_lines(const ScreenImage& image) {
 }
 
 std::string boxed_text(const ScreenImage& image) {
-    return standin::joined(standin::split_words(standin::joined(boxed_lines(image))));
+    return joined(split_words(joined(boxed_lines(image))));
 }

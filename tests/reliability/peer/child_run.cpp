@@ -9,10 +9,10 @@
 #include <fstream>
 
 #include "apply/apply_sequence.h"
-#include "standin/text.h"
 #include "tests/apply/apply_case.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
+#include "tests/support/screen_text.h"
 #include "tests/support/wait_until.h"
 #include "wizard/abort_wizard.h"
 #include "wizard/base/screen_state.h"
@@ -88,8 +88,8 @@ ChildRuns::ChildRuns() {
 
 ChildRun ChildRuns::apply(const std::string& rules, int times) {
     makeServerNew(rules);
-    ChildRun run{end_of(start_user(times)), standin::split_lines(read_file(boxes_file))};
-    for (const std::string& state : standin::split_lines(read_file(states_file)))
+    ChildRun run{end_of(start_user(times)), split_lines(read_file(boxes_file))};
+    for (const std::string& state : split_lines(read_file(states_file)))
         run.states.push_back(std::atoi(state.c_str()));
     run.written = read_file(written_file);
     return run;
