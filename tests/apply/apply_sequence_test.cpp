@@ -164,7 +164,7 @@ TEST_P(ApplyServices, sets_and_configures_those_that_are_enabled_in_order) {
         expected.push_back(listener_commands("imap", "127.0.0.1:143", "0.0.0.0:143"));
     if (chosen.webmail)
         expected.push_back(listener_commands("webmail", "127.0.0.1:80", "0.0.0.0:80"));
-    const Lines behind_smtp = server.commandsBehind("add listener address 0.0.0.0:25");
+    const Lines behind_smtp = server.commandsAfter("add listener address 0.0.0.0:25");
     const Lines smtp_end = {"set enable yes",
                             "config sslcontrol",
                             "set certfile /var/opt/teluma/teluma_cert.pem",

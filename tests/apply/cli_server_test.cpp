@@ -19,7 +19,7 @@ class CliServer : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
 
-    Lines received() const { return server.commandsBehind(password); }
+    Lines received() const { return server.commandsAfter(password); }
 };
 
 TEST_F(CliServer, the_login_sends_user_and_password) {
@@ -130,7 +130,7 @@ TEST_F(CliServer, all_three_aliases) {
     ASSERT_EQ(cli_create_domain("example.com", "/var/domains/", "secret"), 0);
     ASSERT_EQ(cli_command("back"), 0);
     EXPECT_EQ(cli_update_domain_aliases(1, 1, 1, "example.com"), 0);
-    EXPECT_EQ(server.commandsBehind("back"),
+    EXPECT_EQ(server.commandsAfter("back"),
               (Lines{"update domain name example.com", "update account name postmaster",
                      "add alias root", "commit", "add alias localhost.localdomain", "commit",
                      "update domain name example.com", "add alias localhost", "commit"}));
@@ -216,7 +216,7 @@ TEST_F(CliServerLogin, fails_when_the_connection_is_refused_with_a_message) {
 
 TEST_F(CliServerLogin, fails_when_the_password_is_refused) {
     EXPECT_EQ(logInWith("password 1 refuse"), 1);
-    EXPECT_EQ(server.commandsBehind("user admin"), Lines{password});
+    EXPECT_EQ(server.commandsAfter("user admin"), Lines{password});
 }
 
 TEST_F(CliServerLogin, fails_when_the_server_crashes_at_the_password) {

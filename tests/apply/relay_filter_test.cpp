@@ -49,7 +49,7 @@ class RelayFilter : public InstalledServerCase {
         return read_file(script);
     }
 
-    Lines received() const { return server.commandsBehind(password); }
+    Lines received() const { return server.commandsAfter(password); }
 
     static void expectUntouched(const std::vector<int>& indices) {
         const std::string before = read_file(script);

@@ -5,7 +5,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "tests/support/expect_screen.h"
@@ -67,13 +66,6 @@ TEST(CursesTerminal, reads_typed_characters_and_keys_in_order_without_waiting) {
                               KEY_BACKSPACE, 8, KEY_DC, ERR})
             ASSERT_EQ(wgetch(stdscr), key) << keyname(key);
     }
-}
-
-TEST(CursesTerminal, a_key_can_be_typed_by_another_thread_while_one_is_waited_for) {
-    CursesTerminal terminal;
-    std::thread typist([&] { terminal.type("z"); });
-    EXPECT_EQ(wgetch(stdscr), 'z');
-    typist.join();
 }
 
 TEST(CursesTerminal, more_output_than_a_terminal_buffers_does_not_block) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/expect_screen.h"
-
 namespace {
 
 class EmulatorTest : public testing::Test {
@@ -28,13 +26,6 @@ TEST_F(EmulatorTest, shows_text_colours_and_bold_as_they_were_sent) {
     EXPECT_EQ(image.cursor().position, (Position{1, 4}));
 }
 
-TEST_F(EmulatorTest, a_cleared_line_gets_the_background_that_is_set) {
-    EXPECT_COLOURS(after("\x1b[44m\x1b[K").region(0, 0, 2, 10), R"(
-bbbbbbbbbb
-..........
-)");
-}
-
 TEST_F(EmulatorTest, a_repeated_character_leaves_the_cursor_on_its_line) {
     EXPECT_EQ(after("-\x1b[8bx").text(), "---------x\n\n\n\n");
 }
@@ -43,13 +34,6 @@ TEST_F(EmulatorTest, lines_are_box_characters_whether_sent_as_utf8_or_from_the_a
     EXPECT_EQ(after("\x1b(0lqktuxmj\x1b(B").rowText(0), "┌─┐├┤│└┘  ");
     EXPECT_EQ(after("\r┌─┐├┤│└┘").rowText(0), "┌─┐├┤│└┘  ");
     EXPECT_EQ(after("\r\x1b)0\x0elqk\x0fq").rowText(0), "┌─┐q┤│└┘  ");
-}
-
-TEST_F(EmulatorTest, a_wide_character_fills_two_cells) {
-    const ScreenImage image = after("日x");
-    EXPECT_EQ(image.cell(0, 0).text, "日");
-    EXPECT_EQ(image.cell(0, 1).text, "");
-    EXPECT_EQ(image.cell(0, 2).text, "x");
 }
 
 TEST_F(EmulatorTest, leaving_the_alternate_screen_brings_the_normal_one_back) {
@@ -94,12 +78,6 @@ TEST_F(EmulatorTest, answers_a_question_for_the_cursor_and_does_not_mix_it_with_
     EXPECT_EQ(emulator.keyBytes(Key::tab), "\t");
     EXPECT_EQ(emulator.takeReplies(), "\x1b[1;3R");
     EXPECT_EQ(emulator.takeReplies(), "");
-}
-
-TEST(LinuxEmulator, the_reset_of_the_palette_does_not_swallow_what_follows) {
-    Emulator console(2, 10, "linux");
-    console.feed("a\x1b]Rb");
-    EXPECT_EQ(console.image().rowText(0), "ab        ");
 }
 
 }  // namespace

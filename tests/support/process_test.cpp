@@ -61,12 +61,6 @@ TEST(ProcessRunning, tells_a_living_process_from_one_that_has_ended_or_never_was
     EXPECT_FALSE(process_running(ended));
 }
 
-TEST(ExitStatus, says_how_the_process_ended) {
-    EXPECT_EQ(testing::PrintToString(exited(2)), "exit status 2");
-    EXPECT_EQ(testing::PrintToString(killed_by(SIGKILL)), "signal 9 (Killed)");
-    EXPECT_NE(exited(0), killed_by(SIGKILL));
-}
-
 TEST(WaitUntil, fails_the_test_with_the_description_when_patience_is_over) {
     const Impatience impatience;
     EXPECT_EQ(failure_of([] { wait_until([] { return false; }, "the file was there"); }),

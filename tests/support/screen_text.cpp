@@ -7,17 +7,8 @@
 
 namespace {
 
-struct Look {
-    int foreground;
-    int background;
-    bool bold;
-    bool blank;
-};
-
-bool operator<(const Look& left, const Look& right) {
-    return std::tie(left.foreground, left.background, left.bold, left.blank) <
-           std::tie(right.foreground, right.background, right.bold, right.blank);
-}
+/// Foreground, background, bold, blank.
+using Look = std::tuple<int, int, bool, bool>;
 
 /// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
@@ -55,18 +46,15 @@ class ColourLetters {
   public:
     char letter(const Cell& cell) {
         const Look look = look_of(cell);
+        const auto& [foreground, background, bold, blank] = look;
         for (const UsualColours& usual : usual_colours) {
-            if (look.background == usual.background &&
-                (look.blank || look.foreground == usual.foreground)) {
-                const char found = look.bold ? usual.bold : usual.plain;
-                return note(found, {usual.foreground, usual.background, look.bold, false});
+            if (background == usual.background && (blank || foreground == usual.foreground)) {
+                return note(bold ? usual.bold : usual.plain,
+                            {usual.foreground, usual.background, bold, false});
             }
         }
-        const auto known = unusual.find(look);
-        if (known != unusual.end())
-            return known->second;
         const size_t next = std::min(unusual.size(), sizeof unusual_letters - 2);
-        return note(unusual[look] = unusual_letters[next], look);
+        return note(unusual.emplace(look, unusual_letters[next]).first->second, look);
     }
 
     std::string legend() const {
@@ -78,9 +66,9 @@ class ColourLetters {
 
   private:
     char note(char letter, const Look& look) {
-        meanings[letter] = std::string(look.bold ? "bold " : "") +
-                           (look.blank ? "blank" : colour_name(look.foreground)) + " on " +
-                           colour_name(look.background);
+        const auto& [foreground, background, bold, blank] = look;
+        meanings[letter] = (bold ? "bold " : "") + (blank ? "blank" : colour_name(foreground)) +
+                           " on " + colour_name(background);
         return letter;
     }
 

@@ -71,7 +71,7 @@ class TerminalProgram {
     void type(const std::string& bytes);
     void press(Key key);
 
-    /// Whether the program has left something of it unread.
+    /// Whether the program has left something unread that was typed.
     bool hasUnreadInput() const { return pty.hasUnreadInput(); }
 
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.

@@ -36,15 +36,6 @@ TEST(TerminalProgram, passes_keys_on_and_shows_what_is_drawn) {
     program.waitForText("^[[?25l");
 }
 
-TEST(TerminalProgram, is_told_of_a_new_size) {
-    TerminalProgram program(
-        shell("trap 'stty size' WINCH; stty size; while :; do sleep 0.01; done"));
-    program.waitForText("24 80");
-    program.resize(60, 200);
-    program.waitForText("60 200");
-    EXPECT_EQ(program.image().rows(), 60);
-}
-
 TEST(TerminalProgram, leaves_the_normal_screen_with_what_was_printed_after_the_alternate_one) {
     TerminalProgram program(shell(
         R"(printf '\33[?1049hfull'; stty raw; printf '\33[?1049l\n\tall done\n'; stty sane; exit 3)"));
