@@ -3,10 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "state.h"
 #include "store.h"
-
-namespace standin {
 
 /// What a session works on while it is in a context: a copy of the state, which "commit" hands to
 /// the context outside and "back" throws away, and the things that the context is about.
@@ -52,5 +49,3 @@ Refusal add_listener(Call& call);
 Refusal remove_listener(Call& call);
 Refusal set_enable(Call& call);
 Refusal set_certfile(Call& call);
-
-}  // namespace standin

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace standin {
+#include "wizard/base/descriptor.h"
 
 /// One end of a TCP connection, written "HOST:PORT".
 struct Address {
@@ -25,4 +25,11 @@ bool listeners_collide(const std::string& one, const std::string& other);
 /// system refuses to bind it. Any other reason why it can't be bound doesn't count.
 bool address_is_in_use(const std::string& text);
 
-}  // namespace standin
+/// Opens a listening socket at `address` ("HOST:PORT"; port 0 takes a free one) and sets `address`
+/// to where it really listens. Returns a closed one, with the reason in `problem`, when that can't
+/// be done.
+Descriptor open_listener(std::string& address, std::string& problem);
+
+/// Accepts the next client, in non-blocking mode and with small writes sent at once. Returns a
+/// closed one when none is waiting any more.
+Descriptor accept_client(const Descriptor& listener);

@@ -2,10 +2,7 @@
 
 #include <algorithm>
 
-#include "service_names.h"
 #include "text.h"
-
-namespace standin {
 
 namespace {
 
@@ -16,12 +13,11 @@ struct Setting {
 
 Setting split_setting(const std::string& line) {
     const std::size_t equals = line.find('=');
-    if (equals == std::string::npos) {
+    if (equals == std::string::npos)
         return {"", line};
-    }
     Setting setting{line.substr(0, equals), trimmed(line.substr(equals + 1))};
-    const auto is_blank = [](char character) { return character == ' ' || character == '\t'; };
-    setting.key.erase(std::remove_if(setting.key.begin(), setting.key.end(), is_blank),
+    const auto is_space = [](char character) { return character == ' ' || character == '\t'; };
+    setting.key.erase(std::remove_if(setting.key.begin(), setting.key.end(), is_space),
                       setting.key.end());
     return setting;
 }
@@ -34,9 +30,8 @@ std::string without_quotes(const std::string& value) {
 std::vector<std::string> listed_words(const std::string& value) {
     const std::size_t open = value.find('(');
     const std::size_t close = value.find(')');
-    if (open == std::string::npos || close == std::string::npos || close < open) {
+    if (open == std::string::npos || close == std::string::npos || close < open)
         return {};
-    }
     return split_words(value.substr(open + 1, close - open - 1));
 }
 
@@ -47,12 +42,11 @@ class Reader {
 
     void read(const std::string& line) {
         const std::string text = trimmed(line.substr(0, line.find('#')));
-        if (text.empty()) {
+        if (text.empty())
             return;
-        }
         const Setting setting = split_setting(text);
         if (text.front() == '}' || text.front() == ')') {
-            closeBlock();
+            blocks.resize(std::max<std::size_t>(blocks.size(), 1) - 1);
         } else if (text.back() == '{' || text.back() == '(') {
             blocks.push_back(setting.key);
         } else if (blocks.empty()) {
@@ -63,12 +57,6 @@ class Reader {
     }
 
   private:
-    void closeBlock() {
-        if (!blocks.empty()) {
-            blocks.pop_back();
-        }
-    }
-
     void readServer(const Setting& setting) {
         if (setting.key == "services") {
             config.state.services = listed_words(setting.value);
@@ -79,16 +67,12 @@ class Reader {
 
     void readSection(const Setting& setting) {
         const auto found = config.state.listener_services.find(service_of_section(blocks.front()));
-        if (found == config.state.listener_services.end()) {
+        if (found == config.state.listener_services.end())
             return;
-        }
         Service& service = found->second;
         if (setting.key == "enable" && blocks.size() == 1) {
             service.enabled = setting.value == "yes";
         } else if (setting.key == "address") {
-            if (found->first == "cli" && config.cli_address.empty()) {
-                config.cli_address = setting.value;
-            }
             service.listeners.push_back(setting.value);
         }
     }
@@ -103,14 +87,9 @@ Config parse_config(const std::string& text) {
     Config config;
     config.state = empty_state();
     Reader reader(config);
-    for (const std::string& line : split_lines(text)) {
+    for (const std::string& line : lines_of(text))
         reader.read(line);
-    }
+    const std::vector<std::string>& addresses = config.state.listener_services["cli"].listeners;
+    config.cli_address = addresses.empty() ? "" : addresses.front();
     return config;
 }
-
-bool runs_cli(const State& state) {
-    return std::find(state.services.begin(), state.services.end(), "cli") != state.services.end();
-}
-
-}  // namespace standin

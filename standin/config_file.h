@@ -4,8 +4,6 @@
 
 #include "state.h"
 
-namespace standin {
-
 /// What teluma.cfg says.
 struct Config {
     std::string cli_address;   ///< "HOST:PORT" of the cli section's first listener; or empty
@@ -27,12 +25,7 @@ struct Config {
 ///     }
 ///
 /// A "#" makes the rest of its line a comment. A key is what stands before the first "=", its
-/// blanks and tabs taken out. A value that ends in an opening bracket opens a block; a line that
+/// spaces and tabs taken out. A value that ends in an opening bracket opens a block; a line that
 /// begins with a closing one ends it. Keys that are not known and brackets too many or too few are
 /// passed over, so that a file which a careless editor has cut or doubled at its end still works.
 Config parse_config(const std::string& text);
-
-/// True when "cli" is one of the services of `state`.
-bool runs_cli(const State& state);
-
-}  // namespace standin

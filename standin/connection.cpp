@@ -5,8 +5,6 @@
 #include <cerrno>
 #include <utility>
 
-namespace standin {
-
 namespace {
 
 /// Room for the longest command with a long path in it, and then some.
@@ -24,17 +22,15 @@ Connection::Connection(Descriptor client, std::string client_name, Store& store)
 bool Connection::receive() {
     char buffer[4096];
     const ssize_t count = recv(socket.get(), buffer, sizeof buffer, 0);
-    if (count > 0) {
+    if (count > 0)
         received.append(buffer, static_cast<std::size_t>(count));
-    }
     return count > 0 || (count < 0 && is_passing(errno));
 }
 
 std::optional<std::string> Connection::nextLine() {
     const std::size_t end = received.find("\r\n");
-    if (closing || end == std::string::npos) {
+    if (closing || end == std::string::npos)
         return std::nullopt;
-    }
     std::string line = received.substr(0, end);
     received.erase(0, end + 2);
     return line;
@@ -46,9 +42,8 @@ bool Connection::sendsTooMuch() const {
 
 void Connection::send(Delivery delivery, Clock::time_point now) {
     for (Piece& piece : delivery.pieces) {
-        if (pieces.empty()) {
+        if (pieces.empty())
             nextDue = now + piece.wait;
-        }
         pieces.push_back(std::move(piece));
     }
     closing = closing || delivery.then_close;
@@ -57,9 +52,8 @@ void Connection::send(Delivery delivery, Clock::time_point now) {
 bool Connection::flush(Clock::time_point now) {
     while (wantsToWrite(now)) {
         errno = 0;
-        if (!writeSome(now)) {
+        if (!writeSome(now))
             return is_passing(errno);
-        }
     }
     return !(closing && pieces.empty());
 }
@@ -77,19 +71,15 @@ bool Connection::writeSome(Clock::time_point now) {
     const bool one_by_one = piece.gap > Clock::duration::zero();
     const std::size_t most = one_by_one ? 1 : piece.bytes.size() - written;
     const ssize_t count = ::send(socket.get(), piece.bytes.data() + written, most, MSG_NOSIGNAL);
-    if (count < 0) {
+    if (count < 0)
         return false;
-    }
     written += static_cast<std::size_t>(count);
     nextDue = now + piece.gap;
     if (written == piece.bytes.size()) {
         pieces.pop_front();
         written = 0;
-        if (!pieces.empty()) {
+        if (!pieces.empty())
             nextDue = now + pieces.front().wait;
-        }
     }
     return true;
 }
-
-}  // namespace standin

@@ -8,8 +8,6 @@
 #include "session.h"
 #include "wizard/base/descriptor.h"
 
-namespace standin {
-
 /// One client: its socket, its session, what it has sent and what it is still to be sent. Nothing
 /// here blocks.
 class Connection {
@@ -56,5 +54,3 @@ class Connection {
     Clock::time_point nextDue;  ///< of the first piece's next byte
     bool closing = false;       ///< when all pieces are written
 };
-
-}  // namespace standin

@@ -2,8 +2,6 @@
 
 #include <random>
 
-namespace standin {
-
 Clock::duration as_duration(double seconds) {
     return std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
 }
@@ -41,12 +39,9 @@ std::string garbage_bytes(std::size_t count) {
     std::minstd_rand random(9091);
     while (bytes.size() < count) {
         const char byte = static_cast<char>(random() >> 8U);
-        if (byte != '\r' && byte != '\n' && byte != '>') {
+        if (byte != '\r' && byte != '\n' && byte != '>')
             bytes += byte;
-        }
     }
     bytes.resize(count);
     return bytes;
 }
-
-}  // namespace standin

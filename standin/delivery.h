@@ -6,8 +6,6 @@
 
 #include "fault_rules.h"
 
-namespace standin {
-
 using Clock = std::chrono::steady_clock;
 
 /// `seconds` on the server's clock.
@@ -37,5 +35,3 @@ Delivery deliver(const Fault& fault, const std::string& reply, const std::string
 /// sequences, NULs and bytes above 127 among them, but no CR, line feed or ">", so that a reader
 /// finds neither an end of line nor a prompt in them.
 std::string garbage_bytes(std::size_t count);
-
-}  // namespace standin

@@ -4,11 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "command_log.h"
 #include "fault_rules.h"
-#include "run_paths.h"
-
-namespace standin {
+#include "files.h"
 
 /// Knows at which events the server has to misbehave.
 ///
@@ -29,7 +26,7 @@ class FaultBook {
 
   private:
     std::string source;
-    std::string counts_path;
+    std::string countsPath;
     const CommandLog& log;
     std::vector<FaultRule> rules;
     std::map<std::string, long> counts;  ///< by the rules' lines
@@ -37,5 +34,3 @@ class FaultBook {
     void loadCounts();
     void saveCounts() const;
 };
-
-}  // namespace standin

@@ -7,8 +7,6 @@
 
 #include "text.h"
 
-namespace standin {
-
 namespace {
 
 const unsigned replies = static_cast<unsigned>(Event::command) |
@@ -58,9 +56,8 @@ const std::array<EventName, 4> event_names = {{
 
 bool parse_seconds(const std::string& text, double& seconds) {
     const double most = 3600;
-    if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos) {
+    if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos)
         return false;
-    }
     char* end = nullptr;
     seconds = std::strtod(text.c_str(), &end);
     return *end == '\0' && seconds <= most;
@@ -76,12 +73,10 @@ bool parse_bytes(const std::string& text, double& bytes) {
 
 bool parse_amount(const ActionForm& form, const std::vector<std::string>& words, double& amount) {
     amount = form.usual_amount;
-    if (words.size() == 1) {
+    if (words.size() == 1)
         return amount != must_be_given;
-    }
-    if (words.size() != 2) {
+    if (words.size() != 2)
         return false;
-    }
     return (form.unit == Unit::seconds && parse_seconds(words[1], amount)) ||
            (form.unit == Unit::bytes && parse_bytes(words[1], amount));
 }
@@ -91,9 +86,8 @@ bool parse_fault(const std::vector<std::string>& words, Event event, Fault& faul
     const auto* form =
         std::find_if(action_forms.begin(), action_forms.end(),
                      [&](const ActionForm& candidate) { return words[0] == candidate.name; });
-    if (form == action_forms.end() || (form->events & static_cast<unsigned>(event)) == 0) {
+    if (form == action_forms.end() || (form->events & static_cast<unsigned>(event)) == 0)
         return false;
-    }
     fault.kind = form->kind;
     return parse_amount(*form, words, fault.amount);
 }
@@ -126,13 +120,11 @@ bool take_event(std::string& rest, FaultRule& rule) {
 
 bool parse_rule(FaultRule& rule) {
     std::string rest = rule.source;
-    if (!take_event(rest, rule)) {
+    if (!take_event(rest, rule))
         return false;
-    }
     std::vector<std::string> words = split_words(rest);
-    if (words.size() < 2 || !parse_occurrence(words[0], rule.occurrence)) {
+    if (words.size() < 2 || !parse_occurrence(words[0], rule.occurrence))
         return false;
-    }
     words.erase(words.begin());
     return parse_fault(words, rule.event, rule.fault);
 }
@@ -146,29 +138,23 @@ bool stands_there(const std::vector<FaultRule>& rules, const std::string& source
 
 std::string parse_fault_rules(const std::string& text, std::vector<FaultRule>& rules) {
     int number = 0;
-    for (const std::string& line : split_lines(text)) {
+    for (const std::string& line : lines_of(text)) {
         ++number;
         FaultRule rule;
         rule.source = trimmed(line);
-        if (rule.source.empty() || rule.source[0] == '#') {
+        if (rule.source.empty() || rule.source[0] == '#')
             continue;
-        }
-        if (stands_there(rules, rule.source) || !parse_rule(rule)) {
+        if (stands_there(rules, rule.source) || !parse_rule(rule))
             return "line " + std::to_string(number) + " is no fault rule: " + rule.source;
-        }
         rules.push_back(rule);
     }
     return {};
 }
 
 bool is_about(const FaultRule& rule, Event event, const std::string& command) {
-    if (rule.event != event) {
+    if (rule.event != event)
         return false;
-    }
-    if (event != Event::command) {
+    if (event != Event::command)
         return true;
-    }
     return rule.exactly ? command == rule.text : begins_with(command, rule.text);
 }
-
-}  // namespace standin

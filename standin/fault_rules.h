@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-namespace standin {
-
 /// `Fault::amount` of a pid file that is never removed.
 constexpr double stays_for_ever = -1;
 
@@ -64,5 +62,3 @@ std::string parse_fault_rules(const std::string& text, std::vector<FaultRule>& r
 
 /// True when `rule` is about this event; `command` is the text of a command.
 bool is_about(const FaultRule& rule, Event event, const std::string& command);
-
-}  // namespace standin

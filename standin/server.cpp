@@ -4,11 +4,8 @@
 #include <csignal>
 #include <utility>
 
-#include "listener.h"
-#include "pid_file.h"
-#include "stop_signal.h"
-
-namespace standin {
+#include "address.h"
+#include "daemon.h"
 
 namespace {
 
@@ -34,9 +31,8 @@ void Server::run(const std::string& pid_path, std::optional<Clock::time_point> p
         std::vector<pollfd> descriptors = awaited(now);
         wait_for_events(descriptors, earlier(nextDue(now), pid_due));
         serveClients(descriptors);
-        if (descriptors[0].revents != 0) {
+        if (descriptors[0].revents != 0)
             acceptClient();
-        }
     }
 }
 
@@ -54,9 +50,8 @@ std::vector<pollfd> Server::awaited(Clock::time_point now) const {
 std::optional<Clock::time_point> Server::nextDue(Clock::time_point now) const {
     std::optional<Clock::time_point> first;
     for (const Connection& connection : connections) {
-        if (!connection.wantsToWrite(now)) {
+        if (!connection.wantsToWrite(now))
             first = earlier(first, connection.due());
-        }
     }
     return first;
 }
@@ -86,17 +81,15 @@ bool Server::serve(Connection& connection, bool readable) {
 
 void Server::acceptClient() {
     Descriptor socket = accept_client(listener);
-    if (!socket.isOpen()) {
+    if (!socket.isOpen())
         return;
-    }
     const std::string name = "connection " + std::to_string(++accepted);
     log.note(name + " opened");
     connections.emplace_back(std::move(socket), name, store);
     const auto newest = std::prev(connections.end());
     handle(*newest, Event::connect, {});
-    if (!newest->flush(Clock::now())) {
+    if (!newest->flush(Clock::now()))
         drop(newest);
-    }
 }
 
 std::list<Connection>::iterator Server::drop(std::list<Connection>::iterator connection) {
@@ -120,5 +113,3 @@ void Server::handle(Connection& connection, Event event, const std::string& line
     delivery.then_close |= event == Event::connect && fault.kind == FaultKind::refuse;
     connection.send(std::move(delivery), Clock::now());
 }
-
-}  // namespace standin

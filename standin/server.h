@@ -7,13 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "command_log.h"
 #include "connection.h"
 #include "fault_book.h"
 #include "store.h"
 #include "wizard/base/descriptor.h"
-
-namespace standin {
 
 /// Serves any number of clients of the command line interface at the same time.
 class Server {
@@ -43,5 +40,3 @@ class Server {
     int accepted = 0;
     Descriptor listener;  ///< the last member, to be closed before the clients can notice the end
 };
-
-}  // namespace standin

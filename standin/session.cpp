@@ -2,8 +2,6 @@
 
 #include <utility>
 
-namespace standin {
-
 namespace {
 const char* const administrator = "admin";
 const char* const line_end = "\r\n";
@@ -20,9 +18,8 @@ bool Session::expectsPassword() const {
 }
 
 std::string Session::answer(const std::string& line) {
-    if (expectsPassword()) {
+    if (expectsPassword())
         return logIn(line);
-    }
     const Match match = find_command(context(), line);
     return match.command == nullptr ? failure(match.refusal)
                                     : carryOut(*match.command, match.arguments);
@@ -45,18 +42,16 @@ Context Session::context() const {
 }
 
 Draft Session::currentDraft() const {
-    if (!levels.empty()) {
+    if (!levels.empty())
         return levels.back().draft;
-    }
     Draft draft;
     draft.state = store.live;
     return draft;
 }
 
 std::string Session::logIn(const std::string& password) {
-    if (levels.back().draft.user != administrator || !store.isPassword(password)) {
+    if (levels.back().draft.user != administrator || !store.isPassword(password))
         return refuse("wrong user name or password");
-    }
     levels.clear();
     outermost = root_context;
     return std::string("+OK: welcome") + line_end + prompt();
@@ -67,17 +62,14 @@ std::string Session::carryOut(const Command& command, const std::vector<std::str
     std::vector<std::string> lines;
     Call call{arguments, store, draft, lines};
     const Refusal refusal = command.action(call);
-    if (refusal != nullptr) {
+    if (refusal != nullptr)
         return failure(refusal);
-    }
     move(command.move, std::move(draft), command.entered);
-    if (expectsPassword()) {
+    if (expectsPassword())
         return prompt();
-    }
     std::string reply;
-    for (const std::string& line : lines) {
+    for (const std::string& line : lines)
         reply += line + line_end;
-    }
     return reply + "+OK: done" + line_end + prompt();
 }
 
@@ -90,9 +82,8 @@ void Session::move(Move how, Draft draft, Context entered) {
         levels.back().draft = std::move(draft);
     } else {
         levels.pop_back();
-        if (how == Move::keep) {
+        if (how == Move::keep)
             outerState() = std::move(draft.state);
-        }
     }
 }
 
@@ -103,5 +94,3 @@ State& Session::outerState() {
 std::string Session::failure(const std::string& reason) const {
     return "-ERR: " + reason + line_end + prompt();
 }
-
-}  // namespace standin

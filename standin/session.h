@@ -5,10 +5,7 @@
 
 #include "actions.h"
 #include "command_table.h"
-#include "context.h"
 #include "store.h"
-
-namespace standin {
 
 /// One client's conversation, without its connection: takes lines, gives replies.
 ///
@@ -55,5 +52,3 @@ class Session {
     Context outermost = login_context;
     std::vector<Level> levels;
 };
-
-}  // namespace standin

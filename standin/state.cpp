@@ -3,32 +3,32 @@
 #include <algorithm>
 
 #include "address.h"
-#include "service_names.h"
-
-namespace standin {
+#include "text.h"
 
 namespace {
 
-bool contains(const std::vector<std::string>& names, const std::string& name) {
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
+/// A service with listeners has two names: one for commands and one for the configuration.
+struct ServiceName {
+    const char* command;
+    const char* config;
+};
+
+const ServiceName listener_services[] = {
+    {"smtp-incoming", "smtpIncoming"}, {"pop3", "pop3"}, {"imap", "imap"}, {"webmail", "webmail"},
+    {"webadmin", "webadmin"},          {"cli", "cli"},
+};
 
 }  // namespace
 
 State empty_state() {
     State state;
-    for (const ServiceName& name : listener_services()) {
+    for (const ServiceName& name : listener_services)
         state.listener_services[name.command];
-    }
     return state;
 }
 
 Domain new_domain(const std::string& location, const std::string& postmaster_password) {
-    Domain domain;
-    domain.location = location;
-    domain.postmaster_password = postmaster_password;
-    domain.accounts["postmaster"];
-    return domain;
+    return {location, postmaster_password, {}, {{"postmaster", {}}}};
 }
 
 bool domain_name_is_taken(const State& state, const std::string& name) {
@@ -44,15 +44,24 @@ bool account_name_is_taken(const Domain& domain, const std::string& name) {
 }
 
 bool listener_is_taken(const State& state, const std::string& address) {
-    for (const auto& entry : state.listener_services) {
-        const std::vector<std::string>& listeners = entry.second.listeners;
-        if (std::any_of(listeners.begin(), listeners.end(), [&](const std::string& listener) {
-                return listeners_collide(listener, address);
-            })) {
-            return true;
+    for (const auto& [name, service] : state.listener_services) {
+        for (const std::string& listener : service.listeners) {
+            if (listeners_collide(listener, address))
+                return true;
         }
     }
     return false;
 }
 
-}  // namespace standin
+std::string service_of_section(const std::string& config_name) {
+    for (const ServiceName& name : listener_services) {
+        if (config_name == name.config)
+            return name.command;
+    }
+    return {};
+}
+
+bool is_service(const std::string& name) {
+    return !service_of_section(name).empty() ||
+           contains({"log", "processing", "smtpOutgoing"}, name);
+}

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-namespace standin {
-
 /// A listener service: where it listens and whether it runs.
 struct Service {
     bool enabled = false;
@@ -44,4 +42,9 @@ bool account_name_is_taken(const Domain& domain, const std::string& name);
 /// True when `address` collides with a listener of any service. `address` is a listener address.
 bool listener_is_taken(const State& state, const std::string& address);
 
-}  // namespace standin
+/// The command name ("config NAME") of the listener service with the section `config_name` in
+/// teluma.cfg, which is also its name in the list of services; empty when there is none.
+std::string service_of_section(const std::string& config_name);
+
+/// True for a name that may stand in the list of services.
+bool is_service(const std::string& name);

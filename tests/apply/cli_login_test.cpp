@@ -14,7 +14,6 @@
 #include "tests/apply/listening_peer.h"
 #include "tests/apply/scripted_peer.h"
 #include "tests/support/files.h"
-#include "tests/support/temp_dir.h"
 #include "tests/support/waits.h"
 #include "wizard/base/install_profile.h"
 

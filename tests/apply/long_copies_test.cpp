@@ -17,7 +17,7 @@
 #include "tests/apply/apply_rig.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
+#include "tests/support/server_account.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 
 /// A child process in a process group of its own that waits for the signal that ends it. Killed and
 /// reaped when the object goes.

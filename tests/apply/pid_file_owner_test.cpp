@@ -16,7 +16,7 @@
 #include "tests/apply/other_process.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
+#include "tests/support/server_account.h"
 
 namespace {
 

@@ -20,7 +20,7 @@
 #include "tests/apply/apply_rig.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
+#include "tests/support/server_account.h"
 
 namespace {
 

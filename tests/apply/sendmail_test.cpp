@@ -18,7 +18,6 @@
 #include "tests/support/case_name.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
-#include "tests/support/other_user.h"
 #include "tests/support/server_account.h"
 #include "tests/support/system_log.h"
 

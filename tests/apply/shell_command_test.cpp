@@ -9,7 +9,6 @@
 
 #include "tests/apply/failing_fork.h"
 #include "tests/support/files.h"
-#include "tests/support/temp_dir.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 
 /// While it lives, this process is in an empty directory, which then goes away.
 class WorkingDirectory {

@@ -8,7 +8,7 @@
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/installed_server.h"
-#include "tests/support/silent_port.h"
+#include "tests/support/local_port.h"
 #include "tests/support/system_log.h"
 
 /// What the wizard can be waiting for while it applies the answers.

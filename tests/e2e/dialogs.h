@@ -6,7 +6,6 @@
 
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/local_port.h"
-#include "tests/support/silent_port.h"
 
 /// The kinds of dialog that can stand on top of a screen.
 enum class Dialog {

@@ -11,7 +11,6 @@
 
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
-#include "tests/support/key.h"
 #include "tests/support/process.h"
 #include "tests/support/screen_table.h"
 #include "tests/support/terminal_program.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tests/e2e/answers.h"
-#include "tests/support/environment.h"
+#include "tests/support/process.h"
 #include "tests/support/screen_table.h"
 #include "tests/support/terminal_program.h"
 

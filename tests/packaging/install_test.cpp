@@ -7,7 +7,6 @@
 
 #include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "tests/support/temp_dir.h"
 
 namespace {
 

@@ -2,34 +2,14 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-namespace {
-
-const char mark_name[] = "SANDBOX_TEST_MARK";
-
-// The environment of a process that has ended or belongs to somebody else reads as empty.
-std::string environment_of(const std::filesystem::path& process) {
-    std::ifstream file(process / "environ", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-}  // namespace
-
-std::string sandbox_program() {
-    return SANDBOX_PROGRAM;
-}
-
-std::string standin_package() {
-    return STANDIN_PACKAGE;
-}
-
 CommandResult in_sandbox(const std::string& script, const std::vector<std::string>& options,
                          const Caller& caller) {
-    std::vector<std::string> command = {sandbox_program()};
+    std::vector<std::string> command = {sandbox_program};
     command.insert(command.end(), options.begin(), options.end());
     command.insert(command.end(), {"--", "sh", "-c", script});
     return run_command(command, {}, caller);
@@ -41,16 +21,19 @@ ProcessMark::ProcessMark() {
 }
 
 EnvironmentChanges ProcessMark::environment() const {
-    return {{mark_name, value}};
+    return {{"SANDBOX_TEST_MARK", value}};
 }
 
-std::vector<int> ProcessMark::carriers() const {
-    const std::string wanted = std::string(mark_name) + "=" + value + '\0';
-    std::vector<int> found;
+int ProcessMark::carriers() const {
+    const std::string wanted = "SANDBOX_TEST_MARK=" + value + '\0';
+    int found = 0;
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-        const int pid = std::atoi(entry.path().filename().c_str());
-        if (pid > 0 && environment_of(entry.path()).find(wanted) != std::string::npos)
-            found.push_back(pid);
+        if (std::isdigit(static_cast<unsigned char>(entry.path().filename().string()[0])) == 0)
+            continue;
+        // That of a process that has ended or belongs to somebody else reads as empty.
+        std::ifstream file(entry.path() / "environ", std::ios::binary);
+        const std::string environment{std::istreambuf_iterator<char>(file), {}};
+        found += environment.find(wanted) != std::string::npos ? 1 : 0;
     }
     return found;
 }

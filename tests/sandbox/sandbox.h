@@ -6,10 +6,10 @@
 #include "tests/support/process.h"
 
 /// The path of the program that makes a sandbox.
-std::string sandbox_program();
+inline const std::string sandbox_program = SANDBOX_PROGRAM;
 
 /// The directory of the build from which the stand-in server is installed.
-std::string standin_package();
+inline const std::string standin_package = STANDIN_PACKAGE;
 
 /// Runs `script` by the shell in a sandbox that is made with `options`, to its end.
 CommandResult in_sandbox(const std::string& script, const std::vector<std::string>& options = {},
@@ -23,9 +23,9 @@ class ProcessMark {
     /// For the environment of the sandbox's command.
     EnvironmentChanges environment() const;
 
-    /// The ids of the living processes that carry the mark, the sandbox's own included. Processes
-    /// of other users are seen by root only.
-    std::vector<int> carriers() const;
+    /// How many living processes carry the mark, the sandbox's own included. Processes of other
+    /// users are seen by root only.
+    int carriers() const;
 
   private:
     std::string value;

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <functional>
+#include <ostream>
 
 #include "tests/sandbox/sandbox.h"
 #include "tests/support/terminal_program.h"
@@ -10,78 +12,60 @@
 namespace {
 
 ProgramSetup sandboxed(const std::string& script) {
-    return {{sandbox_program(), "sh", "-c", script}};
+    return {{sandbox_program, "sh", "-c", script}};
 }
 
-TEST(SandboxTerminal, is_the_commands_controlling_terminal) {
-    TerminalProgram command(
-        sandboxed("echo written to the terminal >/dev/tty; stty size </dev/tty"));
-    EXPECT_EQ(command.waitExit(), exited(0));
-    EXPECT_EQ(command.printedAfterwards(), "written to the terminal\n24 80\n");
-}
-
-TEST(SandboxTerminal, can_be_read_and_set_because_the_command_is_in_the_foreground) {
+TEST(SandboxTerminal, is_the_controlling_terminal_and_the_command_in_its_foreground) {
     // A command in the background would be stopped by reading and by stty.
-    TerminalProgram command(sandboxed("stty -echo && echo ready && read line && echo got $line"));
+    TerminalProgram command(sandboxed(
+        "echo ready >/dev/tty; stty -echo; read line; echo got $line; stty size </dev/tty"));
     command.waitForText("ready");
     command.type("something\r");
     EXPECT_EQ(command.waitExit(), exited(0));
-    EXPECT_TRUE(command.image().shows("got something"));
+    EXPECT_NE(command.printedAfterwards().find("got something\n24 80\n"), std::string::npos);
 }
 
-// A command that says "ready", waits, and answers a signal with a shell command.
-ProgramSetup answering(const std::string& signal, const std::string& answer) {
-    return sandboxed("trap '" + answer + "' " + signal + "; sleep 1000 & echo ready; wait");
+struct Event {
+    std::string trapped;  // the shell's name of the signal; empty: the command does not answer it
+    std::function<void(TerminalProgram&)> happens;
+    int status;
+};
+
+void PrintTo(const Event& event, std::ostream* out) {
+    *out << event.trapped << " " << event.status;
 }
 
-TEST(SandboxTerminal, sends_ctrl_c_to_the_command_which_may_answer_it) {
-    TerminalProgram command(answering("INT", "exit 3"));
+class SandboxTerminalEvent : public testing::TestWithParam<Event> {};
+
+TEST_P(SandboxTerminalEvent, is_answered_by_the_command_in_its_own_time) {
+    const Event& event = GetParam();
+    TerminalProgram command(sandboxed(event.trapped.empty()
+                                          ? "echo ready; exec sleep 1000"
+                                          : "trap 'stty size; echo go on?; read line; exit " +
+                                                std::to_string(event.status) + "' " +
+                                                event.trapped + "; sleep 1000 & echo ready; wait"));
     command.waitForText("ready");
-    command.press(Key::ctrl_c);
-    EXPECT_EQ(command.waitExit(), exited(3));
+    event.happens(command);
+    if (!event.trapped.empty()) {
+        command.waitForText("go on?");
+        EXPECT_EQ(command.image().shows("30 100"), event.trapped == "WINCH");
+        command.type("yes\r");
+    }
+    EXPECT_EQ(command.waitExit(), exited(event.status));
 }
 
-TEST(SandboxTerminal, ends_a_command_with_ctrl_c_when_it_does_not_answer_it) {
-    TerminalProgram command(sandboxed("echo ready; exec sleep 1000"));
-    command.waitForText("ready");
-    command.press(Key::ctrl_c);
-    EXPECT_EQ(command.waitExit(), exited(130));
-}
+const auto press_ctrl_c = [](TerminalProgram& command) { command.press(Key::ctrl_c); };
+const auto press_quit = [](TerminalProgram& command) { command.type("\x1c"); };
+const auto hang_up = [](TerminalProgram& command) { command.signalForeground(SIGHUP); };
+const auto resize = [](TerminalProgram& command) { command.resize(30, 100); };
 
-TEST(SandboxTerminal, lets_the_command_take_its_time_to_answer_a_quit) {
-    TerminalProgram command(answering("QUIT", "echo go on?; read line; exit 4"));
-    command.waitForText("ready");
-    command.type("\x1c");
-    command.waitForText("go on?");
-    command.type("yes\r");
-    EXPECT_EQ(command.waitExit(), exited(4));
-}
+INSTANTIATE_TEST_SUITE_P(Each, SandboxTerminalEvent,
+                         testing::Values(Event{"INT", press_ctrl_c, 3},
+                                         Event{"QUIT", press_quit, 4}, Event{"HUP", hang_up, 5},
+                                         Event{"WINCH", resize, 6}, Event{"", press_ctrl_c, 130},
+                                         Event{"", hang_up, 129}));
 
-TEST(SandboxTerminal, lets_the_command_take_its_time_to_answer_a_hang_up) {
-    TerminalProgram command(answering("HUP", "echo go on?; read line; exit 5"));
-    command.waitForText("ready");
-    command.signalForeground(SIGHUP);
-    command.waitForText("go on?");
-    command.type("yes\r");
-    EXPECT_EQ(command.waitExit(), exited(5));
-}
-
-TEST(SandboxTerminal, ends_a_command_with_a_hang_up_when_it_does_not_answer_it) {
-    TerminalProgram command(sandboxed("echo ready; exec sleep 1000"));
-    command.waitForText("ready");
-    command.signalForeground(SIGHUP);
-    EXPECT_EQ(command.waitExit(), exited(129));
-}
-
-TEST(SandboxTerminal, tells_the_command_of_a_new_size) {
-    TerminalProgram command(answering("WINCH", "stty size; exit 6"));
-    command.waitForText("ready");
-    command.resize(30, 100);
-    EXPECT_EQ(command.waitExit(), exited(6));
-    EXPECT_TRUE(command.image().shows("30 100"));
-}
-
-TEST(SandboxTerminal, has_room_for_terminals_of_the_commands_own) {
+TEST(SandboxTerminal, leaves_room_for_terminals_of_the_commands_own) {
     const CommandResult result = in_sandbox("script -qec 'tty && echo inner' /dev/null");
     EXPECT_EQ(result.status, exited(0)) << result.err;
     EXPECT_EQ(result.out, "/dev/pts/0\r\ninner\r\n");

@@ -1,11 +1,13 @@
 // The private view as a program in the sandbox finds it. These cases run in sandboxes themselves.
 
+#include <arpa/inet.h>
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netinet/in.h>
 #include <pwd.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -14,7 +16,9 @@
 
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/local_port.h"
 #include "tests/support/process.h"
+#include "tests/support/system_log.h"
 
 namespace {
 
@@ -33,60 +37,40 @@ std::string domain_name() {
     return name;
 }
 
-TEST(PrivateView, holds_the_stand_in_server_and_nothing_else_in_opt_and_var_opt) {
+TEST(PrivateView, holds_the_stand_in_server_which_does_not_run_and_nothing_else) {
     EXPECT_EQ(entries_of("/opt"), std::set<std::string>{"teluma"});
     EXPECT_EQ(entries_of("/var/opt"), std::set<std::string>{"teluma"});
-    EXPECT_EQ(access("/opt/teluma/bin/teluma", X_OK), 0);
-    EXPECT_EQ(access("/opt/teluma/bin/sendmail", X_OK), 0);
-    EXPECT_TRUE(fs::exists("/opt/teluma/share/doc/README"));
-    EXPECT_TRUE(fs::exists("/opt/teluma/share/doc/REMOVE-OTHERS.txt"));
+    for (const char* program : {"/opt/teluma/bin/teluma", "/opt/teluma/bin/sendmail"})
+        EXPECT_EQ(access(program, X_OK), 0) << program;
     EXPECT_TRUE(fs::exists("/var/opt/teluma/run/teluma.cfg"));
-    EXPECT_TRUE(fs::is_directory("/var/opt/teluma/domains"));
-}
-
-TEST(PrivateView, does_not_start_the_server) {
     EXPECT_FALSE(fs::exists("/var/opt/teluma/run/teluma.pid"));
+    EXPECT_EQ(fs::current_path(), "/run/scratch");
+    EXPECT_TRUE(fs::is_empty("/run/scratch"));
+    EXPECT_EQ(domain_name(), "(none)");
 }
 
-TEST(PrivateView, has_a_user_and_a_group_teluma_with_ids_of_their_own) {
+TEST(PrivateView, has_a_user_and_a_group_teluma_with_ids_of_their_own_beside_the_hosts) {
+    EXPECT_STREQ(getpwuid(0)->pw_name, "root");
+    EXPECT_NE(getpwnam("nobody"), nullptr);
     const passwd* user = getpwnam("teluma");
     ASSERT_NE(user, nullptr);
     const uid_t user_id = user->pw_uid;
     const gid_t group_id = user->pw_gid;
+    ASSERT_EQ(chown("/opt/teluma/bin/sendmail", user_id, group_id), 0);
+    ASSERT_EQ(chmod("/opt/teluma/bin/sendmail", 06755), 0);
+    EXPECT_EQ(file_facts("/opt/teluma/bin/sendmail").mode, 06755U);
+    EXPECT_EQ(file_facts("/opt/teluma/bin/sendmail").owner, user_id);
     if (user_id == 0)
         GTEST_SKIP() << "a user namespace without other ids";
-    const passwd* found_by_id = getpwuid(user_id);
-    ASSERT_NE(found_by_id, nullptr);
-    EXPECT_STREQ(found_by_id->pw_name, "teluma");
-    const group* group_by_id = getgrgid(group_id);
-    ASSERT_NE(group_by_id, nullptr);
-    EXPECT_STREQ(group_by_id->gr_name, "teluma");
+    EXPECT_STREQ(getpwuid(user_id)->pw_name, "teluma");
+    EXPECT_STREQ(getgrgid(group_id)->gr_name, "teluma");
 }
 
-TEST(PrivateView, keeps_the_hosts_other_users) {
-    const passwd* root = getpwuid(0);
-    ASSERT_NE(root, nullptr);
-    EXPECT_STREQ(root->pw_name, "root");
-    EXPECT_NE(getpwnam("nobody"), nullptr);
-}
-
-TEST(PrivateView, has_a_small_regular_file_as_sendmail_unless_told_otherwise) {
+TEST(PrivateView, has_a_small_regular_file_as_sendmail_among_the_hosts_programs) {
     EXPECT_TRUE(fs::is_regular_file(fs::symlink_status("/usr/sbin/sendmail")));
-    EXPECT_LT(fs::file_size("/usr/sbin/sendmail"), 1000u);
+    EXPECT_LT(fs::file_size("/usr/sbin/sendmail"), 1000U);
     EXPECT_EQ(access("/usr/sbin/sendmail", X_OK), 0);
-}
-
-TEST(PrivateView, has_the_hosts_other_programs_in_usr_sbin) {
-    EXPECT_GT(entries_of("/usr/sbin").size(), 20u);
-}
-
-TEST(PrivateView, has_no_domain_name_unless_told_otherwise) {
-    EXPECT_EQ(domain_name(), "(none)");
-}
-
-TEST(PrivateView, starts_each_case_in_an_empty_directory_of_its_own) {
-    EXPECT_EQ(fs::current_path(), "/run/scratch");
-    EXPECT_TRUE(fs::is_empty("/run/scratch"));
+    EXPECT_GT(entries_of("/usr/sbin").size(), 20U);
 }
 
 TEST(PrivateView, resolves_localhost_and_no_other_name_at_once) {
@@ -94,21 +78,10 @@ TEST(PrivateView, resolves_localhost_and_no_other_name_at_once) {
     EXPECT_NE(run_command({"getent", "hosts", "name.that.nobody.has.test"}).status, exited(0));
 }
 
-TEST(PrivateView, leaves_the_place_of_the_system_log_free_for_a_listener) {
-    const Descriptor listener(checked(socket(AF_UNIX, SOCK_DGRAM, 0), "socket"));
-    const sockaddr_un log = {AF_UNIX, "/dev/log"};
-    EXPECT_EQ(bind(listener.get(), reinterpret_cast<const sockaddr*>(&log), sizeof log), 0);
-}
-
-TEST(PrivateView, lets_the_owner_and_the_mode_of_the_wrapper_be_set) {
-    const passwd* user = getpwnam("teluma");
-    ASSERT_NE(user, nullptr);
-    ASSERT_EQ(chown("/opt/teluma/bin/sendmail", user->pw_uid, user->pw_gid), 0);
-    ASSERT_EQ(chmod("/opt/teluma/bin/sendmail", 06755), 0);
-    struct stat status = {};
-    ASSERT_EQ(stat("/opt/teluma/bin/sendmail", &status), 0);
-    EXPECT_EQ(status.st_mode & 07777, 06755u);
-    EXPECT_EQ(status.st_uid, user->pw_uid);
+TEST(PrivateView, can_be_written_to_and_has_room_for_a_listener_to_the_system_log) {
+    for (const fs::path directory : {"/opt", "/var/opt", "/etc", "/usr/sbin", "/dev/shm"})
+        EXPECT_TRUE(fs::create_directory(directory / "new")) << directory;
+    EXPECT_NO_THROW(SystemLog());
 }
 
 TEST(NamedDomainView, has_the_domain_name_that_was_given) {
@@ -124,14 +97,52 @@ TEST(LinkedSendmailView, has_the_link_that_was_given) {
     EXPECT_EQ(fs::read_symlink("/usr/sbin/sendmail"), "/usr/lib/other mailer");
 }
 
-// One case for each of several values, to be listed and run one by one.
-class PrivateViewOf : public testing::TestWithParam<const char*> {};
-
-TEST_P(PrivateViewOf, can_be_written_to) {
-    EXPECT_TRUE(fs::create_directory(fs::path(GetParam()) / "new # [directory"));
+std::string dotted(const sockaddr* address) {
+    char text[INET_ADDRSTRLEN] = "";
+    const auto* internet = reinterpret_cast<const sockaddr_in*>(address);
+    inet_ntop(AF_INET, &internet->sin_addr, text, sizeof text);
+    return text;
 }
 
-INSTANTIATE_TEST_SUITE_P(Directories, PrivateViewOf,
-                         testing::Values("/opt", "/var/opt", "/etc", "/usr/sbin", "/dev/shm"));
+// The IPv4 interfaces in the kernel's order, as "name address/netmask up".
+std::vector<std::string> interfaces() {
+    ifaddrs* list = nullptr;
+    checked(getifaddrs(&list), "getifaddrs");
+    std::vector<std::string> found;
+    for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
+        if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != AF_INET)
+            continue;
+        const char* state = (entry->ifa_flags & IFF_UP) != 0 ? " up" : " down";
+        found.push_back(std::string(entry->ifa_name) + " " + dotted(entry->ifa_addr) + "/" +
+                        dotted(entry->ifa_netmask) + state);
+    }
+    freeifaddrs(list);
+    return found;
+}
+
+const char loopback[] = "lo 127.0.0.1/255.0.0.0 up";
+
+TEST(DefaultInterfaces, are_the_loopback_and_two_networks) {
+    EXPECT_EQ(interfaces(), (std::vector<std::string>{loopback, "eth0 192.168.7.2/255.255.255.0 up",
+                                                      "eth1 10.20.0.5/255.0.0.0 up"}));
+}
+
+TEST(LoopbackOnlyInterfaces, are_the_loopback_alone) {
+    EXPECT_EQ(interfaces(), std::vector<std::string>{loopback});
+}
+
+TEST(ListedInterfaces, keep_the_order_of_the_list_with_those_that_are_down) {
+    EXPECT_EQ(interfaces(),
+              (std::vector<std::string>{
+                  loopback, "wan9 192.168.7.9/255.255.0.0 up", "lan1 192.168.1.5/255.255.255.0 up",
+                  "off2 10.9.8.7/255.255.255.252 down", "lan0 192.168.1.6/255.255.255.0 up"}));
+}
+
+TEST(ListedInterfaces, have_addresses_that_can_be_listened_at_and_reached) {
+    LocalPort port(25);
+    port.open("192.168.1.5");
+    connection_to(25, "192.168.1.5");
+    EXPECT_EQ(port.takeAll(), 1);
+}
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "tests/support/caller.h"
 #include "tests/support/screen_image.h"
+#include "tests/support/wait_until.h"
 
 /// The part of the screen where a dialog stands that is `cols` wide and whose message takes `lines`
 /// lines.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "tests/support/key.h"
+#include "tests/support/emulator.h"
 #include "wizard/base/screen_state.h"
 
 void PrintTo(const ListenerFacts& listener, std::ostream* out) {

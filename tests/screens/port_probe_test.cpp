@@ -7,8 +7,8 @@
 
 #include <cerrno>
 
+#include "tests/support/descriptor.h"
 #include "tests/support/local_port.h"
-#include "tests/support/open_descriptors.h"
 #include "tests/support/waits.h"
 #include "wizard/base/wizard_settings.h"
 

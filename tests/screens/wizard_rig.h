@@ -6,10 +6,10 @@
 #include <variant>
 #include <vector>
 
-#include "tests/support/caller.h"
 #include "tests/support/curses_terminal.h"
-#include "tests/support/key.h"
+#include "tests/support/emulator.h"
 #include "tests/support/screen_image.h"
+#include "tests/support/wait_until.h"
 #include "tests/support/waits.h"
 #include "wizard/base/screen_state.h"
 

@@ -6,10 +6,6 @@
 #include <csignal>
 #include <regex>
 
-#include "standin/text.h"
-#include "tests/support/files.h"
-#include "tests/support/wait_until.h"
-
 namespace {
 
 const char* const configuration = R"(# A server for tests.
@@ -27,32 +23,28 @@ webadmin = {
 }
 )";
 
-/// The last match of `pattern`'s first group in `text`, as a number.
-int last_number(const std::string& text, const std::string& pattern) {
+/// What the first group of `pattern` matches in `text`, each time, as numbers after a 0.
+std::vector<int> numbers(const std::string& text, const std::string& pattern) {
     const std::regex expression(pattern);
-    int number = 0;
-    for (std::sregex_iterator at(text.begin(), text.end(), expression), end; at != end; ++at) {
-        number = std::stoi((*at)[1]);
-    }
-    return number;
+    std::vector<int> found = {0};
+    for (std::sregex_iterator at(text.begin(), text.end(), expression), end; at != end; ++at)
+        found.push_back(std::stoi((*at)[1]));
+    return found;
 }
 
 }  // namespace
 
-DaemonTest::DaemonTest() : paths(standin::run_paths(directory.path())) {
+DaemonTest::DaemonTest() {
     // Daemons become children of this process, which can so wait for their end.
     prctl(PR_SET_CHILD_SUBREAPER, 1);
-    ::write_file(paths.config, configuration);
-    ::write_file(paths.password, "secret");
+    write_file(paths.config, configuration);
+    write_file(paths.password, "secret");
 }
 
 void DaemonTest::TearDown() {
-    const std::regex started("started, process ([0-9]+)");
-    const std::string text = log();
-    for (std::sregex_iterator at(text.begin(), text.end(), started), end; at != end; ++at) {
-        const pid_t pid = std::stoi((*at)[1]);
+    for (const pid_t pid : numbers(log(), "started, process ([0-9]+)")) {
         // Only a child that was not waited for can still be meant by this number.
-        if (waitpid(pid, nullptr, WNOHANG) == 0) {
+        if (pid != 0 && waitpid(pid, nullptr, WNOHANG) == 0) {
             kill(pid, SIGKILL);
             waitpid(pid, nullptr, 0);
         }
@@ -83,27 +75,22 @@ ExitStatus DaemonTest::waitForEnd() const {
 }
 
 pid_t DaemonTest::daemon() const {
-    return last_number(log(), "started, process ([0-9]+)");
+    return numbers(log(), "started, process ([0-9]+)").back();
 }
 
 int DaemonTest::port() const {
-    return last_number(log(), "listening at 127.0.0.1:([0-9]+)");
+    return numbers(log(), "listening at 127.0.0.1:([0-9]+)").back();
+}
+
+void DaemonTest::configure(const std::string& part, const std::string& replacement) const {
+    std::string text = read_file(paths.config);
+    write_file(paths.config, text.replace(text.find(part), part.size(), replacement));
 }
 
 void DaemonTest::faults(const std::string& rules) const {
-    ::write_file(paths.faults, rules);
-}
-
-std::vector<std::string> DaemonTest::commands() const {
-    std::vector<std::string> lines;
-    for (const std::string& line : standin::split_lines(log())) {
-        if (!standin::begins_with(line, "# ")) {
-            lines.push_back(line);
-        }
-    }
-    return lines;
+    write_file(paths.faults, rules);
 }
 
 std::string DaemonTest::log() const {
-    return exists(paths.log) ? ::read_file(paths.log) : std::string();
+    return exists(paths.log) ? read_file(paths.log) : "";
 }

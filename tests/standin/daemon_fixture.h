@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "standin/run_paths.h"
+#include "standin/files.h"
+#include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "tests/support/temp_dir.h"
 
 /// The real server program in a directory of its own, at a port of its own. Daemons that are left
 /// over at the end of a test are killed.
@@ -35,14 +35,14 @@ class DaemonTest : public testing::Test {
     pid_t daemon() const;
     int port() const;
 
+    /// Replaces a part of the configuration.
+    void configure(const std::string& part, const std::string& replacement) const;
+
     /// Replaces the fault rules.
     void faults(const std::string& rules) const;
-
-    /// The lines of the log that are no notes.
-    std::vector<std::string> commands() const;
 
     std::string log() const;
 
     TempDir directory;
-    standin::RunPaths paths;
+    RunPaths paths{directory.path()};
 };

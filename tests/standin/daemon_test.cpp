@@ -6,36 +6,37 @@
 
 #include <csignal>
 
+#include "standin/text.h"
 #include "tests/standin/daemon_fixture.h"
 #include "tests/support/cli_client.h"
-#include "tests/support/files.h"
-#include "tests/support/wait_until.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST_F(DaemonTest, StartingReturnsOnceItListensAndItsPidFileIsWritten) {
-    start();
-    EXPECT_EQ(::read_file(paths.pid), std::to_string(daemon()) + "\n");
-    CliClient client(port());
-    EXPECT_EQ(client.readReply(), "TELUMA stand-in server, command line interface\r\nlogin> ");
-}
+const char* const greeting = "TELUMA stand-in server, command line interface\r\nlogin> ";
+const char* const welcome = "+OK: welcome\r\nteluma> ";
 
-TEST_F(DaemonTest, IsCutOffFromTheTerminalAndTheDirectoryOfWhoStartedIt) {
+TEST_F(DaemonTest, StartingReturnsOnceItListensApartFromWhoStartedIt) {
     start();
+    EXPECT_EQ(read_file(paths.pid), std::to_string(daemon()) + "\n");
+    EXPECT_EQ(CliClient(port()).readReply(), greeting);
     const std::string process = "/proc/" + std::to_string(daemon());
     EXPECT_EQ(getsid(daemon()), daemon()) << "a session of its own";
-    for (const char* stream : {"0", "1", "2"}) {
+    for (const char* stream : {"0", "1", "2"})
         EXPECT_EQ(link_target(process + "/fd/" + stream), "/dev/null");
-    }
     EXPECT_EQ(link_target(process + "/cwd"), "/");
 }
 
-TEST_F(DaemonTest, SigtermRemovesThePidFileAndEndsIt) {
+TEST_F(DaemonTest, SigtermEndsItWhileClientsAreConnectedAndRemovesThePidFile) {
     start();
+    CliClient silent(port());
+    CliClient busy(port());
+    busy.logIn("secret");
     EXPECT_EQ(stop(), exited(0));
     EXPECT_FALSE(exists(paths.pid));
+    silent.readToEnd();
+    EXPECT_EQ(busy.readToEnd(), "");
     EXPECT_THROW(CliClient{port()}, std::system_error);
 }
 
@@ -46,12 +47,11 @@ TEST_F(DaemonTest, SigtermEndsItAlsoWhenItsStarterHadAllSignalsBlocked) {
     sigfillset(&all);
     posix_spawnattr_setsigmask(&attributes, &all);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
-    std::string program = STANDIN_SERVER;
-    std::string option = "-r";
-    std::string argument = directory.path();
-    char* const arguments[] = {program.data(), option.data(), argument.data(), nullptr};
+    Lines words = {STANDIN_SERVER, "-r", directory.path()};
     pid_t starter = 0;
-    ASSERT_EQ(posix_spawn(&starter, STANDIN_SERVER, nullptr, &attributes, arguments, environ), 0);
+    ASSERT_EQ(posix_spawn(&starter, STANDIN_SERVER, nullptr, &attributes, exec_array(words).data(),
+                          environ),
+              0);
     posix_spawnattr_destroy(&attributes);
     int status = -1;
     ASSERT_EQ(waitpid(starter, &status, 0), starter);
@@ -61,28 +61,15 @@ TEST_F(DaemonTest, SigtermEndsItAlsoWhenItsStarterHadAllSignalsBlocked) {
 
 TEST_F(DaemonTest, SigtermLeavesThePidFileOfAnotherServerAlone) {
     start();
-    ::write_file(paths.pid, "1\n");
+    write_file(paths.pid, "1\n");
     EXPECT_EQ(stop(), exited(0));
-    EXPECT_EQ(::read_file(paths.pid), "1\n");
-}
-
-TEST_F(DaemonTest, SigtermEndsItWhileClientsAreConnected) {
-    start();
-    CliClient silent(port());
-    CliClient busy(port());
-    busy.logIn("secret");
-    EXPECT_EQ(stop(), exited(0));
-    silent.readToEnd();
-    EXPECT_EQ(busy.readToEnd(), "");
+    EXPECT_EQ(read_file(paths.pid), "1\n");
 }
 
 TEST_F(DaemonTest, RunsWithoutListeningWhenTheCliIsNotAmongTheServices) {
-    std::string text = ::read_file(paths.config);
-    text.replace(text.find(" cli )"), 4, "");
-    ::write_file(paths.config, text);
+    configure(" cli )", " )");
     start();
     EXPECT_EQ(port(), 0);
-    EXPECT_EQ(::read_file(paths.pid), std::to_string(daemon()) + "\n");
     EXPECT_EQ(stop(), exited(0));
     EXPECT_FALSE(exists(paths.pid));
 }
@@ -95,34 +82,24 @@ TEST_F(DaemonTest, RunsInTheForegroundWhenAsked) {
     }
     wait_until([&] { return exists(paths.pid); }, "the server runs");
     EXPECT_EQ(daemon(), server);
-    CliClient client(port());
-    EXPECT_EQ(client.logIn("secret"), "+OK: welcome\r\nteluma> ");
+    EXPECT_EQ(CliClient(port()).logIn("secret"), welcome);
     kill(server, SIGINT);
     EXPECT_EQ(waitForEnd(), exited(0));
     EXPECT_FALSE(exists(paths.pid));
 }
 
-TEST_F(DaemonTest, StoresThePasswordByteForByteAndLogsIt) {
+TEST_F(DaemonTest, ARunningServerKnowsANewPasswordByteForByteAndDoesNotLoseItBySaving) {
     const std::string password = R"(a "$HOME" `b` \ c'd  )";
-    EXPECT_EQ(run({"-A", password}).status, exited(0));
+    start();
     EXPECT_EQ(run({"-A", "-f"}).status, exited(0)) << "a password that looks like an option";
     EXPECT_EQ(run({"-A", password}).status, exited(0));
-    EXPECT_EQ(commands(), (Lines{"-A " + password, "-A -f", "-A " + password}));
-    start();
     CliClient client(port());
-    EXPECT_EQ(client.logIn(password), "+OK: welcome\r\nteluma> ");
-}
-
-TEST_F(DaemonTest, ARunningServerKnowsANewPasswordAndDoesNotLoseItBySaving) {
-    start();
-    EXPECT_EQ(run({"-A", "other"}).status, exited(0));
-    CliClient client(port());
-    EXPECT_EQ(client.logIn("other"), "+OK: welcome\r\nteluma> ");
+    EXPECT_EQ(client.logIn(password), welcome);
     EXPECT_EQ(client.say("save config"), "+OK: done\r\nteluma> ");
+    EXPECT_NE(log().find("-A -f\n-A " + password + "\n"), std::string::npos);
     stop();
     start();
-    CliClient again(port());
-    EXPECT_EQ(again.logIn("other"), "+OK: welcome\r\nteluma> ");
+    EXPECT_EQ(CliClient(port()).logIn(password), welcome);
 }
 
 TEST_F(DaemonTest, KeepsWhatWasSavedOverARestartAndNothingElse) {
@@ -150,97 +127,69 @@ TEST_F(DaemonTest, LogsCommandsAsTheyCameAndNotesApartFromThem) {
     client.say("config  server ");
     client.say("\x01\xff \"$x\"");
     client.say("");
-    EXPECT_EQ(commands(),
-              (Lines{"user admin", "secret", "config  server ", "\x01\xff \"$x\"", ""}));
-    EXPECT_EQ(log().find("# started, process "), 0U);
-    EXPECT_NE(log().find("\n# connection 1 opened\nuser admin\n"), std::string::npos);
+    const std::string logged = log();
+    EXPECT_EQ(logged.find("# started, process "), 0U);
+    EXPECT_EQ(logged.substr(logged.find('\n') + 1),
+              "# connection 1 opened\nuser admin\nsecret\nconfig  server \n\x01\xff \"$x\"\n\n");
 }
 
-TEST_F(DaemonTest, ALineMayComeInPiecesAndSeveralAtOnce) {
+TEST_F(DaemonTest, OnlyCrLfEndsALineWhichMayComeInPiecesOrWithOthers) {
     start();
     CliClient client(port());
     client.logIn("secret");
-    for (const char* piece : {"conf", "ig serv", "er\r", "\n"}) {
+    for (const char* piece : {"conf", "ig serv", "er\r", "\n"})
         client.send(piece);
-    }
     EXPECT_EQ(client.readReply(), "+OK: done\r\nteluma/server> ");
     client.send("config pop3\r\nback\r\nback\r\n");
     const std::string replies =
         "+OK: done\r\nteluma/server/service> +OK: done\r\nteluma/server> +OK: done\r\nteluma> ";
     EXPECT_EQ(client.readBytes(replies.size()), replies);
-}
-
-TEST_F(DaemonTest, OnlyCrLfEndsALine) {
-    start();
-    CliClient client(port());
-    client.logIn("secret");
     client.send("config\nserver\r");
     client.send("x\r\n");
     EXPECT_EQ(client.readReply(), "-ERR: malformed command\r\nteluma> ");
 }
 
-TEST_F(DaemonTest, ALineWithoutAnEndClosesTheConnectionAndHarmsNobodyElse) {
-    start();
-    CliClient other(port());
-    CliClient client(port());
-    client.readReply();
-    client.send(std::string(5000, 'x'));
-    EXPECT_EQ(client.readToEnd(), "");
-    EXPECT_EQ(other.logIn("secret"), "+OK: welcome\r\nteluma> ");
-}
-
-TEST_F(DaemonTest, SilentAndVanishingClientsDoNotKeepOthersWaiting) {
+TEST_F(DaemonTest, ClientsThatAreSilentVanishOrDoNotEndTheirLinesHarmNobodyElse) {
     start();
     CliClient silent(port());
     CliClient first(port());
     first.logIn("secret");
-    {
-        CliClient vanishing(port());
-        vanishing.sendLine("user admin");
-    }
+    CliClient(port()).sendLine("user admin");
+    CliClient endless(port());
+    endless.readReply();
+    endless.send(std::string(5000, 'x'));
+    EXPECT_EQ(endless.readToEnd(), "");
     CliClient second(port());
-    EXPECT_EQ(second.logIn("secret"), "+OK: welcome\r\nteluma> ");
+    EXPECT_EQ(second.logIn("secret"), welcome);
     EXPECT_EQ(first.say("config server"), "+OK: done\r\nteluma/server> ");
-    EXPECT_EQ(second.say("config server"), "+OK: done\r\nteluma/server> ");
-    EXPECT_EQ(silent.readReply(), "TELUMA stand-in server, command line interface\r\nlogin> ");
+    EXPECT_EQ(silent.readReply(), greeting);
 }
 
-TEST_F(DaemonTest, DoesNotStartTwiceAtOneAddress) {
+TEST_F(DaemonTest, StartsAgainAtOneAddressButNotTwice) {
     start();
-    std::string text = ::read_file(paths.config);
-    text.replace(text.find("127.0.0.1:0"), 11, "127.0.0.1:" + std::to_string(port()));
-    ::write_file(paths.config, text);
-    const CommandResult second = run({});
-    EXPECT_EQ(second.status, exited(1));
-    EXPECT_EQ(second.err, "teluma: can't listen at 127.0.0.1:" + std::to_string(port()) +
-                              ": Address already in use\n");
-    EXPECT_EQ(::read_file(paths.pid), std::to_string(daemon()) + "\n");
-}
-
-TEST_F(DaemonTest, StartsAgainAtTheSameAddressRightAfterItsEnd) {
-    start();
-    std::string text = ::read_file(paths.config);
-    text.replace(text.find("127.0.0.1:0"), 11, "localhost:" + std::to_string(port()));
-    ::write_file(paths.config, text);
-    const int first_port = port();
+    const std::string number = std::to_string(port());
+    configure("127.0.0.1:0", "localhost:" + number);
     CliClient client(port());
     client.logIn("secret");
+    const CommandResult second = run({});
+    EXPECT_EQ(second.status, exited(1));
+    EXPECT_EQ(second.err,
+              "teluma: can't listen at localhost:" + number + ": Address already in use\n");
+    EXPECT_EQ(read_file(paths.pid), std::to_string(daemon()) + "\n");
     stop();
     start();
-    EXPECT_EQ(port(), first_port);
-    EXPECT_EQ(CliClient(first_port).logIn("secret"), "+OK: welcome\r\nteluma> ");
+    EXPECT_EQ(CliClient(std::stoi(number)).logIn("secret"), welcome);
 }
 
 TEST_F(DaemonTest, SaysWhyItCanNotStart) {
-    ::write_file(paths.state, "nonsense\n");
+    write_file(paths.state, "nonsense\n");
     EXPECT_EQ(run({}).err, "teluma: " + paths.state + ": line 1 is no record: nonsense\n");
     unlink(paths.state.c_str());
-    ::write_file(paths.config, "services = ( cli )\n");
+    write_file(paths.config, "services = ( cli )\n");
     EXPECT_EQ(run({}).err, "teluma: no address to listen at: \n");
     unlink(paths.config.c_str());
-    const CommandResult result = run({});
-    EXPECT_EQ(result.err, "teluma: " + paths.config + ": No such file or directory\n");
-    EXPECT_EQ(result.status, exited(1));
+    EXPECT_EQ(run({}).err, "teluma: " + paths.config + ": No such file or directory\n");
+    EXPECT_EQ(run({}).status, exited(1));
     EXPECT_FALSE(exists(paths.pid));
 }
 
@@ -255,7 +204,7 @@ TEST_F(DaemonTest, FailsInTheStarterWhenItsPidFileCanNotBeWritten) {
 TEST_F(DaemonTest, RefusesACommandLineThatIsWrong) {
     const std::string usage =
         "teluma: usage: teluma [-f] [-r DIRECTORY] | [-r DIRECTORY] -A PASSWORD\n";
-    const Lines wrong_ones[] = {{"-A"}, {"-x"}, {"more"}, {"-A", "one", "two"}};
+    const Lines wrong_ones[] = {{"-A"}, {"-x"}, {"-x", "-f"}, {"more"}, {"-A", "one", "two"}};
     for (const Lines& arguments : wrong_ones) {
         const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, exited(2));

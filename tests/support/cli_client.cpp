@@ -5,15 +5,13 @@
 
 #include <utility>
 
-#include "tests/support/caller.h"
-#include "tests/support/deadline.h"
 #include "tests/support/local_port.h"
+#include "tests/support/wait_until.h"
 
 CliClient::CliClient(int port) : socket(connection_to(port)) {}
 
 void CliClient::send(const std::string& bytes) const {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
+    for (std::size_t done = 0; done < bytes.size();) {
         done += static_cast<std::size_t>(
             checked(static_cast<int>(::send(socket.get(), bytes.data() + done, bytes.size() - done,
                                             MSG_NOSIGNAL)),
@@ -21,22 +19,23 @@ void CliClient::send(const std::string& bytes) const {
     }
 }
 
-std::string CliClient::readReply() {
-    while (received.size() < 2 || received.compare(received.size() - 2, 2, "> ") != 0) {
-        if (!receive()) {
+template <class Condition>
+std::string CliClient::readUntil(Condition condition) {
+    while (!condition()) {
+        if (!receive())
             stop_test(Caller::here(), "the connection ended after: " + received);
-        }
     }
     return std::exchange(received, {});
 }
 
+std::string CliClient::readReply() {
+    return readUntil([this] {
+        return received.size() >= 2 && received.compare(received.size() - 2, 2, "> ") == 0;
+    });
+}
+
 std::string CliClient::readBytes(std::size_t count) {
-    while (received.size() < count) {
-        if (!receive()) {
-            stop_test(Caller::here(), "the connection ended after: " + received);
-        }
-    }
-    return std::exchange(received, {});
+    return readUntil([&] { return received.size() >= count; });
 }
 
 std::string CliClient::readToEnd() {
@@ -66,9 +65,8 @@ bool CliClient::receive() {
     const Deadline deadline;
     pollfd waiting{socket.get(), POLLIN, 0};
     while (poll(&waiting, 1, deadline.millisecondsLeft(1000)) <= 0) {
-        if (deadline.passed()) {
+        if (deadline.passed())
             stop_test(Caller::here(), "nothing came any more after: " + received);
-        }
     }
     char buffer[65536];
     const ssize_t count = recv(socket.get(), buffer, sizeof buffer, 0);

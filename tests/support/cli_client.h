@@ -4,8 +4,8 @@
 
 #include "tests/support/descriptor.h"
 
-/// A client of the command line interface on 127.0.0.1. Whatever does not come in time ends the
-/// test as failed.
+/// A client of the command line interface on 127.0.0.1. What does not come in time, and an end that
+/// comes before it, ends the test as failed.
 class CliClient {
   public:
     /// Connects. Throws std::system_error when nobody listens.
@@ -36,6 +36,8 @@ class CliClient {
     bool nothingCame() const;
 
   private:
+    template <class Condition>
+    std::string readUntil(Condition condition);
     bool receive();
 
     Descriptor socket;

@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <panel.h>
+#include <poll.h>
+#include <term.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -11,9 +13,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "tests/support/curses_image.h"
-#include "tests/support/deadline.h"
-#include "tests/support/terminfo.h"
+#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -58,6 +58,15 @@ void keep_ground_panel(PANEL* ground) {
     ground->above = nullptr;
 }
 
+/// Starting curses on a name that is not known loses memory.
+bool terminal_known(const std::string& term) {
+    int reason = 0;
+    if (setupterm(term.c_str(), STDERR_FILENO, &reason) != OK)
+        return false;
+    del_curterm(cur_term);
+    return true;
+}
+
 std::string change_locale(const std::string& locale) {
     std::string before = std::setlocale(LC_CTYPE, nullptr);
     if (std::setlocale(LC_CTYPE, locale.c_str()) == nullptr)
@@ -67,11 +76,43 @@ std::string change_locale(const std::string& locale) {
 
 }  // namespace
 
+CursesTerminal::Reader::Reader(CursesTerminal& terminal) : stop(make_pipe()) {
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    thread = std::thread([this, &terminal] { terminal.readUntil(stop.read_end); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+CursesTerminal::Reader::~Reader() {
+    stop.write_end.close();
+    thread.join();
+}
+
+void CursesTerminal::readUntil(const Descriptor& stop) {
+    pollfd waited[] = {{pty.descriptor(), POLLIN, 0}, {stop.get(), POLLIN, 0}};
+    while (waited[1].revents == 0) {
+        poll(waited, 2, -1);
+        lockAndAbsorb();
+    }
+}
+
+std::unique_lock<std::mutex> CursesTerminal::lockAndAbsorb() {
+    std::unique_lock<std::mutex> lock(mutex);
+    const std::string news = pty.read();
+    output += news;
+    emulator.feed(news);
+    pty.write(emulator.takeReplies());
+    return lock;
+}
+
 CursesTerminal::CursesTerminal(int rows, int cols, const std::string& term,
                                const std::string& locale)
     : locale_before(change_locale(locale)),
       pty(rows, cols),
-      reader(pty, rows, cols, term),
+      emulator(rows, cols, term),
+      reader(*this),
       stream(nullptr, std::fclose) {
     unsetenv("LINES");
     unsetenv("COLUMNS");
@@ -122,11 +163,27 @@ void CursesTerminal::type(const std::string& bytes) {
 }
 
 void CursesTerminal::press(Key key) {
-    type(reader.keyBytes(key));
+    const auto lock = lockAndAbsorb();
+    type(emulator.keyBytes(key));
 }
 
 ScreenImage CursesTerminal::image() {
-    ScreenImage image = read_curses_screen();
-    image.setCursor({image.cursor().position, reader.image().cursor().visible});
-    return image;
+    const auto lock = lockAndAbsorb();
+    return emulator.image();
+}
+
+std::string CursesTerminal::outputBytes() {
+    const auto lock = lockAndAbsorb();
+    return output;
+}
+
+bool CursesTerminal::alternateScreen() {
+    const auto lock = lockAndAbsorb();
+    return emulator.alternateScreen();
+}
+
+void CursesTerminal::resize(int rows, int cols) {
+    const auto lock = lockAndAbsorb();
+    emulator.resize(rows, cols);
+    pty.resize(rows, cols);
 }

@@ -4,13 +4,14 @@
 
 #include <cstdio>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/key.h"
+#include "tests/support/emulator.h"
 #include "tests/support/pty.h"
 #include "tests/support/screen_image.h"
-#include "tests/support/screen_reader.h"
 
 /// Real curses on a terminal of its own, for unit tests of code that draws and reads keys in this
 /// process. Make one at the start of a test (a member of the fixture); there can be only one at a
@@ -42,31 +43,48 @@ class CursesTerminal {
 
     void press(Key key);
 
-    /// What curses has last put on the terminal, by its own account, and whether the cursor is
-    /// visible. What the code under test has not sent to the terminal is not in it.
+    /// What the terminal shows after all that curses has written.
     ScreenImage image();
-
-    /// What a terminal shows after all that curses has written.
-    ScreenImage terminalImage() { return reader.image(); }
+    ScreenImage terminalImage() { return image(); }
 
     /// Everything that curses has written.
-    std::string outputBytes() { return reader.bytes(); }
+    std::string outputBytes();
 
     /// Whether the terminal shows the alternate screen, that is, curses has not ended.
-    bool alternateScreen() { return reader.alternateScreen(); }
+    bool alternateScreen();
 
     TerminalModes modes() const { return pty.modes(); }
 
     /// Changes the terminal's size. No signal comes: the code under test is told by the test.
-    void resize(int rows, int cols) { reader.resize(rows, cols); }
+    void resize(int rows, int cols);
 
   private:
+    /// Reads what is written while the object lives, so that code under test in this process can
+    /// write as much as it likes. The thread lets no signal in: those that a test raises reach the
+    /// thread that runs the test.
+    class Reader {
+      public:
+        explicit Reader(CursesTerminal& terminal);
+        ~Reader();
+        Reader(const Reader&) = delete;
+        Reader& operator=(const Reader&) = delete;
+
+      private:
+        Pipe stop;
+        std::thread thread;
+    };
+
+    void readUntil(const Descriptor& stop);
+    std::unique_lock<std::mutex> lockAndAbsorb();
     void startCurses(const std::string& term);
 
     std::string locale_before;
     Descriptor input_before;
     Pty pty;
-    ScreenReader reader;
+    std::mutex mutex;
+    Emulator emulator;
+    std::string output;
+    Reader reader;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream;
     SCREEN* screen = nullptr;
 };

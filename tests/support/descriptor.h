@@ -14,3 +14,6 @@ Pipe make_pipe();
 /// Passes on what a system call has returned, or throws std::system_error with errno and `call` if
 /// that is negative.
 int checked(int result, const char* call);
+
+/// How many descriptors this process has open.
+long open_descriptors();

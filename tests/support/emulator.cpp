@@ -4,22 +4,27 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
+#include <utility>
 
-#include "tests/support/repeat_expander.h"
-#include "tests/support/sequence_filter.h"
-#include "tests/support/utf8.h"
+#include "tests/support/escape_sequences.h"
 
 namespace {
-
-// The Linux console resets its palette on this. It has no end mark, so any other terminal takes all
-// that follows for the text of an operating system command.
-constexpr char linux_palette_reset[] = "\x1b]R";
 
 int palette_index(const VTermColor& colour) {
     if (VTERM_COLOR_IS_DEFAULT_FG(&colour) || VTERM_COLOR_IS_DEFAULT_BG(&colour))
         return default_colour;
     return VTERM_COLOR_IS_INDEXED(&colour) ? colour.indexed.idx : direct_colour;
+}
+
+std::string to_utf8(uint32_t character) {
+    if (character < 0x80)
+        return {static_cast<char>(character)};
+    int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+    const uint32_t length_mark = following == 1 ? 0xc0 : following == 2 ? 0xe0 : 0xf0;
+    std::string bytes{static_cast<char>(length_mark | (character >> (6 * following)))};
+    while (following-- > 0)
+        bytes += static_cast<char>(0x80 | ((character >> (6 * following)) & 0x3f));
+    return bytes;
 }
 
 Cell cell_of(const VTermScreenCell& shown) {
@@ -38,19 +43,18 @@ Cell cell_of(const VTermScreenCell& shown) {
     return cell;
 }
 
-VTermKey vterm_key(Key key) {
-    static const std::map<Key, VTermKey> keys = {
-        {Key::up, VTERM_KEY_UP},          {Key::down, VTERM_KEY_DOWN},
-        {Key::left, VTERM_KEY_LEFT},      {Key::right, VTERM_KEY_RIGHT},
-        {Key::home, VTERM_KEY_HOME},      {Key::end, VTERM_KEY_END},
-        {Key::page_up, VTERM_KEY_PAGEUP}, {Key::page_down, VTERM_KEY_PAGEDOWN},
-        {Key::insert, VTERM_KEY_INS},     {Key::del, VTERM_KEY_DEL},
-        {Key::enter, VTERM_KEY_ENTER},    {Key::tab, VTERM_KEY_TAB},
-        {Key::escape, VTERM_KEY_ESCAPE},  {Key::backspace, VTERM_KEY_BACKSPACE},
-    };
-    const auto found = keys.find(key);
-    return found == keys.end() ? VTERM_KEY_NONE : found->second;
-}
+const std::map<Key, const char*> plain_keys = {
+    {Key::space, " "}, {Key::backspace_as_8, "\b"}, {Key::ctrl_c, "\x03"}};
+
+const std::map<Key, VTermKey> special_keys = {
+    {Key::up, VTERM_KEY_UP},          {Key::down, VTERM_KEY_DOWN},
+    {Key::left, VTERM_KEY_LEFT},      {Key::right, VTERM_KEY_RIGHT},
+    {Key::home, VTERM_KEY_HOME},      {Key::end, VTERM_KEY_END},
+    {Key::page_up, VTERM_KEY_PAGEUP}, {Key::page_down, VTERM_KEY_PAGEDOWN},
+    {Key::insert, VTERM_KEY_INS},     {Key::del, VTERM_KEY_DEL},
+    {Key::enter, VTERM_KEY_ENTER},    {Key::tab, VTERM_KEY_TAB},
+    {Key::escape, VTERM_KEY_ESCAPE},  {Key::backspace, VTERM_KEY_BACKSPACE},
+};
 
 }  // namespace
 
@@ -58,16 +62,15 @@ struct Emulator::Terminal {
     VTerm* vterm;
     VTermScreen* screen;
     VTermScreenCallbacks callbacks{};
-    std::optional<SequenceFilter> skipped;
-    RepeatExpander repeats;
-    // libvterm shows a broken character as late as before the next one that is not ASCII.
-    BrokenCharacterFilter broken;
+    OutputFilter filter;
     std::string replies;
     bool alternate_screen = false;
     bool cursor_visible = true;
 
-    Terminal(int rows, int cols)
-        : vterm(vterm_new(rows, cols)), screen(vterm_obtain_screen(vterm)) {
+    Terminal(int rows, int cols, const std::string& term)
+        : vterm(vterm_new(rows, cols)),
+          screen(vterm_obtain_screen(vterm)),
+          filter(term == "linux") {
         vterm_set_utf8(vterm, 1);
         vterm_output_set_callback(vterm, onReply, this);
         callbacks.settermprop = onProperty;
@@ -92,24 +95,15 @@ struct Emulator::Terminal {
             terminal->cursor_visible = value->boolean != 0;
         return 1;
     }
-
-    void write(const std::string& bytes) const {
-        vterm_input_write(vterm, bytes.data(), bytes.size());
-    }
 };
 
 Emulator::Emulator(int rows, int cols, const std::string& term)
-    : terminal(std::make_unique<Terminal>(rows, cols)) {
-    if (term == "linux")
-        terminal->skipped.emplace(linux_palette_reset);
-}
+    : terminal(std::make_unique<Terminal>(rows, cols, term)) {}
 
 Emulator::~Emulator() = default;
 
 void Emulator::feed(const std::string& bytes) {
-    std::string output = terminal->repeats.expand(terminal->broken.filter(bytes));
-    if (terminal->skipped)
-        output = terminal->skipped->filter(output);
+    const std::string output = terminal->filter.filter(bytes);
     // libvterm takes room on the stack for all that it is given at once.
     constexpr size_t most_at_once = 65536;
     for (size_t at = 0; at < output.size(); at += most_at_once)
@@ -144,25 +138,14 @@ bool Emulator::alternateScreen() const {
 }
 
 std::string Emulator::keyBytes(Key key) {
-    switch (key) {
-        case Key::space:
-            return " ";
-        case Key::backspace_as_8:
-            return "\b";
-        case Key::ctrl_c:
-            return "\x03";
-        default:
-            break;
-    }
+    const auto plain = plain_keys.find(key);
+    if (plain != plain_keys.end())
+        return plain->second;
     const std::string earlier_replies = takeReplies();
-    vterm_keyboard_key(terminal->vterm, vterm_key(key), VTERM_MOD_NONE);
-    std::string bytes = takeReplies();
-    terminal->replies = earlier_replies;
-    return bytes;
+    vterm_keyboard_key(terminal->vterm, special_keys.at(key), VTERM_MOD_NONE);
+    return std::exchange(terminal->replies, earlier_replies);
 }
 
 std::string Emulator::takeReplies() {
-    std::string taken;
-    taken.swap(terminal->replies);
-    return taken;
+    return std::exchange(terminal->replies, {});
 }

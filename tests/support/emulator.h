@@ -3,8 +3,29 @@
 #include <memory>
 #include <string>
 
-#include "tests/support/key.h"
 #include "tests/support/screen_image.h"
+
+/// A key of a terminal's keyboard. What the cursor keys send follows the mode that the program has
+/// put the terminal in.
+enum class Key {
+    tab,
+    enter,
+    space,
+    escape,
+    up,
+    down,
+    left,
+    right,
+    home,
+    end,
+    page_up,
+    page_down,
+    insert,
+    del,
+    backspace,       // sends 127, as most terminals do
+    backspace_as_8,  // sends 8, as the others do
+    ctrl_c,
+};
 
 /// A terminal without a window: interprets the bytes that a program writes, as libvterm reads them,
 /// and knows what the keys send. UTF-8, alternate screen and line drawing included; bold does not

@@ -1,7 +1,6 @@
 #include "tests/support/expect_screen.h"
 
 #include "tests/support/screen_text.h"
-#include "tests/support/side_by_side.h"
 
 namespace {
 

@@ -1,8 +1,26 @@
 #pragma once
 
-#include <functional>
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
 #include <string>
 
 /// Runs a piece of a test that is meant to fail and returns the messages of its failures, an empty
 /// text if there were none. The running test is not marked as failed by them.
-std::string failure_of(const std::function<void()>& piece);
+template <class Piece>
+std::string failure_of(Piece piece) {
+    testing::TestPartResultArray results;
+    {
+        const testing::ScopedFakeTestPartResultReporter reporter(
+            testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &results);
+        try {
+            piece();
+        } catch (const testing::AssertionException&) {
+            // Its failure has been reported before it was thrown.
+        }
+    }
+    std::string messages;
+    for (int i = 0; i < results.size(); ++i)
+        messages += results.GetTestPartResult(i).message();
+    return messages;
+}

@@ -5,7 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
+#include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 #include "tests/support/descriptor.h"
@@ -46,14 +47,12 @@ void write_file(const std::string& path, const std::string& content, mode_t mode
 }
 
 bool exists(const std::string& path) {
-    struct stat facts {};
-    return lstat(path.c_str(), &facts) == 0;
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
 }
 
 std::string link_target(const std::string& path) {
-    char target[PATH_MAX];
-    const ssize_t length = checked_for(readlink(path.c_str(), target, sizeof target), path);
-    return {target, static_cast<size_t>(length)};
+    return std::filesystem::read_symlink(path).string();
 }
 
 FileFacts file_facts(const std::string& path) {
@@ -61,4 +60,14 @@ FileFacts file_facts(const std::string& path) {
     checked_for(lstat(path.c_str(), &facts), path);
     return {S_ISLNK(facts.st_mode), S_ISDIR(facts.st_mode), facts.st_mode & 07777,
             facts.st_uid,           facts.st_gid,           facts.st_size};
+}
+
+TempDir::TempDir() : directory(std::filesystem::temp_directory_path() / "teluma-test-XXXXXX") {
+    if (mkdtemp(directory.data()) == nullptr)
+        throw std::system_error(errno, std::generic_category(), directory);
+}
+
+TempDir::~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(directory, ignored);
 }

@@ -7,7 +7,6 @@
 #include <sstream>
 
 #include "tests/support/screen_text.h"
-#include "tests/support/side_by_side.h"
 #include "tests/support/terminal_program.h"
 
 namespace {

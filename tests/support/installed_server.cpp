@@ -5,35 +5,35 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <iterator>
 
 #include "tests/support/cli_client.h"
-#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "tests/support/side_by_side.h"
-#include "tests/support/wait_until.h"
+#include "tests/support/screen_text.h"
 
 namespace {
 
-constexpr const char* log_file = "/var/opt/teluma/run/teluma.log";
-constexpr const char* faults_file = "/var/opt/teluma/run/teluma.faults";
-constexpr const char* state_file = "/var/opt/teluma/run/teluma.state";
-constexpr const char* password_file = "/var/opt/teluma/run/teluma.password";
+const std::string run_files = "/var/opt/teluma/run/teluma.";
 constexpr int cli_port = 9091;
 
-bool begins_with(const std::string& text, const std::string& start) {
-    return text.compare(0, start.size(), start) == 0;
-}
-
-Lines beginning_with(const Lines& lines, const std::string& start) {
-    Lines found;
-    std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
-                 [&](const std::string& line) { return begins_with(line, start); });
-    return found;
+/// The lines that begin with `start`, or those that don't.
+Lines chosen(Lines lines, const std::string& start, bool wanted = true) {
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [&](const std::string& line) {
+                                   return (line.compare(0, start.size(), start) == 0) != wanted;
+                               }),
+                lines.end());
+    return lines;
 }
 
 }  // namespace
+
+Lines records(const std::string& text, const std::string& start) {
+    Lines values = chosen(split_lines(text), start + " ");
+    for (std::string& value : values)
+        value.erase(0, start.size() + 1);
+    return values;
+}
 
 void InstalledServer::start() const {
     const CommandResult result = run_command({binary});
@@ -42,11 +42,11 @@ void InstalledServer::start() const {
 }
 
 void InstalledServer::faults(const std::string& rules) const {
-    write_file(faults_file, rules);
+    write_file(run_files + "faults", rules);
 }
 
 void InstalledServer::save(const std::string& state) const {
-    write_file(state_file, state);
+    write_file(run_files + "state", state);
 }
 
 void InstalledServer::replaceBy(const std::string& script) const {
@@ -70,9 +70,9 @@ pid_t InstalledServer::pid() const {
 }
 
 pid_t InstalledServer::lastStarted() const {
-    const Lines processes =
-        records(exists(log_file) ? read_file(log_file) : "", "# started, process");
-    return processes.empty() ? 0 : std::atoi(processes.back().c_str());
+    const std::string start = "# started, process ";
+    const Lines starts = chosen(log(), start);
+    return starts.empty() ? 0 : std::atoi(starts.back().c_str() + start.size());
 }
 
 bool InstalledServer::isRunning() const {
@@ -85,36 +85,33 @@ void InstalledServer::waitForEnd() const {
 }
 
 Lines InstalledServer::commands() const {
-    Lines lines = log();
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [](const std::string& line) { return begins_with(line, "# "); }),
-                lines.end());
-    return lines;
+    return chosen(log(), "# ", false);
 }
 
-Lines InstalledServer::commandsBehind(const std::string& command) const {
+Lines InstalledServer::commandsAfter(const std::string& command) const {
     const Lines all = commands();
     const auto last = std::find(all.rbegin(), all.rend(), command);
     return last == all.rend() ? Lines() : Lines(last.base(), all.end());
 }
 
 Lines InstalledServer::saved(const std::string& words) const {
-    return beginning_with(split_lines(read_file(state_file)), words);
+    return chosen(split_lines(read_file(run_files + "state")), words);
 }
 
 std::string InstalledServer::password() const {
-    return read_file(password_file);
+    return read_file(run_files + "password");
 }
 
 Lines InstalledServer::log() const {
-    return exists(log_file) ? split_lines(read_file(log_file)) : Lines();
+    const std::string path = run_files + "log";
+    return exists(path) ? split_lines(read_file(path)) : Lines();
 }
 
 void InstalledServer::waitForLog(const std::string& line) const {
     wait_until(
         [&] {
             const Lines lines = log();
-            return std::find(lines.begin(), lines.end(), line) != lines.end();
+            return std::count(lines.begin(), lines.end(), line) > 0;
         },
         "the server's log held: " + line);
 }
@@ -122,16 +119,9 @@ void InstalledServer::waitForLog(const std::string& line) const {
 std::string InstalledServer::stateAfterRestart(const std::string& password) const {
     waitForEnd();
     start();
-    unlink(state_file);
+    unlink((run_files + "state").c_str());
     CliClient client(cli_port);
     client.logIn(password);
     client.say("save config");
-    return read_file(state_file);
-}
-
-Lines records(const std::string& text, const std::string& start) {
-    Lines values = beginning_with(split_lines(text), start + " ");
-    for (std::string& value : values)
-        value.erase(0, start.size() + 1);
-    return values;
+    return read_file(run_files + "state");
 }

@@ -37,10 +37,8 @@ class InstalledServer {
     /// The process that the pid file names; 0 without one.
     pid_t pid() const;
 
-    /// The process that was started last, by the log; 0 if none was.
+    /// The process that was started last, by the log, 0 if none was; and whether it is still there.
     pid_t lastStarted() const;
-
-    /// Whether the process that was started last is still there.
     bool isRunning() const;
 
     /// Waits until it is not, as after a signal.
@@ -49,8 +47,8 @@ class InstalledServer {
     /// The commands that it has received, `-A PASSWORD` included, in order.
     Lines commands() const;
 
-    /// The same behind the last `command`; nothing without it.
-    Lines commandsBehind(const std::string& command) const;
+    /// Those that followed the last `command`; nothing without it.
+    Lines commandsAfter(const std::string& command) const;
 
     /// The records of what it has saved last that begin with these words, which they keep.
     Lines saved(const std::string& words) const;
@@ -69,5 +67,5 @@ class InstalledServer {
     std::string stateAfterRestart(const std::string& password) const;
 };
 
-/// The lines of `text` that begin with `start` and a blank, without that.
+/// The lines of `text` that begin with `start` and a space, without that.
 Lines records(const std::string& text, const std::string& start);

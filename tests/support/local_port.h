@@ -33,3 +33,16 @@ class LocalPort {
 
 /// A connection to a port, which waits when it is read or written; throws std::system_error.
 Descriptor connection_to(int port, const std::string& address = "127.0.0.1");
+
+/// A port that lets a connection attempt wait: its queue is full, so the kernel drops what comes.
+/// Nobody is told anything before free(), which refuses the attempts that still go on.
+class SilentPort {
+  public:
+    explicit SilentPort(int number);
+
+    void free() { port.close(); }
+
+  private:
+    LocalPort port;
+    Descriptor first_caller;
+};

@@ -2,12 +2,44 @@
 
 #include <sys/types.h>
 
+#include <iosfwd>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "tests/support/caller.h"
-#include "tests/support/environment.h"
-#include "tests/support/exit_status.h"
+#include "tests/support/wait_until.h"
+
+/// How a process ended: by itself with an exit code, or by a signal. Exactly one of the two is set.
+struct ExitStatus {
+    int code = -1;   // 0 to 255, or -1 when a signal ended it
+    int signal = 0;  // or 0 when it ended by itself
+};
+
+/// The status of a process that ended with `code`: `EXPECT_EQ(program.waitExit(), exited(0))`.
+ExitStatus exited(int code);
+
+/// The status of a process that was ended by `signal`.
+ExitStatus killed_by(int signal);
+
+/// Reads the status that waitpid(2) gives for a process that has ended.
+ExitStatus from_wait_status(int wait_status);
+
+bool operator==(const ExitStatus& left, const ExitStatus& right);
+bool operator!=(const ExitStatus& left, const ExitStatus& right);
+
+/// Writes "exit status 1" or "signal 9 (Killed)".
+std::ostream& operator<<(std::ostream& out, const ExitStatus& status);
+
+/// Changes to the environment: the new value of a variable, or nothing to take it out.
+using EnvironmentChanges = std::map<std::string, std::optional<std::string>>;
+
+/// This process's environment with the changes, as "NAME=value" strings.
+std::vector<std::string> changed_environment(const EnvironmentChanges& changes);
+
+/// The strings as exec(3) takes them: pointers, then a null pointer. They point into `strings`,
+/// which must stay alive and unchanged.
+std::vector<char*> exec_array(std::vector<std::string>& strings);
 
 /// What a command has left behind.
 struct CommandResult {

@@ -8,26 +8,49 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <iterator>
+#include <ostream>
 #include <system_error>
 
-namespace {
-
-std::string name_of_program_side(int screen_side) {
-    char name[64];
-    const int error = ptsname_r(screen_side, name, sizeof name);
-    if (error != 0)
-        throw std::system_error(error, std::generic_category(), "ptsname_r");
-    return name;
+TerminalModes read_terminal_modes(int descriptor) {
+    TerminalModes modes{};
+    checked(tcgetattr(descriptor, &modes.settings), "tcgetattr");
+    return modes;
 }
 
-}  // namespace
+bool operator==(const TerminalModes& left, const TerminalModes& right) {
+    const termios& a = left.settings;
+    const termios& b = right.settings;
+    return a.c_iflag == b.c_iflag && a.c_oflag == b.c_oflag && a.c_cflag == b.c_cflag &&
+           a.c_lflag == b.c_lflag && std::equal(std::begin(a.c_cc), std::end(a.c_cc), b.c_cc);
+}
+
+bool operator!=(const TerminalModes& left, const TerminalModes& right) {
+    return !(left == right);
+}
+
+std::ostream& operator<<(std::ostream& out, const TerminalModes& modes) {
+    const termios& settings = modes.settings;
+    const auto flag = [&out](bool set, const char* name) { out << (set ? " " : " -") << name; };
+    out << std::oct << "input " << settings.c_iflag << ", output " << settings.c_oflag
+        << ", control " << settings.c_cflag << ", local " << settings.c_lflag << std::dec << ":";
+    flag(modes.echo(), "echo");
+    flag(modes.canonical(), "icanon");
+    flag((settings.c_lflag & ISIG) != 0, "isig");
+    flag((settings.c_iflag & ICRNL) != 0, "icrnl");
+    flag((settings.c_oflag & OPOST) != 0, "opost");
+    flag((settings.c_oflag & ONLCR) != 0, "onlcr");
+    return out;
+}
 
 Pty::Pty(int rows, int cols)
     : screen_side(
           checked(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK), "posix_openpt")) {
     checked(grantpt(screen_side.get()), "grantpt");
     checked(unlockpt(screen_side.get()), "unlockpt");
-    program_side_name = name_of_program_side(screen_side.get());
+    char name[64];
+    checked(-ptsname_r(screen_side.get(), name, sizeof name), "ptsname_r");
+    program_side_name = name;
     program_side = openProgramSide();
     resize(rows, cols);
 }

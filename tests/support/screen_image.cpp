@@ -2,14 +2,13 @@
 
 #include <ostream>
 #include <stdexcept>
+#include <tuple>
 
 bool operator==(const Cell& left, const Cell& right) {
-    return left.text == right.text && left.foreground == right.foreground &&
-           left.background == right.background && left.bold == right.bold;
-}
-
-bool operator!=(const Cell& left, const Cell& right) {
-    return !(left == right);
+    const auto all = [](const Cell& cell) {
+        return std::tie(cell.text, cell.foreground, cell.background, cell.bold);
+    };
+    return all(left) == all(right);
 }
 
 std::ostream& operator<<(std::ostream& out, const Cell& cell) {

@@ -20,7 +20,6 @@ struct Cell {
 };
 
 bool operator==(const Cell& left, const Cell& right);
-bool operator!=(const Cell& left, const Cell& right);
 std::ostream& operator<<(std::ostream& out, const Cell& cell);
 
 /// A place on the screen; both start at 0 in the upper left corner.
@@ -57,10 +56,10 @@ class ScreenImage {
     const Cursor& cursor() const { return cursor_state; }
     void setCursor(const Cursor& cursor) { cursor_state = cursor; }
 
-    /// The characters of a row, blanks at its end included.
+    /// The characters of a row, spaces at its end included.
     std::string rowText(int row) const;
 
-    /// All rows, each without the blanks at its end and with a newline.
+    /// All rows, each without the spaces at its end and with a newline.
     std::string text() const;
 
     /// Where `wanted` starts, which must stand within one row; the topmost, then leftmost place.

@@ -2,22 +2,15 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 #include <tuple>
 
 namespace {
 
-struct Look {
-    int foreground;
-    int background;
-    bool bold;
-    bool blank;
-};
+/// Foreground, background, bold, blank.
+using Look = std::tuple<int, int, bool, bool>;
 
-bool operator<(const Look& left, const Look& right) {
-    return std::tie(left.foreground, left.background, left.bold, left.blank) <
-           std::tie(right.foreground, right.background, right.bold, right.blank);
-}
-
+/// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
     if (cell.text == " ")
         return {default_colour, cell.background, false, true};
@@ -53,18 +46,15 @@ class ColourLetters {
   public:
     char letter(const Cell& cell) {
         const Look look = look_of(cell);
+        const auto& [foreground, background, bold, blank] = look;
         for (const UsualColours& usual : usual_colours) {
-            if (look.background == usual.background &&
-                (look.blank || look.foreground == usual.foreground)) {
-                const char found = look.bold ? usual.bold : usual.plain;
-                return note(found, {usual.foreground, usual.background, look.bold, false});
+            if (background == usual.background && (blank || foreground == usual.foreground)) {
+                return note(bold ? usual.bold : usual.plain,
+                            {usual.foreground, usual.background, bold, false});
             }
         }
-        const auto known = unusual.find(look);
-        if (known != unusual.end())
-            return known->second;
         const size_t next = std::min(unusual.size(), sizeof unusual_letters - 2);
-        return note(unusual[look] = unusual_letters[next], look);
+        return note(unusual.emplace(look, unusual_letters[next]).first->second, look);
     }
 
     std::string legend() const {
@@ -76,9 +66,9 @@ class ColourLetters {
 
   private:
     char note(char letter, const Look& look) {
-        meanings[letter] = std::string(look.bold ? "bold " : "") +
-                           (look.blank ? "blank" : colour_name(look.foreground)) + " on " +
-                           colour_name(look.background);
+        const auto& [foreground, background, bold, blank] = look;
+        meanings[letter] = (bold ? "bold " : "") + (blank ? "blank" : colour_name(foreground)) +
+                           " on " + colour_name(background);
         return letter;
     }
 
@@ -94,6 +84,15 @@ std::vector<std::string> colour_rows(const ScreenImage& image, ColourLetters& le
             rows.back() += letters.letter(image.cell(row, col));
     }
     return rows;
+}
+
+size_t columns_of(const std::string& line) {
+    const auto is_character = [](char byte) { return (byte & 0xc0) != 0x80; };
+    return static_cast<size_t>(std::count_if(line.begin(), line.end(), is_character));
+}
+
+std::string padded(const std::string& line, size_t columns) {
+    return line + std::string(columns - std::min(columns, columns_of(line)), ' ');
 }
 
 std::string closed_rows(const std::vector<std::string>& rows) {
@@ -130,4 +129,31 @@ std::string to_text(const ScreenImage& image) {
     const std::string colours = closed_rows(colour_rows(image, letters));
     return closed_rows(picture_rows(image)) + "colours\n" + colours + cursor_line(image.cursor()) +
            letters.legend();
+}
+
+std::vector<std::string> split_lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string side_by_side(const std::string& expected, const std::string& drawn) {
+    std::vector<std::string> left = split_lines(expected);
+    std::vector<std::string> right = split_lines(drawn);
+    const size_t lines = std::max(left.size(), right.size());
+    left.resize(lines);
+    right.resize(lines);
+
+    size_t columns = 8;
+    for (const std::string& line : left)
+        columns = std::max(columns, columns_of(line));
+
+    std::string text = "  " + padded("expected", columns) + "   drawn\n";
+    for (size_t line = 0; line < lines; ++line) {
+        const char* mark = left[line] == right[line] ? "  " : "! ";
+        text += mark + padded(left[line], columns) + "   " + right[line] + "\n";
+    }
+    return text;
 }

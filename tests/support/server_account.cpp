@@ -1,16 +1,37 @@
 #include "tests/support/server_account.h"
 
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <pwd.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include <sstream>
-
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/screen_text.h"
+
+uid_t server_user() {
+    const passwd* account = getpwnam("teluma");
+    return account == nullptr ? 0 : account->pw_uid;
+}
+
+ExitStatus as_user(uid_t user, const std::function<void()>& piece) {
+    const pid_t child = checked(fork(), "fork");
+    if (child == 0) {
+        if (user != geteuid() &&
+            (setgroups(0, nullptr) != 0 || setgid(user) != 0 || setuid(user) != 0))
+            _exit(126);
+        piece();
+        _exit(0);
+    }
+    int status = 0;
+    checked(waitpid(child, &status, 0), "waitpid");
+    return from_wait_status(status);
+}
 
 void remove_server_account() {
-    std::istringstream users(read_file("/etc/passwd"));
     std::string others;
-    for (std::string user; std::getline(users, user);) {
+    for (const std::string& user : split_lines(read_file("/etc/passwd"))) {
         if (user.rfind("teluma:", 0) != 0)
             others += user + "\n";
     }

@@ -1,6 +1,20 @@
 #pragma once
 
+#include <sys/types.h>
+
+#include <functional>
 #include <string>
+
+#include "tests/support/process.h"
+
+/// The id of the user "teluma", who has the group of the same number; 0 in a sandbox that has no
+/// other user than its superuser.
+uid_t server_user();
+
+/// Runs `piece` in a child process of this user: where that is another one, of the group of the
+/// same number and of no other group. Returns how it ended: with 0 unless the piece ends it
+/// otherwise.
+ExitStatus as_user(uid_t user, const std::function<void()>& piece);
 
 /// Takes the user "teluma" out of the sandbox's users.
 void remove_server_account();

@@ -6,9 +6,9 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "tests/support/deadline.h"
-#include "tests/support/plain_text.h"
+#include "tests/support/escape_sequences.h"
 #include "tests/support/screen_text.h"
+#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -162,7 +162,10 @@ std::string TerminalProgram::output() {
 }
 
 std::string TerminalProgram::printedAfterwards() {
-    return plain_text(after_alternate_screen(output()));
+    const std::string printed = output();
+    const std::string leave = "\x1b[?1049l";
+    const size_t at = printed.rfind(leave);
+    return plain_text(at == std::string::npos ? printed : printed.substr(at + leave.size()));
 }
 
 void TerminalProgram::giveUp(const std::string& description, const Caller& caller) {

@@ -4,15 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/caller.h"
 #include "tests/support/emulator.h"
-#include "tests/support/environment.h"
-#include "tests/support/exit_status.h"
-#include "tests/support/key.h"
+#include "tests/support/process.h"
 #include "tests/support/pty.h"
 #include "tests/support/screen_image.h"
-#include "tests/support/terminal_modes.h"
 #include "tests/support/terminal_session.h"
+#include "tests/support/wait_until.h"
 
 /// What a program is run with. TERM and LC_ALL are set from `term` and `locale`, LINES and COLUMNS
 /// are taken out; `environment` comes last.
@@ -74,7 +71,7 @@ class TerminalProgram {
     void type(const std::string& bytes);
     void press(Key key);
 
-    /// Whether the program has left something of it unread.
+    /// Whether the program has left something unread that was typed.
     bool hasUnreadInput() const { return pty.hasUnreadInput(); }
 
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.

@@ -9,11 +9,10 @@
 
 #include <cerrno>
 #include <csignal>
-#include <initializer_list>
 #include <system_error>
 #include <utility>
 
-#include "tests/support/environment.h"
+#include "tests/support/process.h"
 
 namespace {
 
@@ -29,14 +28,24 @@ struct Prepared {
     int start_error;  // gets errno when the program cannot be run; closed by exec
 };
 
-void close_all_but(std::initializer_list<int> ascending) {
-    int first = 0;
-    for (const int kept : ascending) {
-        if (kept > first)
-            close_range(static_cast<unsigned>(first), static_cast<unsigned>(kept - 1), 0);
-        first = kept + 1;
+/// Moves a descriptor above those that the program gets, at least to `lowest`.
+int moved(int descriptor, int lowest) {
+    return fcntl(descriptor, F_DUPFD_CLOEXEC, lowest);
+}
+
+/// Keeps nothing open but these three, which it moves, in ascending order.
+void close_all_but(Prepared& prepared) {
+    prepared.terminal = moved(prepared.terminal, 10);
+    prepared.report = moved(prepared.report, prepared.terminal + 1);
+    prepared.start_error = moved(prepared.start_error, prepared.report + 1);
+    unsigned first = 0;
+    for (const int kept : {prepared.terminal, prepared.report, prepared.start_error}) {
+        const auto number = static_cast<unsigned>(kept);
+        if (number > first)
+            close_range(first, number - 1, 0);
+        first = number + 1;
     }
-    close_range(static_cast<unsigned>(first), ~0U, 0);
+    close_range(first, ~0U, 0);
 }
 
 void reset_signals() {
@@ -76,13 +85,13 @@ void pass_on_hang_up(int) {
         kill(-program_group, SIGHUP);
 }
 
-[[noreturn]] void lead_session(const Prepared& prepared) {
+[[noreturn]] void lead_session(Prepared prepared) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setsid();
     ioctl(prepared.terminal, TIOCSCTTY, 0);
     std::signal(SIGHUP, pass_on_hang_up);
     std::signal(SIGTTOU, SIG_IGN);
-    close_all_but({prepared.terminal, prepared.report, prepared.start_error});
+    close_all_but(prepared);
 
     const pid_t program = fork();
     if (program == 0)
@@ -96,28 +105,6 @@ void pass_on_hang_up(int) {
     report_value(prepared.report, wait_status);
     for (;;)
         pause();
-}
-
-/// A copy above those descriptors that the program gets, at least `lowest`.
-Descriptor high_copy(const Descriptor& descriptor, int lowest) {
-    return Descriptor(checked(fcntl(descriptor.get(), F_DUPFD_CLOEXEC, lowest), "fcntl"));
-}
-
-/// Forks the leader and returns its pid.
-pid_t start_leader(const Descriptor& terminal, SessionCommand& command, const Descriptor& report,
-                   const Descriptor& start_error) {
-    const Descriptor kept_terminal = high_copy(terminal, 10);
-    const Descriptor kept_report = high_copy(report, kept_terminal.get() + 1);
-    const Descriptor kept_error = high_copy(start_error, kept_report.get() + 1);
-    std::vector<char*> arguments = exec_array(command.arguments);
-    std::vector<char*> environment = exec_array(command.environment);
-    const char* directory = command.directory.empty() ? "." : command.directory.c_str();
-    const Prepared prepared{arguments.data(),    environment.data(), directory,
-                            kept_terminal.get(), kept_report.get(),  kept_error.get()};
-    const pid_t pid = checked(fork(), "fork");
-    if (pid == 0)
-        lead_session(prepared);
-    return pid;
 }
 
 std::optional<int> read_value(int descriptor) {
@@ -135,7 +122,17 @@ std::optional<int> read_value(int descriptor) {
 TerminalSession::TerminalSession(const Descriptor& terminal, SessionCommand command) {
     Pipe reports = make_pipe();
     Pipe start_errors = make_pipe();
-    leader.pid = start_leader(terminal, command, reports.write_end, start_errors.write_end);
+    std::vector<char*> arguments = exec_array(command.arguments);
+    std::vector<char*> environment = exec_array(command.environment);
+    const Prepared prepared{arguments.data(),
+                            environment.data(),
+                            command.directory.empty() ? "." : command.directory.c_str(),
+                            terminal.get(),
+                            reports.write_end.get(),
+                            start_errors.write_end.get()};
+    leader.pid = checked(fork(), "fork");
+    if (leader.pid == 0)
+        lead_session(prepared);
     reports.write_end.close();
     start_errors.write_end.close();
     report = std::move(reports.read_end);

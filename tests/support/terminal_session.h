@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 
 /// What a program is started with.
 struct SessionCommand {

@@ -1,10 +1,49 @@
 #pragma once
 
+#include <chrono>
+#include <cstdlib>
 #include <string>
 #include <thread>
 
-#include "tests/support/caller.h"
-#include "tests/support/deadline.h"
+/// The place in a test's source that called a helper, so that a failure names the test's line and
+/// not the helper's. Taken by the compiler when `Caller caller = Caller::here()` is a default
+/// argument.
+struct Caller {
+    const char* file;
+    int line;
+
+    static Caller here(const char* file = __builtin_FILE(), int line = __builtin_LINE()) {
+        return {file, line};
+    }
+};
+
+/// Ends the running test as failed, with `message`, at the caller's line. Does not return: it
+/// throws what GoogleTest takes for an already reported failure, so destructors still run.
+[[noreturn]] void stop_test(const Caller& caller, const std::string& message);
+
+/// How long a test waits for something before it fails: 30 seconds, times the number in the
+/// environment variable TELUMA_TEST_PATIENCE where it is set (a slow or crowded machine).
+std::chrono::milliseconds patience();
+
+/// While it lives, whatever is waited for in vain fails soon.
+struct Impatience {
+    Impatience() { setenv("TELUMA_TEST_PATIENCE", "0.01", 1); }
+    ~Impatience() { unsetenv("TELUMA_TEST_PATIENCE"); }
+    Impatience(const Impatience&) = delete;
+    Impatience& operator=(const Impatience&) = delete;
+};
+
+/// The moment when patience() is over.
+class Deadline {
+  public:
+    bool passed() const { return millisecondsLeft(1) == 0; }
+
+    /// Milliseconds that are left, at most `most` and at least 0: a time-out for poll(2).
+    int millisecondsLeft(int most) const;
+
+  private:
+    std::chrono::steady_clock::time_point end = std::chrono::steady_clock::now() + patience();
+};
 
 /// Waits until `condition()` is true, for what no descriptor tells of (a file that appears, a
 /// process that goes). When patience() is over the test ends as failed with `description`.

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <vector>
 
-/// The waits of the code under test, which all pass through pselect(2) when they are sleeps, and
-/// else through ppoll(2), in the hands of the test that makes one of these. There can be only one
-/// at a time. What is called may do what a signal handler would do at that place, or throw.
+/// Takes over the waits of the code under test: sleeps, which all pass through pselect(2), and
+/// waits for a descriptor, which pass through ppoll(2). There can be only one at a time. What is
+/// called may do what a signal handler would do at that place, or throw.
 class Waits {
   public:
     Waits();
@@ -25,4 +26,22 @@ class Waits {
 
     /// Called before another descriptor is waited for.
     std::function<void()> atSocket;
+};
+
+/// Runs pieces of a test while the code under test waits for a key: the first piece at the first
+/// wait, the next one at the next; after the last one it waits for real. A piece runs where a
+/// signal handler would: it may look at the screen, draw, and type the key that is waited for. One
+/// that types nothing leaves the wait to the next piece. A piece that never got its wait fails the
+/// test.
+class KeyWaits : public Waits {
+  public:
+    ~KeyWaits();
+
+    /// Adds a piece; one that runs may add further ones.
+    KeyWaits& then(std::function<void()> piece);
+
+  private:
+    void runNext();
+
+    std::deque<std::function<void()>> pieces;
 };

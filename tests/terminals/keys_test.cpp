@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/wizard_run.h"
-#include "tests/support/terminfo.h"
+#include "tests/support/process.h"
 #include "tests/terminals/surroundings.h"
 
 namespace {
@@ -11,7 +11,7 @@ namespace {
 class Keys : public testing::TestWithParam<Surroundings> {
   protected:
     static std::string key(const std::string& capability) {
-        return terminfo_text(GetParam().term, capability);
+        return run_command({"tput", "-T", GetParam().term, capability}).out;
     }
 
     // Types a key and expects how many characters of the password are left.

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/environment.h"
+#include "tests/support/process.h"
 #include "tests/support/pty.h"
 #include "tests/support/terminal_session.h"
 #include "tests/terminals/delay_line.h"

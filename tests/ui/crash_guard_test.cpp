@@ -1,6 +1,6 @@
 #include <sys/wait.h>
 
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 #include "tests/ui/terminal_test.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/key_waits.h"
+#include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
 #include "ui/modal_dialog.h"
 #include "ui/terminal/colours.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/key_waits.h"
+#include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
 #include "wizard/system/signal_gate.h"
 

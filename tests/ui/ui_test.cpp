@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "tests/support/deadline.h"
+#include "tests/support/wait_until.h"
 #include "ui/main_window.h"
 #include "wizard/base/screen_state.h"
 

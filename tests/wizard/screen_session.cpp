@@ -5,7 +5,7 @@
 #include <csignal>
 
 #include "screens/screen_table.h"
-#include "tests/support/deadline.h"
+#include "tests/support/wait_until.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "ui/main_window.h"

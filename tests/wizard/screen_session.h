@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "tests/support/curses_terminal.h"
-#include "tests/support/key_waits.h"
+#include "tests/support/waits.h"
 
 struct Size {
     int rows;

@@ -18,7 +18,7 @@
 #include <thread>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "tests/support/open_descriptors.h"
+#include "tests/support/descriptor.h"
 #include "tests/support/pty.h"
 #include "tests/wizard/replaced_calls.h"
 

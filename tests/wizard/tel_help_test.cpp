@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "tests/support/case_name.h"
-#include "tests/support/open_descriptors.h"
-#include "tests/support/other_user.h"
+#include "tests/support/descriptor.h"
+#include "tests/support/server_account.h"
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/heap_text.h"

@@ -13,11 +13,10 @@
 #include <stdexcept>
 #include <thread>
 
-#include "tests/support/deadline.h"
 #include "tests/support/descriptor.h"
-#include "tests/support/environment.h"
 #include "tests/support/process.h"
 #include "tests/support/screen_text.h"
+#include "tests/support/wait_until.h"
 #include "tools/bench/key_rest.h"
 
 namespace {

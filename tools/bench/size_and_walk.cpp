@@ -1,6 +1,5 @@
 #include "tests/support/files.h"
 #include "tests/support/process.h"
-#include "tests/support/temp_dir.h"
 #include "tools/bench/measured_program.h"
 #include "tools/bench/samples.h"
 #include "tools/bench/walk.h"

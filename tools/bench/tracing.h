@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/temp_dir.h"
+#include "tests/support/files.h"
 #include "tools/bench/measured_program.h"
 #include "tools/bench/trace_log.h"
 

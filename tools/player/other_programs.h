@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "tests/support/local_port.h"
-#include "tests/support/silent_port.h"
 
 /// A port that one of the scenes expects some program to have.
 constexpr int port_in_use = 8080;

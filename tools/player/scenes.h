@@ -4,7 +4,7 @@
 #include <variant>
 #include <vector>
 
-#include "tests/support/key.h"
+#include "tests/support/emulator.h"
 
 /// Not typed: the program ends that lets the port check wait, see OtherPrograms.
 struct EndOfBusyProgram {};

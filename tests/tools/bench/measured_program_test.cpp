@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "tests/e2e/key_wait.h"
-#include "tests/support/impatience.h"
 #include "tests/support/terminal_program.h"
 #include "tests/support/wait_until.h"
 #include "tools/bench/key_rest.h"

@@ -1,4 +1,0 @@
-#pragma once
-
-/// How many descriptors this process has open.
-long open_descriptors();
