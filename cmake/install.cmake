@@ -8,9 +8,5 @@ if(CMAKE_INSTALL_PREFIX_INITIALIZED_TO_DEFAULT)
   set(CMAKE_INSTALL_PREFIX ${prefix} CACHE PATH "Where the server is installed" FORCE)
 endif()
 
-# Otherwise directories are made with the umask of whoever installs, which may keep others out.
-set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE
-    GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
-
 install(TARGETS teluma-wizard RUNTIME DESTINATION bin COMPONENT program)
 install(FILES docs/teluma-wizard.8 DESTINATION share/man/man8 COMPONENT manual)

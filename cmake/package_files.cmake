@@ -41,3 +41,12 @@ if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
        "%doc /usr/share/man/man8/teluma-wizard.8.gz")
   placed(debian ${made}/overrides/teluma-wizard /usr/share/lintian/overrides)
 endif()
+
+# Directories are made with the umask of whoever makes the package, which may keep others out.
+foreach(component package debian rpm)
+  install(CODE [[
+    if(DEFINED ENV{DESTDIR})
+      execute_process(COMMAND find "$ENV{DESTDIR}" -type d -exec chmod 755 {} +)
+    endif()
+  ]] COMPONENT ${component} EXCLUDE_FROM_ALL)
+endforeach()

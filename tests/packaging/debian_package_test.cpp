@@ -112,7 +112,7 @@ TEST_F(FreshTree, passes_the_test_that_comes_with_the_source_package) {
     install();
     const CommandResult result =
         run_command({SOURCES "/packaging/debian/tests/refuses-other-users"},
-                    {{"PATH", root + "/usr/sbin:/usr/sbin:/usr/bin:/sbin:/bin"}});
+                    {{"PATH", "/opt/teluma/bin:/usr/sbin:/usr/bin:/sbin:/bin"}});
     EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
 }
 
