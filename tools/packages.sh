@@ -64,5 +64,9 @@ need_packages() {
     fi
     say "Installing $missing"
     # shellcheck disable=SC2086  # one word per package
-    quietly "$log" install_packages $missing
+    install_packages $missing >"$log" 2>&1 && return
+    status=$?
+    say "These packages could not be got (no network?); install them, and run this again: $missing"
+    say "What apt-get said is in $log"
+    return $status
 }

@@ -27,7 +27,7 @@ std::string package_in(const std::string& directory) {
 }
 
 std::string package() {
-    return package_in(PACKAGES "/build");
+    return package_in(PACKAGES "/one/release");
 }
 
 // The host's list of installed packages, without one of them.
@@ -106,6 +106,14 @@ TEST_F(FreshTree, refuses_the_wizard_where_the_curses_library_is_missing) {
     const CommandResult result = dpkg("--install", package());
     EXPECT_EQ(result.status, exited(1));
     EXPECT_NE(result.err.find("depends on libncursesw6"), std::string::npos) << result.err;
+}
+
+TEST_F(FreshTree, passes_the_test_that_comes_with_the_source_package) {
+    install();
+    const CommandResult result =
+        run_command({SOURCES "/packaging/debian/tests/refuses-other-users"},
+                    {{"PATH", "/opt/teluma/bin:/usr/sbin:/usr/bin:/sbin:/bin"}});
+    EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
 }
 
 // The command and the page are where everybody looks; links would lead to themselves.
