@@ -18,7 +18,7 @@
 #include <thread>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/exit_status.h"
+#include "tests/support/process.h"
 
 namespace {
 
@@ -151,11 +151,6 @@ void expect_signals_during(const std::function<void()>& wait, const std::functio
     wait();
     EXPECT_EQ(signals_seen, 3);
     EXPECT_TRUE(is_blocked(SIGUSR1));
-}
-
-TEST_F(SignalGate, waiting_to_read_lets_signals_in_and_goes_on_waiting) {
-    expect_signals_during([this] { EXPECT_EQ(wait_for(pipe.read_end.get(), POLLIN), 0); },
-                          [this] { writeToPipe(); });
 }
 
 TEST_F(SignalGate, waiting_to_read_lets_a_signal_in_that_comes_meanwhile) {
