@@ -1,6 +1,10 @@
+#include "wizard/ending.h"
+
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdio>
+#include <functional>
 #include <string>
 
 #include "tests/wizard/fake_interfaces.h"
@@ -8,9 +12,15 @@
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
-#include "wizard/ending.h"
 
 namespace {
+
+std::string printed_by(const std::function<void()>& work) {
+    testing::internal::CaptureStdout();
+    work();
+    std::fflush(stdout);
+    return testing::internal::GetCapturedStdout();
+}
 
 class Summary : public testing::Test {
   protected:
@@ -29,10 +39,7 @@ class Summary : public testing::Test {
     static std::string printed(int interface, int port) {
         wizard_settings.webadmin_interface = interface;
         wizard_settings.webadmin_port = port;
-        testing::internal::CaptureStdout();
-        print_summary();
-        std::fflush(stdout);
-        return testing::internal::GetCapturedStdout();
+        return printed_by(print_summary);
     }
 
     const std::string domain = std::string(738, 'd') + ".example.com";
@@ -58,10 +65,21 @@ TEST_F(Summary, has_each_interface_on_a_line_and_then_an_empty_one_or_the_one_th
     EXPECT_EQ(printed(2, 443), introduction + "\thttp://192.168.7.2:443\n") << "the port of HTTPS";
 }
 
-TEST_F(Summary, has_no_url_where_no_interface_is_known) {
+TEST_F(Summary, is_printed_after_a_completed_run_without_urls_where_no_interface_is_known) {
     fake_failing_interface_list();
     discover_networks();
-    EXPECT_EQ(printed(0, 9000), introduction + "\n");
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::completed), 0); }),
+              introduction + "\n");
+    EXPECT_EQ(interface_table, nullptr) << "everything is released";
+}
+
+TEST(Ending, of_any_other_kind_has_its_own_words_and_status) {
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::left), 0); }),
+              "\nTELUMA Configuration Wizard Aborted!\n");
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::without_login), 1); }), "");
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(refuse_terminal(), 0); }),
+              "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
+    EXPECT_EXIT(abort_wizard(SIGINT), testing::ExitedWithCode(1), "");
 }
 
 }  // namespace
