@@ -6,8 +6,8 @@
 
 #include <cerrno>
 
+#include "wizard/system/descriptor.h"
 #include "text.h"
-#include "wizard/base/descriptor.h"
 
 namespace standin {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "delivery.h"
+#include "wizard/system/descriptor.h"
 #include "session.h"
-#include "wizard/base/descriptor.h"
 
 namespace standin {
 

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace standin {
 

@@ -9,9 +9,9 @@
 
 #include "command_log.h"
 #include "connection.h"
+#include "wizard/system/descriptor.h"
 #include "fault_book.h"
 #include "store.h"
-#include "wizard/base/descriptor.h"
 
 namespace standin {
 

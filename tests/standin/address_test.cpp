@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "wizard/system/descriptor.h"
 #include "standin/listener.h"
 #include "tests/support/cli_client.h"
-#include "wizard/base/descriptor.h"
 
 namespace standin {
 namespace {
