@@ -22,19 +22,17 @@
 
 namespace {
 
-sigset_t set_of(int signal_number) {
-    sigset_t set;
-    sigemptyset(&set);
-    sigaddset(&set, signal_number);
-    return set;
-}
-
-// The program's mask from its start, with one signal blocked in it that nobody holds: it is to stay
-// blocked in waits, and in children.
+// What the program was started with: a signal that nobody holds is blocked, and is to stay so in
+// waits, and in children; one is blocked and ignored until somebody does.
 constexpr int blocked_from_outside = SIGUSR2;
+constexpr int shut_out = SIGPROF;
 
-const bool is_blocked_from_outside = [] {
-    const sigset_t blocked = set_of(blocked_from_outside);
+const bool is_started_like_that = [] {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, blocked_from_outside);
+    sigaddset(&blocked, shut_out);
+    signal(shut_out, SIG_IGN);
     return sigprocmask(SIG_BLOCK, &blocked, nullptr) == 0;
 }();
 
@@ -92,10 +90,8 @@ TEST_F(SignalGate, a_handler_finds_all_signals_blocked_but_crashes) {
 }
 
 TEST_F(SignalGate, a_signal_that_was_ignored_and_blocked_before_is_let_in_once_it_is_held) {
-    signal(SIGPROF, SIG_IGN);
-    const ChangedMask blocked(SIG_BLOCK, set_of(SIGPROF));
-    hold_signal(SIGPROF, note_signal);
-    raise(SIGPROF);
+    hold_signal(shut_out, note_signal);
+    raise(shut_out);
     let_signals_in();
     EXPECT_EQ(signals_seen, 1);
 }
