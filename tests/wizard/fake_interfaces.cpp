@@ -11,7 +11,6 @@
 #include <list>
 #include <string>
 
-#include "tests/wizard/netbsd_requests.h"
 #include "tests/wizard/replaced_calls.h"
 
 namespace {
