@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 /// One end of a TCP connection, written "HOST:PORT".
 struct Address {

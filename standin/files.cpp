@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace {
 

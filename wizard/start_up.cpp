@@ -13,7 +13,7 @@
 #include "ui/message_dialogs.h"
 #include "ui/terminal/terminal.h"
 #include "ui/window.h"
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/ending.h"
 #include "wizard/system/resource_limits.h"

@@ -40,6 +40,11 @@ std::string status_without(const std::string& name) {
     return status.substr(0, begin) + (end == std::string::npos ? "" : status.substr(end + 2));
 }
 
+void expect_man_page(const std::string& directory) {
+    const CommandResult page = run_command({"gzip", "-dc", directory + "/teluma-wizard.8.gz"});
+    EXPECT_EQ(page.out, read_file(SOURCES "/docs/teluma-wizard.8"));
+}
+
 // A file tree of its own, in which dpkg takes the host's packages for installed. Its /opt is that
 // of the sandbox, where the server is.
 class FreshTree : public testing::Test {
@@ -75,6 +80,7 @@ TEST_F(FreshTree, gets_a_wizard_that_configures_the_server_beside_it) {
     WizardRun wizard(root + "/usr/sbin/teluma-wizard");
     EXPECT_EQ(std::filesystem::canonical("/proc/" + std::to_string(wizard.pid()) + "/exe"),
               program);
+    expect_man_page(root + "/usr/share/man/man8");
     Answers answers;
     answers.domain = "example.org";
     wizard.walkToTheEnd(answers);
@@ -83,13 +89,6 @@ TEST_F(FreshTree, gets_a_wizard_that_configures_the_server_beside_it) {
     const std::vector<std::string> commands = server.commands();
     EXPECT_NE(std::find(commands.begin(), commands.end(), "set primarydomain example.org"),
               commands.end());
-}
-
-TEST_F(FreshTree, finds_the_man_page_by_its_usual_name) {
-    install();
-    const CommandResult page =
-        run_command({"gzip", "-dc", root + "/usr/share/man/man8/teluma-wizard.8.gz"});
-    EXPECT_EQ(page.out, read_file(SOURCES "/docs/teluma-wizard.8"));
 }
 
 TEST_F(FreshTree, keeps_the_server_when_the_wizard_is_removed) {
@@ -123,9 +122,7 @@ TEST(DebianPackage, has_no_links_where_its_prefix_is_that_of_the_system) {
     ASSERT_EQ(extraction.status, exited(0)) << extraction.err;
     for (const auto& entry : std::filesystem::recursive_directory_iterator("tree"))
         EXPECT_FALSE(entry.is_symlink()) << entry.path();
-    const CommandResult page =
-        run_command({"gzip", "-dc", "tree/usr/share/man/man8/teluma-wizard.8.gz"});
-    EXPECT_EQ(page.out, read_file(SOURCES "/docs/teluma-wizard.8"));
+    expect_man_page("tree/usr/share/man/man8");
 }
 
 TEST(DebianPackage, depends_on_curses_and_the_c_library_alone) {

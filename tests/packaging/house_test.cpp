@@ -1,4 +1,5 @@
-// How the sources hang together: the layers, what they remember, how long they are.
+// How the sources hang together: the layers, what they remember, how long they are; and that the
+// documents name what there is.
 
 #include <gtest/gtest.h>
 
@@ -125,6 +126,67 @@ TEST(World, is_small) {
     for (const std::string& variable : variables)
         all += "\n" + variable;
     EXPECT_LE(variables.size(), most_variables) << all;
+}
+
+// The files and folders of the project that a document links to, from its own folder.
+std::vector<std::string> links_in(const fs::path& document) {
+    static const std::regex link(R"(\]\(([^):#]+)\))");
+    return all_in(read_file(document), link);
+}
+
+std::vector<fs::path> documents() {
+    std::vector<fs::path> found = {sources / "README.md", sources / "CONTRIBUTING.md"};
+    for (const auto& entry : fs::directory_iterator(sources / "docs")) {
+        if (entry.path().extension() == ".md")
+            found.push_back(entry.path());
+    }
+    return found;
+}
+
+TEST(Documents, link_only_to_what_there_is) {
+    size_t links = 0;
+    for (const fs::path& document : documents()) {
+        for (const std::string& link : links_in(document)) {
+            ++links;
+            EXPECT_TRUE(exists(document.parent_path() / link)) << document << " links to " << link;
+        }
+    }
+    EXPECT_GT(links, 10U);
+}
+
+TEST(Documents, show_every_picture_in_the_readme) {
+    const std::vector<std::string> shown = links_in(sources / "README.md");
+    for (const auto& entry : fs::directory_iterator(sources / "docs/pictures")) {
+        const std::string picture = entry.path().lexically_relative(sources);
+        EXPECT_EQ(std::count(shown.begin(), shown.end(), picture), 1) << picture;
+    }
+}
+
+TEST(Documents, agree_on_the_version) {
+    const std::string version = PROJECT_VERSION;
+    const std::pair<const char*, std::string> places[] = {
+        {"CHANGELOG.md", "\n## " + version + "\n"},
+        {"packaging/debian/changelog", "teluma-wizard (" + version + ") "},
+        {"wizard/terminal_session.cpp", "(v" + version + ")"},
+    };
+    for (const auto& [file, text] : places)
+        EXPECT_NE(read_file(sources / file).find(text), std::string::npos) << file;
+}
+
+// Folders and names of modules, in backquotes, which name a source or header without its ending;
+// words after a name are arguments.
+TEST(Documents, name_modules_that_there_are) {
+    static const std::regex quoted(
+        "`((?:wizard|ui|screens|apply|cmake|tests|tools|standin|sandbox|fuzz|docs)/[^` ]*)");
+    size_t modules = 0;
+    for (const fs::path& document : documents()) {
+        for (const std::string& name : all_in(read_file(document), quoted)) {
+            ++modules;
+            EXPECT_TRUE(exists(sources / name) || exists(sources / (name + ".h")))
+                << document << " names " << name;
+        }
+    }
+    EXPECT_GT(modules, 30U);
 }
 
 }  // namespace

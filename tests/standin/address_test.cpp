@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/cli_client.h"
-#include "wizard/base/descriptor.h"
 
 namespace {
 

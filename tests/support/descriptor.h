@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 /// The two ends of a pipe, both close-on-exec.
 struct Pipe {

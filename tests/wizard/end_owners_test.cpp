@@ -38,12 +38,9 @@ TEST_F(FindEndOwners, waits_for_somebody_to_accept_the_connection) {
     EXPECT_EQ(peer, getuid());
 }
 
-TEST_F(FindEndOwners, does_not_know_who_has_closed_his_end) {
+TEST_F(FindEndOwners, does_not_know_an_end_that_is_closed_or_not_connected) {
     port.takeConnection().close();
     EXPECT_EQ(found(), EndOwners::missing);
-}
-
-TEST_F(FindEndOwners, does_not_know_the_ends_of_an_unconnected_socket) {
     client = Descriptor(socket(AF_INET, SOCK_STREAM, 0));
     EXPECT_EQ(found(), EndOwners::missing);
 }

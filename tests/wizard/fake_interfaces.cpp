@@ -11,7 +11,6 @@
 #include <list>
 #include <string>
 
-#include "tests/wizard/netbsd_requests.h"
 #include "tests/wizard/replaced_calls.h"
 
 namespace {
@@ -53,35 +52,30 @@ int answer_about(const FakeInterface& interface, unsigned long request, ifreq& q
     return 0;
 }
 
-bool has_address(const FakeInterface& interface, const sockaddr& asked) {
+// NetBSD's, for the interface's address that is asked about.
+int answer_about_alias(const FakeInterface& interface, ifaliasreq& query) {
     sockaddr address = {};
     store_address(address, interface.address, interface.family);
-    return std::memcmp(&address, &asked, sizeof address) == 0;
-}
-
-int answer_about_alias(const std::vector<FakeInterface>& host, ifaliasreq& query) {
-    for (const FakeInterface& interface : host) {
-        if (std::strcmp(interface.name, query.ifra_name) == 0 &&
-            has_address(interface, query.ifra_addr) && interface.failing_request != SIOCGIFALIAS) {
-            store_address(query.ifra_mask, interface.netmask, AF_INET);
-            return 0;
-        }
-    }
-    errno = EADDRNOTAVAIL;
-    return -1;
+    if (interface.failing_request == SIOCGIFALIAS ||
+        std::memcmp(&address, &query.ifra_addr, sizeof address) != 0)
+        return -1;
+    store_address(query.ifra_mask, interface.netmask, AF_INET);
+    return 0;
 }
 
 int answer(const std::vector<FakeInterface>& host, unsigned long request, void* argument) {
     if (request == SIOCGIFCONF)
         return list_all(host, *static_cast<ifconf*>(argument));
-    if (request == SIOCGIFALIAS)
-        return answer_about_alias(host, *static_cast<ifaliasreq*>(argument));
-    auto& query = *static_cast<ifreq*>(argument);
-    for (const FakeInterface& interface : host) {
-        if (std::strcmp(interface.name, query.ifr_name) == 0)
-            return answer_about(interface, request, query);
-    }
     errno = ENODEV;
+    for (const FakeInterface& interface : host) {
+        // Every request begins with the name.
+        if (std::strcmp(interface.name, static_cast<const char*>(argument)) != 0)
+            continue;
+        if (request != SIOCGIFALIAS)
+            return answer_about(interface, request, *static_cast<ifreq*>(argument));
+        if (answer_about_alias(interface, *static_cast<ifaliasreq*>(argument)) == 0)
+            return 0;
+    }
     return -1;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <net/if.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 #include <vector>
@@ -22,3 +24,13 @@ std::vector<FakeInterface> many_interfaces(int count);
 
 /// Makes the kernel's list of interfaces fail.
 void fake_failing_interface_list();
+
+/// NetBSD's question for one of an interface's addresses, in its <net/if.h> and <sys/sockio.h>.
+struct ifaliasreq {
+    char ifra_name[IFNAMSIZ];
+    sockaddr ifra_addr;
+    sockaddr ifra_dstaddr;
+    sockaddr ifra_mask;
+};
+
+#define SIOCGIFALIAS _IOWR('i', 27, struct ifaliasreq)

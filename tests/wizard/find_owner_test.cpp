@@ -59,10 +59,6 @@ TEST(FindOwner, tells_the_user_of_the_row_with_both_addresses) {
     EXPECT_EQ(owner_in(head + row(prefix + server_end, prefix + wizard_end, 12)), 12U);
 }
 
-TEST(FindOwner, does_not_count_an_end_without_an_inode) {
-    EXPECT_EQ(owner_in(head + row(server_end, wizard_end, 0, 0)), nobody);
-}
-
 TEST(FindOwner, does_not_take_another_row) {
     EXPECT_EQ(
         owner_in(head + row(server_end, word(0) + ":0000", 0) +

@@ -6,7 +6,7 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "tests/wizard/netbsd_requests.h"
+#include "tests/wizard/fake_interfaces.h"
 
 ReplacedCalls replaced_calls;
 

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "ui/terminal/output_thinner.h"
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 /// What the files of this folder share and nobody else knows: the record of the terminal, and
 /// their parts of the work.

@@ -1,13 +1,21 @@
 #include "wizard/base/install_profile.h"
 
-#include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 
 namespace {
 
-// The admin_password is a placeholder, replaced by what is typed before anybody logs in.
-constexpr InstallProfile shipped_profiles[os_kind_count] = {
+using Field = char (InstallProfile::*)[256];
+
+constexpr Field fields[] = {
+    &InstallProfile::config_file,    &InstallProfile::server_binary, &InstallProfile::pid_file,
+    &InstallProfile::admin_password, &InstallProfile::domains_dir,   &InstallProfile::doc_dir,
+};
+
+// The texts of each row, in the order of the fields. The password is a placeholder, replaced by
+// what is typed before anybody logs in.
+const char* const shipped_texts[os_kind_count][std::size(fields)] = {
     {"/var/opt/teluma/run/teluma.cfg", "/opt/teluma/bin/teluma", "/var/opt/teluma/run/teluma.pid",
      "unset1", "/var/opt/teluma/domains/", "/opt/teluma/share/doc/"},
     {"/var/teluma/run/teluma.cfg", "/usr/local/teluma/bin/teluma", "/var/teluma/run/teluma.pid",
@@ -25,7 +33,11 @@ constexpr InstallProfile shipped_profiles[os_kind_count] = {
 }  // namespace
 
 int select_install_profile() {
-    std::copy(std::begin(shipped_profiles), std::end(shipped_profiles), install_profiles);
+    for (int kind = 0; kind < os_kind_count; ++kind) {
+        for (std::size_t i = 0; i < std::size(fields); ++i)
+            std::snprintf(install_profiles[kind].*fields[i], sizeof(InstallProfile::doc_dir), "%s",
+                          shipped_texts[kind][i]);
+    }
     return detect_os();
 }
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 /// How a system lays out its list of network interfaces, the answer to SIOCGIFCONF: one record
-/// after the other, each with an interface's name and, behind it, a socket address.
+/// after the other, each with an interface's name and, after it, a socket address.
 struct InterfaceRecordLayout {
     std::size_t record_size;  ///< sizeof(struct ifreq), the least that a record takes
     std::size_t name_size;    ///< of the name in front of the address

@@ -1,6 +1,7 @@
 #include "wizard/base/relay_networks.h"
 
 #include <arpa/inet.h>
+#include <netinet/in.h>
 
 #include <cstdio>
 #include <cstdlib>

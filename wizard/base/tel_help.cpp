@@ -36,7 +36,7 @@
 #include <cstring>
 #include <memory>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/interface_records.h"

@@ -8,29 +8,24 @@
 #include <memory>
 #include <string>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace {
 
-// How the tables print one end: the words of its address in hexadecimal, each as this machine reads
-// it, and the port.
-struct PrintedEnd {
-    std::string text;
-    std::string as_ipv6;
+// One end as the second table prints it, its IPv4 address as part of an IPv6 one, ::ffff:0:0/96:
+// the words of the address in hexadecimal, each as this machine reads it, and the port.
+std::string printed_end(const sockaddr_in& end) {
+    char text[64];
+    std::snprintf(text, sizeof(text), "%08X%08X%08X%08X:%04X", 0U, 0U,
+                  static_cast<unsigned>(htonl(0xffff)), static_cast<unsigned>(end.sin_addr.s_addr),
+                  ntohs(end.sin_port));
+    return text;
+}
 
-    explicit PrintedEnd(const sockaddr_in& end) {
-        char printed[64];
-        std::snprintf(printed, sizeof(printed), "%08X:%04X",
-                      static_cast<unsigned>(end.sin_addr.s_addr), ntohs(end.sin_port));
-        text = printed;
-        // ::ffff:0:0/96
-        std::snprintf(printed, sizeof(printed), "%08X%08X%08X", 0U, 0U,
-                      static_cast<unsigned>(htonl(0xffff)));
-        as_ipv6 = printed + text;
-    }
-
-    bool is(const char* field) const { return text == field || as_ipv6 == field; }
-};
+// The first table leaves the three words before the IPv4 address out.
+bool is_end(const char* field, const std::string& end) {
+    return end == field || end.compare(24, std::string::npos, field) == 0;
+}
 
 // By getsockname(2) or getpeername(2).
 bool ask_for(int (*ask)(int, sockaddr*, socklen_t*), int descriptor, sockaddr_in& address) {
@@ -65,8 +60,8 @@ bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t&
 }  // namespace
 
 bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
-    const PrintedEnd own_end(own);
-    const PrintedEnd remote_end(remote);
+    const std::string own_end = printed_end(own);
+    const std::string remote_end = printed_end(remote);
     char line[512];
     while (std::fgets(line, sizeof(line), table) != nullptr) {
         char local_field[64];
@@ -77,7 +72,8 @@ bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& rem
         // timeout.
         const int fields = std::sscanf(line, " %*s %63s %63s %*s %*s %*s %*s %u %*s %lu",
                                        local_field, remote_field, &user, &inode);
-        if (fields == 4 && inode != 0 && own_end.is(local_field) && remote_end.is(remote_field)) {
+        if (fields == 4 && inode != 0 && is_end(local_field, own_end) &&
+            is_end(remote_field, remote_end)) {
             owner = user;
             return true;
         }

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace {
 

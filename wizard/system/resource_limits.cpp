@@ -7,7 +7,7 @@
 #include <map>
 #include <vector>
 
-#include "wizard/base/descriptor.h"
+#include "wizard/system/descriptor.h"
 
 namespace {
 
