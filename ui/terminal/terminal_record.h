@@ -47,8 +47,8 @@ struct Terminal {
     pid_t guarded_process = 0;  ///< whose crash gives the terminal back
     char farewell[256] = {};    ///< what it says then
     std::size_t farewell_length = 0;
-    struct sigaction actions_before[32] = {};        ///< by signal
-    alignas(16) char handler_stack[64 * 1024] = {};  ///< for when the other one has overflown
+    struct sigaction actions_before[32];        ///< by signal
+    alignas(16) char handler_stack[64 * 1024];  ///< for when the other one has overflown
 };
 
 extern Terminal wizard_terminal;
