@@ -3,10 +3,10 @@
 #include <curses.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/curses_terminal.h"
@@ -70,17 +70,10 @@ class ThinnedPicture : public testing::TestWithParam<const char*> {
     std::mt19937 random{7};
 };
 
-std::string name_of(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedPicture,
                          testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
                                          "tmux-256color", "vt220", "putty", "rxvt",
-                                         "rxvt-unicode-256color"),
-                         name_of);
+                                         "rxvt-unicode-256color"));
 
 // In any order, also such as curses would never use.
 TEST_P(ThinnedPicture, is_the_same_whatever_is_said) {
