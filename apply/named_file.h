@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// What is behind a name that root is about to rewrite, to give away or to believe. Whoever may
 /// write to a directory on the way can put links, other people's files, pipes and devices there, at

@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "text.h"
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// One end of a TCP connection, written "HOST:PORT".
 struct Address {

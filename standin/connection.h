@@ -6,7 +6,7 @@
 
 #include "delivery.h"
 #include "session.h"
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// One client: its socket, its session, what it has sent and what it is still to be sent. Nothing
 /// here blocks.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "delivery.h"
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// Splits the process in two. In the new one, the leader of a session of its own, returns nothing;
 /// it goes on and must call daemon_is_ready() with `ready`. In the old one waits for that call and

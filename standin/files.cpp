@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace {
 

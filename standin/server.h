@@ -10,7 +10,7 @@
 #include "connection.h"
 #include "fault_book.h"
 #include "store.h"
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// Serves any number of clients of the command line interface at the same time.
 class Server {

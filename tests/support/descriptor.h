@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// The two ends of a pipe, both close-on-exec.
 struct Pipe {

@@ -13,49 +13,39 @@
 
 namespace {
 
-const std::vector<std::string> terms = {"vt220", "linux", "xterm-256color"};
-
-// The bytes that each screen takes, in the order of the walk.
-std::vector<size_t> bytes_on(const std::string& term) {
+// A row for each screen, in the order of the walk, becomes longer by the columns of this terminal.
+void add_columns(std::vector<std::string>& rows, const std::string& term, int baud) {
     WizardRun wizard(24, 80, term);
-    std::vector<size_t> bytes;
     size_t before = 0;
     for (int place = 0; place < stop_count; ++place) {
         const Stop stop = stop_at(place);
         wizard.waitForScreen(stop);
-        bytes.push_back(wizard.output().size() - before);
+        const size_t bytes = wizard.output().size() - before;
+        char columns[64];
+        std::snprintf(columns, sizeof(columns), " %zu | %.1f |", bytes,
+                      static_cast<double>(bytes) * 10 / baud);
+        rows[static_cast<size_t>(place)] += columns;
         wizard.type(facts_of(stop).accepted);
         wizard.waitForKey();
         before = wizard.output().size();
         wizard.type("\r");
     }
-    return bytes;
-}
-
-void print_row(const std::string& name, const std::vector<size_t>& bytes, int baud) {
-    std::printf("| %s |", name.c_str());
-    for (const size_t count : bytes)
-        std::printf(" %zu | %.1f |", count, static_cast<double>(count) * 10 / baud);
-    std::printf("\n");
 }
 
 void print_report(int baud) {
-    std::vector<std::vector<size_t>> columns;
-    std::printf("| screen |");
-    for (const std::string& term : terms) {
-        std::printf(" bytes, %s | s |", term.c_str());
-        columns.push_back(bytes_on(term));
+    std::string heading = "| screen |";
+    std::string rule = "|---|";
+    std::vector<std::string> rows;
+    for (int place = 0; place < stop_count; ++place)
+        rows.push_back(std::string("| ") + facts_of(stop_at(place)).name + " |");
+    for (const std::string term : {"vt220", "linux", "xterm-256color"}) {
+        heading += " bytes, " + term + " | s |";
+        rule += "---|---|";
+        add_columns(rows, term, baud);
     }
-    std::printf("\n|---|");
-    for (size_t i = 0; i < terms.size(); ++i)
-        std::printf("---|---|");
-    std::printf("\n");
-    for (int place = 0; place < stop_count; ++place) {
-        std::vector<size_t> row;
-        for (const std::vector<size_t>& column : columns)
-            row.push_back(column[static_cast<size_t>(place)]);
-        print_row(facts_of(stop_at(place)).name, row, baud);
-    }
+    std::printf("%s\n%s\n", heading.c_str(), rule.c_str());
+    for (const std::string& row : rows)
+        std::printf("%s\n", row.c_str());
 }
 
 }  // namespace

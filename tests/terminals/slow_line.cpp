@@ -9,14 +9,15 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/process.h"
 #include "tests/support/pty.h"
 #include "tests/support/terminal_session.h"
-#include "tests/terminals/delay_line.h"
 
 /// slow_line MILLISECONDS BAUD PROGRAM [ARGUMENT...]: runs a program in a terminal at the other end
 /// of a slow line. What the program writes and what is typed arrives so much later, at most so many
@@ -26,7 +27,44 @@
 
 namespace {
 
-using Clock = DelayLine::Clock;
+using Clock = std::chrono::steady_clock;
+
+// One direction of the line: bytes come out in their order, each some time after it went in, and no
+// faster than the line's speed.
+class DelayLine {
+  public:
+    // `delay` is how long a byte is on its way, `byte_time` how long the line is busy with it.
+    DelayLine(Clock::duration delay, Clock::duration byte_time)
+        : delay(delay), byte_time(byte_time) {}
+
+    void put(const std::string& bytes) {
+        for (const char value : bytes) {
+            last_arrival = std::max(Clock::now() + delay, last_arrival) + byte_time;
+            under_way.emplace_back(last_arrival, value);
+        }
+    }
+
+    // What has arrived since the last call.
+    std::string take() {
+        std::string arrived;
+        for (; nextArrival() <= Clock::now(); under_way.pop_front())
+            arrived += under_way.front().second;
+        return arrived;
+    }
+
+    bool isEmpty() const { return under_way.empty(); }
+
+    // When the next byte arrives; in the far future if none is under way.
+    Clock::time_point nextArrival() const {
+        return isEmpty() ? Clock::time_point::max() : under_way.front().first;
+    }
+
+  private:
+    Clock::duration delay;
+    Clock::duration byte_time;
+    Clock::time_point last_arrival;
+    std::deque<std::pair<Clock::time_point, char>> under_way;
+};
 
 volatile std::sig_atomic_t resized = 0;
 
@@ -78,11 +116,11 @@ class SlowLine {
     ExitStatus run() {
         while (connected) {
             const auto ended = session.ended();
-            to_screen.put(pty.read(), Clock::now());
-            write_all(to_screen.take(Clock::now()));
+            to_screen.put(pty.read());
+            write_all(to_screen.take());
             if (ended && to_screen.isEmpty())
                 return *ended;
-            waiting += to_program.take(Clock::now());
+            waiting += to_program.take();
             waiting.erase(0, pty.write(waiting));
             waitForNews();
         }
@@ -108,19 +146,15 @@ class SlowLine {
         const ssize_t length = read(STDIN_FILENO, bytes, sizeof(bytes));
         connected = length > 0 || (length < 0 && errno == EINTR);
         if (length > 0)
-            to_program.put(std::string(bytes, static_cast<size_t>(length)), Clock::now());
+            to_program.put(std::string(bytes, static_cast<size_t>(length)));
     }
 
     // For poll(2): -1 while nothing is under way.
     int millisecondsToNextArrival() const {
         constexpr std::chrono::milliseconds retry(10);
-        Clock::time_point next = Clock::time_point::max();
+        Clock::time_point next = std::min(to_program.nextArrival(), to_screen.nextArrival());
         if (!waiting.empty())
-            next = Clock::now() + retry;
-        for (const DelayLine* line : {&to_program, &to_screen}) {
-            if (!line->isEmpty())
-                next = std::min(next, line->nextArrival());
-        }
+            next = std::min(next, Clock::now() + retry);
         if (next == Clock::time_point::max())
             return -1;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now());

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "tests/support/curses_terminal.h"
 #include "ui/keys.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// A terminal of some kind whose sequences are learnt.
+/// A terminal of some kind whose sequences are learnt.
 class KeySequences : public testing::TestWithParam<const char*> {
   protected:
     KeySequences() { learn_key_sequences(); }
@@ -26,16 +26,9 @@ class KeySequences : public testing::TestWithParam<const char*> {
     Window root{stdscr, nullptr};
 };
 
-std::string name_of(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Terminals, KeySequences,
                          testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
-                                         "tmux-256color", "vt220", "putty", "rxvt"),
-                         name_of);
+                                         "tmux-256color", "vt220", "putty", "rxvt"));
 
 TEST_P(KeySequences, are_keys_for_the_cursor_in_both_modes_and_for_the_keypad) {
     const std::pair<const char*, int> sequences[] = {{"\033[A", KEY_UP},

@@ -1,13 +1,16 @@
 #include "ui/keys.h"
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "tests/support/wait_until.h"
 #include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
 #include "wizard/system/signal_gate.h"
@@ -86,6 +89,22 @@ TEST_F(KeysTest, escape_before_other_keys_leaves_them_as_they_are) {
     expectKeys({27, KEY_UP});
     waits.then([&] { terminal.type("\033["); }).then([&] { terminal.type("5"); });
     expectKeys({27, '[', '5'});
+}
+
+TEST_F(KeysTest, a_sequence_that_arrives_in_pieces_in_time_is_one_key) {
+    set_escdelay(static_cast<int>(patience().count()));
+    terminal.type("\033[");
+    std::thread line([&] {
+        const auto are_read = [] {
+            int unread = 0;
+            return ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 && unread == 0;
+        };
+        wait_until(are_read, "the first ones are read");
+        terminal.type("11~b");
+    });
+    EXPECT_GT(read_key(widget), KEY_MIN);
+    expectKeys({'b'});
+    line.join();
 }
 
 TEST_F(KeysTest, ctrl_l_has_everything_drawn_anew) {

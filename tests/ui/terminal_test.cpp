@@ -269,7 +269,11 @@ TEST_F(TerminalTest, that_takes_nothing_keeps_nobody_from_ending) {
             keepFilesSmall();
         openAndShow();
         pty.fill();
+        const int flags = fcntl(STDOUT_FILENO, F_GETFL);
         close_terminal_in_time("aborted");
+        if (!by_itself) {
+            EXPECT_EQ(fcntl(STDOUT_FILENO, F_GETFL), flags);
+        }
         EXPECT_EQ(pty.modes(), modes_before);
         EXPECT_EQ(news().find("aborted"), std::string::npos);
         wizard_terminal = {};

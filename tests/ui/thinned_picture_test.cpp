@@ -3,10 +3,10 @@
 #include <curses.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/curses_terminal.h"
@@ -70,74 +70,23 @@ class ThinnedPicture : public testing::TestWithParam<const char*> {
     std::mt19937 random{7};
 };
 
-std::string name_of(const testing::TestParamInfo<const char*>& info) {
-    std::string name = info.param;
-    std::replace(name.begin(), name.end(), '-', '_');
-    return name;
-}
-
 INSTANTIATE_TEST_SUITE_P(Terminals, ThinnedPicture,
                          testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
                                          "tmux-256color", "vt220", "putty", "rxvt",
-                                         "rxvt-unicode-256color"),
-                         name_of);
+                                         "rxvt-unicode-256color"));
 
 // In any order, also such as curses would never use.
 TEST_P(ThinnedPicture, is_the_same_whatever_is_said) {
-    const std::vector<std::string> pieces = {"text",
-                                             "a",
-                                             " ",
-                                             "      ",
-                                             "┌─┐",
-                                             "└───────────────┘",
-                                             "\r",
-                                             "\n",
-                                             "\b",
-                                             "\033[m",
-                                             "\033[0;1m",
-                                             "\033[0;10;1m",
-                                             "\033[1m",
-                                             "\033[30m",
-                                             "\033[37m",
-                                             "\033[39m",
-                                             "\033[40m",
-                                             "\033[44m",
-                                             "\033[41m",
-                                             "\033[49m",
-                                             "\033[39;49m",
-                                             "\033(B",
-                                             "\033(0",
-                                             "\016",
-                                             "\017",
-                                             "\033)0",
-                                             "\033[K",
-                                             "\033[1K",
-                                             "\033[J",
-                                             "\033[2J",
-                                             "\033[7X",
-                                             "\033[3P",
-                                             "\033[2@",
-                                             "\033[L",
-                                             "\033[M",
-                                             "\033M",
-                                             "\033D",
-                                             "\033[7m",
-                                             "\033[27m",
-                                             "\033[4m",
-                                             "\033[38;5;9m",
-                                             "\033[22m",
-                                             "\0337",
-                                             "\0338",
-                                             "\033[?1h",
-                                             "\033[?1l",
-                                             "\033=",
-                                             "\033>",
-                                             "\033[?25l",
-                                             "\033[?25h",
-                                             "\033[?7h",
-                                             "\033[?1049h",
-                                             "\033[?1049l",
-                                             "\033[?12l\033[?25h"};
+    const std::vector<std::string> pieces = {
+        "text",      "a",         " ",           "      ",      "┌─┐",          "└─────┘",
+        "\r",        "\n",        "\b",          "\033[m",      "\033[0;1m",    "\033[0;10;1m",
+        "\033[1m",   "\033[30m",  "\033[37m",    "\033[39m",    "\033[40m",     "\033[44m",
+        "\033[41m",  "\033[49m",  "\033[39;49m", "\033(B",      "\033(0",       "\016",
+        "\017",      "\033)0",    "\033[K",      "\033[1K",     "\033[J",       "\033[2J",
+        "\033[7X",   "\033[3P",   "\033[2@",     "\033[L",      "\033[M",       "\033M",
+        "\033D",     "\033[7m",   "\033[27m",    "\033[4m",     "\033[38;5;9m", "\033[22m",
+        "\0337",     "\0338",     "\033[?1h",    "\033[?1l",    "\033=",        "\033>",
+        "\033[?25l", "\033[?25h", "\033[?7h",    "\033[?1049h", "\033[?1049l",  "\033[?12l"};
     expectSamePictures(200, [&] {
         std::string said;
         for (int i = 0; i < 40; ++i) {

@@ -24,6 +24,14 @@ void on_crash(int signal_number) {
     raise(signal_number);
 }
 
+// A stack that has overflown has no room for a handler.
+void give_handler_a_stack() {
+    stack_t stack{};
+    stack.ss_sp = wizard_terminal.handler_stack;
+    stack.ss_size = sizeof(wizard_terminal.handler_stack);
+    sigaltstack(&stack, nullptr);
+}
+
 }  // namespace
 
 void guard_against_crashes() {
@@ -36,10 +44,7 @@ void guard_against_crashes() {
         farewell += description(capability);
     terminal.farewell_length = farewell.copy(terminal.farewell, sizeof(terminal.farewell));
     terminal.guarded_process = getpid();
-    stack_t stack{};
-    stack.ss_sp = terminal.handler_stack;
-    stack.ss_size = sizeof(terminal.handler_stack);
-    sigaltstack(&stack, nullptr);
+    give_handler_a_stack();
     struct sigaction action {};
     action.sa_handler = on_crash;
     action.sa_flags = SA_ONSTACK;

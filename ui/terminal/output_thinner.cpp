@@ -99,24 +99,32 @@ void OutputThinner::take(const std::string& token, const std::string& run) {
     output += repeats && shorter.size() < run.size() ? shorter : run;
 }
 
-// False, with nothing taken, if there is any parameter that it does not know.
+// False, with nothing taken, if it does not know the parameter.
+bool OutputThinner::takeParameter(Look& look, const std::string& parameter) {
+    const bool is_colour = parameter.size() == 2 && parameter[1] != '8';
+    if (parameter.empty() || parameter == "0")
+        look[others] = look[bold] = look[foreground] = look[background] = "";
+    else if (parameter == "1")
+        look[bold] = parameter;
+    else if (parameter == "10" || parameter == line_font)
+        look[font] = parameter;
+    else if (is_colour && parameter[0] == '3')
+        look[foreground] = parameter;
+    else if (is_colour && parameter[0] == '4')
+        look[background] = parameter;
+    else
+        return false;
+    return true;
+}
+
+// The same for any of the parameters.
 bool OutputThinner::takeRendition(const std::string& token) {
     if (!is_numeric(token, "m"))
         return false;
     Look look = wanted;
     for (size_t at = 2; at < token.size();) {
         const size_t end = token.find_first_of(";m", at);
-        const std::string parameter = token.substr(at, end - at);
-        const bool is_colour = parameter.size() == 2 && parameter[1] != '8';
-        if (parameter.empty() || parameter == "0")
-            look[others] = look[bold] = look[foreground] = look[background] = "";
-        else if (parameter == "1")
-            look[bold] = parameter;
-        else if (parameter == "10" || parameter == line_font)
-            look[font] = parameter;
-        else if (is_colour && is_one_of(parameter[0], "34"))
-            look[parameter[0] == '3' ? foreground : background] = parameter;
-        else
+        if (!takeParameter(look, token.substr(at, end - at)))
             return false;
         at = end + 1;
     }

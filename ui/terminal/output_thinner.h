@@ -36,6 +36,7 @@ class OutputThinner {
     using Look = std::array<std::string, attribute_count>;
     static Look unknownLook() { return {"unknown"}; }
 
+    static bool takeParameter(Look& look, const std::string& parameter);
     bool takeRendition(const std::string& token);
     bool takeSet(const std::string& token);
     bool takeMode(const std::string& token);

@@ -13,20 +13,20 @@
 /// ended: the signals that end it are let in while it writes. In the background the terminal is
 /// somebody else's: the wizard stops before it takes it.
 
-/// Starts curses on standard input and output for the terminal type in TERM, in the character set
-/// of the environment, with keys that come one by one, unseen, as single keys whatever the keyboard
-/// sends for them. From then on the program gives the terminal back however it ends, crashes
-/// included. More than 4,096 rows or columns no terminal has; curses would take gigabytes for them,
-/// or crash. Whoever tells of them, LINES, COLUMNS or the terminal, is not heard, nor later. False
-/// if it can't use the terminal, which it then leaves as it was, or can't move its cursor.
+/// Starts curses on standard input and output, for the terminal type in TERM and the character set
+/// of the environment. Keys come one by one and are not echoed. From now on the program gives the
+/// terminal back however it ends, crashes included. A size of more than 4,096 rows or columns, told
+/// by LINES, COLUMNS or the terminal, is ignored, now and later: curses would take gigabytes for
+/// it, or crash. False if curses can't use the terminal or can't move its cursor; the terminal is
+/// then as it was.
 bool open_terminal();
 
 /// Defines the colours of ColourPair. To be called once the terminal is open.
 void define_colours();
 
-/// Writes what has been kept back, in the foreground: stops until the wizard is there. To be called
-/// before the wizard waits for the user. The process sends itself SIGHUP when nobody reads what is
-/// written: a pipe without its reader, a terminal that is gone.
+/// Writes what has been kept back; in the background the wizard first stops until it is in the
+/// foreground. To be called before the wizard waits for the user. The process sends itself SIGHUP
+/// when nobody reads what is written: a pipe without its reader, a terminal that is gone.
 void send_output();
 
 /// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "ui/terminal/output_thinner.h"
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 /// What the files of this folder share and nobody else knows: the record of the terminal, and
 /// their parts of the work.
@@ -47,8 +47,8 @@ struct Terminal {
     pid_t guarded_process = 0;  ///< whose crash gives the terminal back
     char farewell[256] = {};    ///< what it says then
     std::size_t farewell_length = 0;
-    struct sigaction actions_before[32] = {};        ///< by signal
-    alignas(16) char handler_stack[64 * 1024] = {};  ///< for when the other one has overflown
+    struct sigaction actions_before[32];  ///< by signal
+    alignas(16) char handler_stack[64 * 1024];
 };
 
 extern Terminal wizard_terminal;
@@ -118,9 +118,8 @@ void learn_key_sequences();
 
 /// From now on a crash (SIGSEGV, SIGABRT and their like, a stack that has overflown included) or
 /// any other signal that ends a program by default on every system, as SIGQUIT and SIGALRM, first
-/// takes the terminal out of curses' hands: the normal screen, a visible cursor, plain text and the
-/// modes that it had; a terminal that takes no output gets its modes at least. Then the signal
+/// leaves the terminal as it was; one that takes no output gets its modes at least. Then the signal
 /// takes the course that it would have taken, but that process 1, which the kernel would have go
-/// on, ends with status 128 + n; one that was ignored stays so. A child process of the program only
+/// on, ends with status 128 + n. One that was ignored stays so. A child process of the program only
 /// ends. The handler makes only calls that are safe in the middle of anything (signal-safety(7)).
 void guard_against_crashes();

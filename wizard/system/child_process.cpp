@@ -5,7 +5,7 @@
 
 #include <cerrno>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 #include "wizard/system/signal_gate.h"
 
 int run_in_child(const std::function<void()>& work) {

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <initializer_list>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <map>
 #include <vector>
 
-#include "wizard/system/descriptor.h"
+#include "wizard/base/descriptor.h"
 
 namespace {
 
