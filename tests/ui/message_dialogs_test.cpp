@@ -2,240 +2,330 @@
 
 #include <string>
 
-#include "tests/support/golden.h"
+#include "tests/support/case_name.h"
+#include "tests/support/local_port.h"
 #include "tests/ui/dialog_test.h"
-#include "ui/modal_dialog.h"
+#include "ui/keys.h"
 
 namespace {
-
-using MessageTest = DialogTest;
-using YesNoTest = DialogTest;
-
-/// Words that add up to `length` characters.
-std::string words_of_length(size_t length) {
-    std::string text;
-    while (text.size() < length)
-        text += "word ";
-    text.resize(length);
-    if (!text.empty())
-        text.back() = '.';
-    return text;
-}
 
 const char* const question =
     "Selecting 127.0.0.1 will enable access to SMTP service \tonly from this machine and not "
     "remotely from other machines. Are you sure?";
 
-TEST_F(MessageTest, shows_a_short_message_in_a_box_as_wide_as_it) {
-    terminal.press(Key::enter);
-    showMessage("The passwords don't match!", "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/message");
-}
+const char* const warning =
+    "There is already an application that binds the 25 port on the selected interface 10.0.0.1. "
+    "Please stop that application and remove it from the automatic startup daemons at boot. More "
+    "information about stopping common applications can be found in the "
+    "/opt/teluma/doc/REMOVE-OTHERS.txt document.";
 
-TEST_F(MessageTest, shows_a_long_message_in_a_box_of_60_columns) {
-    terminal.press(Key::enter);
-    showMessage(
-        "Could not create the aliases! Please make sure that a similar alias does not already "
-        "exist!",
-        "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/long_message");
-}
+const char* const two_lines = "Some words that are long enough for two lines of the dialog.";
 
-TEST_F(MessageTest, of_58_characters_is_60_columns_wide) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 60);
-        terminal.press(Key::enter);
-    });
-    showMessage(words_of_length(58).c_str(), "Error!");
-}
+class MessageDialogTest : public DialogTest {
+  protected:
+    using DialogTest::DialogTest;
 
-TEST_F(MessageTest, of_59_or_more_characters_is_60_columns_wide_too) {
-    for (const size_t length : {59U, 60U, 61U, 200U}) {
+    /// Shows a message, runs `look` while it stands and presses "OK".
+    template <class Look>
+    void show(const std::string& message, const Look& look) {
         waits.then([&] {
-            EXPECT_EQ(dialog_frame()->getWidth(), 60) << length;
+            look();
             terminal.press(Key::enter);
         });
-        showMessage(words_of_length(length).c_str(), "Error!");
+        showMessage(message.c_str(), "Error!");
     }
+
+    int answer(const std::string& keys, const char* text = question) {
+        terminal.type(keys);
+        return askYesNo(text, "WARNING!");
+    }
+};
+
+/// A dialog, how it is opened and what closes it without any further ado.
+struct StockDialog {
+    const char* name;
+    int state;
+    const char* closing_keys;
+    int (*open)(const char* text);
+};
+
+void PrintTo(const StockDialog& dialog, std::ostream* out) {
+    *out << dialog.name;
 }
 
-TEST_F(MessageTest, of_57_characters_is_59_columns_wide) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 59);
-        terminal.press(Key::enter);
-    });
-    showMessage(words_of_length(57).c_str(), "Error!");
+int show_message(const char* text) {
+    showMessage(text, "Error!");
+    return 0;
 }
 
-TEST_F(MessageTest, of_more_than_58_characters_is_wrapped_on_58_columns) {
-    terminal.press(Key::enter);
-    // Breaks into 58 and 2 characters.
-    showMessage("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb cc", "Error!");
-    EXPECT_EQ(terminal.image().find("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb│"),
-              (Position{9, 11}));
-    EXPECT_EQ(terminal.image().find("cc"), (Position{10, 11}));
+int ask_yes_no(const char* text) {
+    return askYesNo(text, "WARNING!");
 }
 
-TEST_F(MessageTest, empty_is_a_box_2_columns_wide_and_9_lines_high) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 2);
-        EXPECT_EQ(dialog_frame()->getHeight(), 9);
-        EXPECT_EQ(dialog_frame()->getRow(), 7);
-        EXPECT_EQ(dialog_frame()->getCol(), 39);
-        terminal.press(Key::enter);
-    });
-    showMessage("", "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/empty_message");
+int ask_retry_or_back(const char* text) {
+    return askRetryOrBack(text, "Warning!", "127.0.0.1", 1);
 }
 
-TEST_F(MessageTest, returns_on_enter_and_on_space) {
-    terminal.press(Key::enter);
-    showMessage("Enter", "Title");
-    terminal.press(Key::space);
-    showMessage("Space", "Title");
-    EXPECT_TRUE(terminal.image().shows("Space"));
-}
+const StockDialog dialogs[] = {{"message", 100, "\n", show_message},
+                               {"yes_no", 101, "\n", ask_yes_no},
+                               {"retry_or_back", 104, "\t\n", ask_retry_or_back}};
 
-TEST_F(MessageTest, other_keys_are_read_and_ignored) {
-    waits.then([&] {
-        const ScreenImage before = terminal.image();
-        terminal.type("xyo\x1b");
-        terminal.press(Key::tab);
-        terminal.press(Key::down);
-        terminal.press(Key::backspace);
-        waits.then([&, before] {
-            EXPECT_SAME_LOOK(before, terminal.image());
-            terminal.press(Key::enter);
-        });
-    });
-    showMessage("Message", "Title");
-}
+class EveryDialog : public MessageDialogTest, public testing::WithParamInterface<StockDialog> {};
 
-TEST_F(MessageTest, has_its_own_screen_state_while_it_is_shown_and_puts_the_former_back) {
-    waits.then([&] {
-        EXPECT_EQ(screen_state, 100);
-        terminal.press(Key::enter);
-    });
-    showMessage("Message", "Title");
-    EXPECT_EQ(screen_state, state_domain);
-}
-
-TEST_F(MessageTest, hides_the_cursor) {
-    ASSERT_TRUE(terminal.image().cursor().visible);
-    waits.then([&] {
-        EXPECT_FALSE(terminal.image().cursor().visible);
-        terminal.press(Key::enter);
-    });
-    showMessage("Message", "Title");
-}
-
-TEST_F(MessageTest, leaves_nothing_behind_when_it_goes) {
-    const ScreenImage before = terminal.image();
-    terminal.press(Key::enter);
-    showMessage("Message", "Title");
-    EXPECT_EQ(panels_shown(), 0);
+TEST_P(EveryDialog, stands_alone_on_top_with_its_own_state_and_leaves_nothing_when_it_goes) {
+    Window screen(root(), 5, 10, 15, 60);
+    screen.create();
+    screen.draw();
+    const ScreenImage before = shown();
+    ASSERT_TRUE(before.cursor().visible);
     EXPECT_EQ(dialog_frame(), nullptr);
+    waits.then([&] {
+        EXPECT_EQ(screen_state, GetParam().state);
+        EXPECT_TRUE(terminal.image().shows("Sure?"));
+        EXPECT_FALSE(terminal.image().cursor().visible);
+        EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
+        terminal.type(GetParam().closing_keys);
+    });
+    EXPECT_EQ(GetParam().open("Sure?"), 0);
+    EXPECT_EQ(screen_state, state_domain);
+    EXPECT_EQ(dialog_frame(), nullptr);
+    EXPECT_EQ(panels_shown(), 1);
     ScreenImage after = shown();
     after.setCursor(before.cursor());
     EXPECT_SAME_LOOK(before, after);
 }
 
-TEST_F(MessageTest, stands_on_top_of_the_screen_that_it_was_called_from) {
-    Window screen(root(), 5, 10, 15, 60);
-    screen.create();
-    screen.setColors(3, 3, 0);
-    screen.draw();
-    terminal.press(Key::enter);
-    showMessage("Message", "Title");
-    EXPECT_TRUE(terminal.image().shows("Message"));
-    EXPECT_EQ(terminal.image().cell(5, 10).background, COLOR_RED);
-    EXPECT_FALSE(shown().shows("Message"));
+TEST_P(EveryDialog, reads_other_keys_and_ignores_them) {
+    waits.then([&] {
+        const ScreenImage before = terminal.image();
+        terminal.type("xyoYrb\x1b");
+        for (const Key key : {Key::down, Key::right, Key::backspace})
+            terminal.press(key);
+        waits.then([&, before] {
+            EXPECT_SAME_LOOK(before, terminal.image());
+            terminal.type(GetParam().closing_keys);
+        });
+    });
+    EXPECT_EQ(GetParam().open("Sure?"), 0);
 }
 
-TEST_F(YesNoTest, asks_in_a_box_of_62_columns) {
-    terminal.press(Key::enter);
-    askYesNo(question, "WARNING!");
+TEST_P(EveryDialog, looks_the_same_after_a_resize_as_one_made_in_the_new_size) {
+    for (const char* const text : {two_lines, ""}) {
+        for (const Position& size : {Position{20, 72}, Position{60, 200}, Position{25, 81}}) {
+            ScreenImage moved(1, 1);
+            resizeTo(24, 80);
+            waits.then([&] {
+                curs_set(1);
+                resizeDialogTo(size.row, size.col);
+                moved = terminal.image();
+                terminal.type(GetParam().closing_keys);
+            });
+            GetParam().open(text);
+            EXPECT_EQ(panels_shown(), 0);
+            shown();
+            waits.then([&] {
+                EXPECT_SAME_LOOK(terminal.image(), moved);
+                terminal.type(GetParam().closing_keys);
+            });
+            GetParam().open(text);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, EveryDialog, testing::ValuesIn(dialogs), CaseName());
+
+TEST_F(MessageDialogTest, has_a_box_as_wide_as_its_message_and_60_columns_for_a_long_one) {
+    show("The passwords don't match!", [&] { EXPECT_SCREEN(terminal.image(), "golden/message"); });
+    show(
+        "Could not create the aliases! Please make sure that a similar alias does not already "
+        "exist!",
+        [&] { EXPECT_SCREEN(terminal.image(), "golden/long_message"); });
+    show("", [&] { EXPECT_SCREEN(terminal.image(), "golden/empty_message"); });
+}
+
+TEST_F(MessageDialogTest, is_60_columns_wide_from_58_characters_on) {
+    for (const auto& [length, width] :
+         {std::pair{0, 2}, {1, 3}, {57, 59}, {58, 60}, {59, 60}, {60, 60}, {61, 60}, {200, 60}})
+        show(std::string(static_cast<size_t>(length), 'x'),
+             [width = width] { EXPECT_EQ(dialog_frame()->getWidth(), width); });
+    // Breaks into 58 and 2 characters.
+    show("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb cc", [&] {
+        EXPECT_EQ(terminal.image().find("aaaa"), (Position{9, 11}));
+        EXPECT_EQ(terminal.image().find("bb│"), (Position{9, 67}));
+        EXPECT_EQ(terminal.image().find("cc"), (Position{10, 11}));
+    });
+}
+
+TEST_F(MessageDialogTest, returns_on_space_too) {
+    terminal.press(Key::space);
+    showMessage("Space", "Title");
+    EXPECT_TRUE(terminal.image().shows("Space"));
+}
+
+TEST_F(MessageDialogTest, asks_in_a_box_of_62_columns_whatever_the_question) {
+    answer("\n");
     EXPECT_SCREEN(terminal.image(), "golden/yes_no");
-}
-
-TEST_F(YesNoTest, is_62_columns_wide_also_for_a_short_question) {
-    terminal.press(Key::enter);
-    askYesNo("Sure?", "WARNING!");
+    answer("\n", "Sure?");
     EXPECT_SCREEN(terminal.image(), "golden/short_yes_no");
 }
 
-TEST_F(YesNoTest, enter_at_once_is_no) {
-    terminal.press(Key::enter);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
+TEST_F(MessageDialogTest, is_answered_no_at_first_and_yes_after_tab) {
+    for (const char* const keys : {"\n", " ", "\t\t\n", "\t\t ", "yY\n"})
+        EXPECT_EQ(answer(keys), 0) << keys;
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
+        EXPECT_EQ(answer(keys), 1) << keys;
 }
 
-TEST_F(YesNoTest, space_at_once_is_no) {
-    terminal.press(Key::space);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, tab_then_enter_is_yes) {
-    terminal.type("\t\n");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 1);
-}
-
-TEST_F(YesNoTest, tab_then_space_is_yes) {
-    terminal.type("\t ");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 1);
-}
-
-TEST_F(YesNoTest, tab_twice_then_space_is_no) {
-    terminal.type("\t\t ");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, keys_other_than_tab_do_not_change_the_answer) {
-    terminal.press(Key::right);
-    terminal.press(Key::down);
-    terminal.type("yY");
-    terminal.press(Key::enter);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, tab_swaps_the_looks_of_the_two_buttons_on_the_screen) {
-    const auto expect_looks = [&](const std::string& no, const std::string& yes) {
-        EXPECT_COLOURS(terminal.image().region(14, 12, 1, 6), no + "\n");
-        EXPECT_COLOURS(terminal.image().region(14, 62, 1, 6), yes + "\n");
+TEST_F(MessageDialogTest, tab_swaps_the_looks_of_no_and_yes_which_a_resize_keeps) {
+    const auto expect_looks = [&](int row, int col, const char* no, const char* yes) {
+        EXPECT_COLOURS(terminal.image().region(row, col, 1, 6), no);
+        EXPECT_COLOURS(terminal.image().region(row, col + 50, 1, 6), yes);
     };
-    const auto expect_no_focused = [=] { expect_looks("rrKKrr", "rrrrrr"); };
-    const auto expect_yes_focused = [=] { expect_looks("rrrrrr", "rKKKrr"); };
     waits.then([&] {
-        expect_no_focused();
+        expect_looks(14, 12, "rrKKrr\n", "rrrrrr\n");
         terminal.press(Key::tab);
     });
     waits.then([&] {
-        expect_yes_focused();
+        expect_looks(14, 12, "rrrrrr\n", "rKKKrr\n");
+        resizeDialogTo(20, 72);
+        expect_looks(12, 8, "rrrrrr\n", "rKKKrr\n");
+        resizeDialogTo(24, 80);
         terminal.press(Key::tab);
     });
     waits.then([&] {
-        expect_no_focused();
+        expect_looks(14, 12, "rrKKrr\n", "rrrrrr\n");
         terminal.press(Key::enter);
     });
-    askYesNo(question, "WARNING!");
+    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
 }
 
-TEST_F(YesNoTest, has_its_own_screen_state_while_it_is_shown_and_puts_the_former_back) {
+// The widgets that reach over the edge get new curses windows while a key is waited for.
+TEST_F(MessageDialogTest, higher_than_the_terminal_has_become_it_still_takes_keys) {
+    std::string lines;
+    for (int line = 0; line < 15; ++line)
+        lines += std::string(30, static_cast<char>('a' + line)) + " " + std::string(30, '.') + " ";
     waits.then([&] {
-        EXPECT_EQ(screen_state, 101);
+        resizeDialogTo(20, 72);
+        EXPECT_EQ(terminal.image().find("WARNING!"), (Position{1, 32}));
+        EXPECT_TRUE(terminal.image().shows(std::string(30, 'a')));
+        terminal.press(Key::tab);
+    });
+    waits.then([&] {
+        resizeDialogTo(60, 200);
+        EXPECT_TRUE(terminal.image().shows("Yes"));
         terminal.press(Key::enter);
     });
-    askYesNo(question, "WARNING!");
+    EXPECT_EQ(askYesNo(lines.c_str(), "WARNING!"), 1);
+}
+
+TEST_F(MessageDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_all_the_same) {
+    waits.then([&] { drain_key(dialog_frame()->getCursesWindow(), true); });
+    for (const Key key : {Key::tab, Key::enter})
+        waits.then([this, key] {
+            EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
+            terminal.press(key);
+        });
+    EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);
+}
+
+TEST_F(MessageDialogTest, none_can_be_placed_while_none_is_open) {
+    const ScreenImage before = shown();
+    place_dialog();
+    EXPECT_SAME_LOOK(before, shown());
+}
+
+/// A warning about a port that is taken, until a test frees it.
+class RetryOrBackTest : public DialogTest {
+  protected:
+    RetryOrBackTest() { taken.open(); }
+
+    int ask(const std::string& keys, const char* message = warning) {
+        terminal.type(keys);
+        return askRetryOrBack(message, "Warning!", "127.0.0.1", taken.number());
+    }
+
+    LocalPort taken;
+};
+
+TEST_F(RetryOrBackTest, warns_in_a_box_like_a_messages_with_the_buttons_beside_a_narrow_one) {
+    const auto look_at = [&](const char* golden) {
+        waits.then([&, golden] {
+            EXPECT_SCREEN(terminal.image(), golden);
+            terminal.type("\t\n");
+        });
+    };
+    look_at("golden/retry_or_back");
+    EXPECT_EQ(ask(""), 0);
+    look_at("golden/short_retry_or_back");
+    EXPECT_EQ(ask("", "The port is taken."), 0);
+}
+
+TEST_F(RetryOrBackTest, back_probes_nothing) {
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
+        EXPECT_EQ(ask(keys), 0) << keys;
+    EXPECT_EQ(taken.takeAll(), 0);
+    EXPECT_FALSE(terminal.image().shows("Operation pending!"));
+}
+
+TEST_F(RetryOrBackTest, retry_is_minus_one_while_the_port_is_taken_and_one_once_it_was_freed) {
+    for (const char* const keys : {"\n", "\t\t\n", "bB\n"}) {
+        EXPECT_EQ(ask(keys), -1) << keys;
+        EXPECT_EQ(taken.takeAll(), 1);
+    }
+    waits.then([&] {
+        taken.close();
+        terminal.press(Key::space);
+    });
+    EXPECT_EQ(ask(""), 1);
+}
+
+TEST_F(RetryOrBackTest, tab_swaps_the_looks_of_the_two_buttons_on_the_screen) {
+    const auto look_and_type = [&](const char* retry, const char* back, const char* keys) {
+        waits.then([=] {
+            EXPECT_COLOURS(terminal.image().region(15, 57, 1, 7), retry);
+            EXPECT_COLOURS(terminal.image().region(15, 17, 1, 6), back);
+            terminal.type(keys);
+        });
+    };
+    look_and_type("rKKKKKr\n", "rrrrrr\n", "\t");
+    look_and_type("rrrrrrr\n", "rKKKKr\n", "\t");
+    look_and_type("rKKKKKr\n", "rrrrrr\n", "\t\n");
+    EXPECT_EQ(ask(""), 0);
+}
+
+TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
+    waits.inSleep = [&] {
+        EXPECT_EQ(screen_state, 102);
+        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(taken.takeAll(), 0);
+        EXPECT_SCREEN(terminal.image(), "golden/pending");
+    };
+    EXPECT_EQ(ask("\n"), -1);
+    EXPECT_EQ(waits.sleeps, std::vector<int>{0});
+    EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(screen_state, state_domain);
     EXPECT_EQ(panels_shown(), 0);
 }
 
-TEST_F(YesNoTest, hides_the_cursor_and_reads_cursor_keys_as_one) {
-    waits.then([&] {
-        EXPECT_FALSE(terminal.image().cursor().visible);
-        EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
-        terminal.press(Key::enter);
-    });
-    askYesNo(question, "WARNING!");
+/// Where a short message, one of two lines and a question stand.
+const PlacesInSize places[] = {
+    {{20, 72}, {{5, 31}, {4, 6}, {5, 5}}},
+    {{24, 80}, {{7, 35}, {6, 10}, {7, 9}}},
+    {{25, 81}, {{7, 36}, {7, 10}, {7, 9}}},
+    {{60, 200}, {{25, 95}, {24, 70}, {25, 69}}},
+};
+
+TEST_F(MessageDialogTest, stands_in_the_middle_of_a_terminal_of_any_size) {
+    for (const PlacesInSize& place : places) {
+        resizeTo(place.size.row, place.size.col);
+        show("Message", [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[0]); });
+        shown();
+        show(two_lines, [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[1]); });
+        shown();
+        answer("\n", "Sure?");
+        EXPECT_EQ(terminal.image().find("┌"), place.boxes[2]);
+        shown();
+    }
 }
 
 }  // namespace
