@@ -6,7 +6,6 @@
 #include "ui/colours.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/pending_box.h"
 #include "wizard/base/screen_state.h"
 
 /// The terminal as the dialogs find it: blue, in the domain screen. What a dialog has drawn last

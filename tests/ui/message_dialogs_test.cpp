@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "tests/support/case_name.h"
 #include "tests/support/local_port.h"
 #include "tests/ui/dialog_test.h"
 #include "ui/keys.h"
@@ -21,182 +20,169 @@ const char* const warning =
 
 const char* const two_lines = "Some words that are long enough for two lines of the dialog.";
 
-class MessageDialogTest : public DialogTest {
-  protected:
-    using DialogTest::DialogTest;
-
-    /// Shows a message, runs `look` while it stands and presses "OK".
-    template <class Look>
-    void show(const std::string& message, const Look& look) {
-        waits.then([&] {
-            look();
-            terminal.press(Key::enter);
-        });
-        showMessage(message.c_str(), "Error!");
-    }
-
-    int answer(const std::string& keys, const char* text = question) {
-        terminal.type(keys);
-        return askYesNo(text, "WARNING!");
-    }
-};
-
-/// A dialog, how it is opened and what closes it without any further ado.
+/// A dialog, how it is opened and what closes it with the answer 0.
 struct StockDialog {
-    const char* name;
     int state;
     const char* closing_keys;
     int (*open)(const char* text);
 };
 
-void PrintTo(const StockDialog& dialog, std::ostream* out) {
-    *out << dialog.name;
-}
+const StockDialog message_box = {100, "\n", [](const char* text) {
+                                     showMessage(text, "Error!");
+                                     return 0;
+                                 }};
+const StockDialog question_box = {101, "\n",
+                                  [](const char* text) { return askYesNo(text, "WARNING!"); }};
+const StockDialog retry_box = {
+    104, "\t\n", [](const char* text) { return askRetryOrBack(text, "Warning!", "127.0.0.1", 1); }};
+const StockDialog* const every_dialog[] = {&message_box, &question_box, &retry_box};
 
-int show_message(const char* text) {
-    showMessage(text, "Error!");
-    return 0;
-}
+class MessageDialogTest : public DialogTest {
+  protected:
+    /// Opens a dialog, runs `look` while it stands and closes it.
+    template <class Look>
+    void show(const StockDialog& dialog, const std::string& text, const Look& look) {
+        waits.then([&] {
+            look();
+            terminal.type(dialog.closing_keys);
+        });
+        EXPECT_EQ(dialog.open(text.c_str()), 0);
+        shown();
+    }
 
-int ask_yes_no(const char* text) {
-    return askYesNo(text, "WARNING!");
-}
+    int answer(const std::string& keys) {
+        terminal.type(keys);
+        return askYesNo(question, "WARNING!");
+    }
+};
 
-int ask_retry_or_back(const char* text) {
-    return askRetryOrBack(text, "Warning!", "127.0.0.1", 1);
-}
-
-const StockDialog dialogs[] = {{"message", 100, "\n", show_message},
-                               {"yes_no", 101, "\n", ask_yes_no},
-                               {"retry_or_back", 104, "\t\n", ask_retry_or_back}};
-
-class EveryDialog : public MessageDialogTest, public testing::WithParamInterface<StockDialog> {};
-
-TEST_P(EveryDialog, stands_alone_on_top_with_its_own_state_and_leaves_nothing_when_it_goes) {
+TEST_F(MessageDialogTest, stands_alone_on_top_with_its_own_state_and_leaves_nothing_when_it_goes) {
     Window screen(root(), 5, 10, 15, 60);
     screen.create();
     screen.draw();
     const ScreenImage before = shown();
     ASSERT_TRUE(before.cursor().visible);
-    EXPECT_EQ(dialog_frame(), nullptr);
-    waits.then([&] {
-        EXPECT_EQ(screen_state, GetParam().state);
-        EXPECT_TRUE(terminal.image().shows("Sure?"));
-        EXPECT_FALSE(terminal.image().cursor().visible);
-        EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
-        terminal.type(GetParam().closing_keys);
-    });
-    EXPECT_EQ(GetParam().open("Sure?"), 0);
-    EXPECT_EQ(screen_state, state_domain);
-    EXPECT_EQ(dialog_frame(), nullptr);
-    EXPECT_EQ(panels_shown(), 1);
-    ScreenImage after = shown();
-    after.setCursor(before.cursor());
-    EXPECT_SAME_LOOK(before, after);
-}
-
-TEST_P(EveryDialog, reads_other_keys_and_ignores_them) {
-    waits.then([&] {
-        const ScreenImage before = terminal.image();
-        terminal.type("xyoYrb\x1b");
-        for (const Key key : {Key::down, Key::right, Key::backspace})
-            terminal.press(key);
-        waits.then([&, before] {
-            EXPECT_SAME_LOOK(before, terminal.image());
-            terminal.type(GetParam().closing_keys);
+    for (const StockDialog* dialog : every_dialog) {
+        EXPECT_EQ(dialog_frame(), nullptr);
+        show(*dialog, "Sure?", [&] {
+            EXPECT_EQ(screen_state, dialog->state);
+            EXPECT_TRUE(terminal.image().shows("Sure?"));
+            EXPECT_FALSE(terminal.image().cursor().visible);
+            EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
         });
-    });
-    EXPECT_EQ(GetParam().open("Sure?"), 0);
+        EXPECT_EQ(screen_state, state_domain);
+        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(panels_shown(), 1);
+        ScreenImage after = shown();
+        after.setCursor(before.cursor());
+        EXPECT_SAME_LOOK(before, after);
+        curs_set(1);
+    }
 }
 
-TEST_P(EveryDialog, looks_the_same_after_a_resize_as_one_made_in_the_new_size) {
-    for (const char* const text : {two_lines, ""}) {
-        for (const Position& size : {Position{20, 72}, Position{60, 200}, Position{25, 81}}) {
-            ScreenImage moved(1, 1);
-            resizeTo(24, 80);
-            waits.then([&] {
-                curs_set(1);
-                resizeDialogTo(size.row, size.col);
-                moved = terminal.image();
-                terminal.type(GetParam().closing_keys);
+TEST_F(MessageDialogTest, reads_other_keys_and_ignores_them) {
+    for (const StockDialog* dialog : every_dialog) {
+        waits.then([&] {
+            const ScreenImage before = terminal.image();
+            terminal.type("xyoYrb\x1b");
+            for (const Key key : {Key::down, Key::right, Key::backspace})
+                terminal.press(key);
+            waits.then([&, before] {
+                EXPECT_SAME_LOOK(before, terminal.image());
+                terminal.type(dialog->closing_keys);
             });
-            GetParam().open(text);
-            EXPECT_EQ(panels_shown(), 0);
-            shown();
-            waits.then([&] {
-                EXPECT_SAME_LOOK(terminal.image(), moved);
-                terminal.type(GetParam().closing_keys);
-            });
-            GetParam().open(text);
+        });
+        EXPECT_EQ(dialog->open("Sure?"), 0);
+    }
+}
+
+TEST_F(MessageDialogTest, looks_the_same_after_a_resize_as_one_made_in_the_new_size) {
+    for (const StockDialog* dialog : every_dialog) {
+        for (const char* const text : {two_lines, ""}) {
+            for (const Position& size : {Position{20, 72}, Position{60, 200}, Position{25, 81}}) {
+                ScreenImage moved(1, 1);
+                resizeTo(24, 80);
+                show(*dialog, text, [&] {
+                    curs_set(1);
+                    resizeDialogTo(size.row, size.col);
+                    moved = terminal.image();
+                });
+                EXPECT_EQ(panels_shown(), 0);
+                show(*dialog, text, [&] { EXPECT_SAME_LOOK(terminal.image(), moved); });
+            }
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Dialogs, EveryDialog, testing::ValuesIn(dialogs), CaseName());
+/// A dialog and what it looks like.
+struct Pictured {
+    const StockDialog* dialog;
+    const char* text;
+    const char* golden;
+};
 
-TEST_F(MessageDialogTest, has_a_box_as_wide_as_its_message_and_60_columns_for_a_long_one) {
-    show("The passwords don't match!", [&] { EXPECT_SCREEN(terminal.image(), "golden/message"); });
-    show(
-        "Could not create the aliases! Please make sure that a similar alias does not already "
-        "exist!",
-        [&] { EXPECT_SCREEN(terminal.image(), "golden/long_message"); });
-    show("", [&] { EXPECT_SCREEN(terminal.image(), "golden/empty_message"); });
+TEST_F(MessageDialogTest, looks_as_the_wizard_always_has) {
+    for (const Pictured& pictured : {
+             Pictured{&message_box, "The passwords don't match!", "golden/message"},
+             Pictured{&message_box,
+                      "Could not create the aliases! Please make sure that a similar alias does "
+                      "not already exist!",
+                      "golden/long_message"},
+             Pictured{&message_box, "", "golden/empty_message"},
+             Pictured{&question_box, question, "golden/yes_no"},
+             Pictured{&question_box, "Sure?", "golden/short_yes_no"},
+             Pictured{&retry_box, warning, "golden/retry_or_back"},
+             Pictured{&retry_box, "The port is taken.", "golden/short_retry_or_back"},
+         })
+        show(*pictured.dialog, pictured.text,
+             [&] { EXPECT_SCREEN(terminal.image(), pictured.golden); });
 }
 
-TEST_F(MessageDialogTest, is_60_columns_wide_from_58_characters_on) {
+TEST_F(MessageDialogTest, is_as_wide_as_its_message_or_60_columns_from_58_characters_on) {
     for (const auto& [length, width] :
          {std::pair{0, 2}, {1, 3}, {57, 59}, {58, 60}, {59, 60}, {60, 60}, {61, 60}, {200, 60}})
-        show(std::string(static_cast<size_t>(length), 'x'),
+        show(message_box, std::string(static_cast<size_t>(length), 'x'),
              [width = width] { EXPECT_EQ(dialog_frame()->getWidth(), width); });
-    // Breaks into 58 and 2 characters.
-    show("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb cc", [&] {
-        EXPECT_EQ(terminal.image().find("aaaa"), (Position{9, 11}));
-        EXPECT_EQ(terminal.image().find("bb│"), (Position{9, 67}));
-        EXPECT_EQ(terminal.image().find("cc"), (Position{10, 11}));
-    });
 }
 
-TEST_F(MessageDialogTest, returns_on_space_too) {
-    terminal.press(Key::space);
-    showMessage("Space", "Title");
-    EXPECT_TRUE(terminal.image().shows("Space"));
-}
-
-TEST_F(MessageDialogTest, asks_in_a_box_of_62_columns_whatever_the_question) {
-    answer("\n");
-    EXPECT_SCREEN(terminal.image(), "golden/yes_no");
-    answer("\n", "Sure?");
-    EXPECT_SCREEN(terminal.image(), "golden/short_yes_no");
-}
-
-TEST_F(MessageDialogTest, is_answered_no_at_first_and_yes_after_tab) {
+TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) {
     for (const char* const keys : {"\n", " ", "\t\t\n", "\t\t ", "yY\n"})
         EXPECT_EQ(answer(keys), 0) << keys;
     for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
         EXPECT_EQ(answer(keys), 1) << keys;
 }
 
-TEST_F(MessageDialogTest, tab_swaps_the_looks_of_no_and_yes_which_a_resize_keeps) {
-    const auto expect_looks = [&](int row, int col, const char* no, const char* yes) {
-        EXPECT_COLOURS(terminal.image().region(row, col, 1, 6), no);
-        EXPECT_COLOURS(terminal.image().region(row, col + 50, 1, 6), yes);
-    };
-    waits.then([&] {
-        expect_looks(14, 12, "rrKKrr\n", "rrrrrr\n");
-        terminal.press(Key::tab);
-    });
-    waits.then([&] {
-        expect_looks(14, 12, "rrrrrr\n", "rKKKrr\n");
-        resizeDialogTo(20, 72);
-        expect_looks(12, 8, "rrrrrr\n", "rKKKrr\n");
-        resizeDialogTo(24, 80);
-        terminal.press(Key::tab);
-    });
-    waits.then([&] {
-        expect_looks(14, 12, "rrKKrr\n", "rrrrrr\n");
-        terminal.press(Key::enter);
-    });
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
+/// A dialog of two buttons, where they stand and the looks of each with the focus.
+struct TwoButtons {
+    const StockDialog* dialog;
+    const char* text;
+    Position places[2];
+    std::string focused[2];
+};
+
+TEST_F(MessageDialogTest, tab_swaps_the_looks_of_the_two_buttons_which_a_resize_keeps) {
+    for (const TwoButtons& two :
+         {TwoButtons{&question_box, question, {{14, 12}, {14, 62}}, {"rrKKrr", "rKKKrr"}},
+          TwoButtons{&retry_box, warning, {{15, 57}, {15, 17}}, {"rKKKKKr", "rKKKKr"}}}) {
+        const auto expect_focus = [&](int focus) {
+            for (int i = 0; i < 2; ++i) {
+                const int width = static_cast<int>(two.focused[i].size());
+                const std::string plain(two.focused[i].size(), 'r');
+                EXPECT_COLOURS(
+                    terminal.image().region(two.places[i].row, two.places[i].col, 1, width),
+                    (i == focus ? two.focused[i] : plain) + "\n");
+            }
+        };
+        for (const int focus : {0, 1})
+            waits.then([this, focus, &expect_focus] {
+                expect_focus(focus);
+                resizeDialogTo(60, 200);
+                resizeDialogTo(24, 80);
+                expect_focus(focus);
+                terminal.press(Key::tab);
+            });
+        show(*two.dialog, two.text, [&] { expect_focus(0); });
+    }
 }
 
 // The widgets that reach over the edge get new curses windows while a key is waited for.
@@ -234,31 +220,38 @@ TEST_F(MessageDialogTest, none_can_be_placed_while_none_is_open) {
     EXPECT_SAME_LOOK(before, shown());
 }
 
+/// Where a short message, one of two lines and a question stand.
+const PlacesInSize places[] = {
+    {{20, 72}, {{5, 31}, {4, 6}, {5, 5}}},
+    {{24, 80}, {{7, 35}, {6, 10}, {7, 9}}},
+    {{25, 81}, {{7, 36}, {7, 10}, {7, 9}}},
+    {{60, 200}, {{25, 95}, {24, 70}, {25, 69}}},
+};
+
+TEST_F(MessageDialogTest, stands_in_the_middle_of_a_terminal_of_any_size) {
+    for (const PlacesInSize& place : places) {
+        resizeTo(place.size.row, place.size.col);
+        const auto expect_corner = [&](const StockDialog& dialog, const char* text, int box) {
+            show(dialog, text, [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[box]); });
+        };
+        expect_corner(message_box, "Message", 0);
+        expect_corner(message_box, two_lines, 1);
+        expect_corner(question_box, "Sure?", 2);
+    }
+}
+
 /// A warning about a port that is taken, until a test frees it.
 class RetryOrBackTest : public DialogTest {
   protected:
     RetryOrBackTest() { taken.open(); }
 
-    int ask(const std::string& keys, const char* message = warning) {
+    int ask(const std::string& keys) {
         terminal.type(keys);
-        return askRetryOrBack(message, "Warning!", "127.0.0.1", taken.number());
+        return askRetryOrBack(warning, "Warning!", "127.0.0.1", taken.number());
     }
 
     LocalPort taken;
 };
-
-TEST_F(RetryOrBackTest, warns_in_a_box_like_a_messages_with_the_buttons_beside_a_narrow_one) {
-    const auto look_at = [&](const char* golden) {
-        waits.then([&, golden] {
-            EXPECT_SCREEN(terminal.image(), golden);
-            terminal.type("\t\n");
-        });
-    };
-    look_at("golden/retry_or_back");
-    EXPECT_EQ(ask(""), 0);
-    look_at("golden/short_retry_or_back");
-    EXPECT_EQ(ask("", "The port is taken."), 0);
-}
 
 TEST_F(RetryOrBackTest, back_probes_nothing) {
     for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
@@ -279,20 +272,6 @@ TEST_F(RetryOrBackTest, retry_is_minus_one_while_the_port_is_taken_and_one_once_
     EXPECT_EQ(ask(""), 1);
 }
 
-TEST_F(RetryOrBackTest, tab_swaps_the_looks_of_the_two_buttons_on_the_screen) {
-    const auto look_and_type = [&](const char* retry, const char* back, const char* keys) {
-        waits.then([=] {
-            EXPECT_COLOURS(terminal.image().region(15, 57, 1, 7), retry);
-            EXPECT_COLOURS(terminal.image().region(15, 17, 1, 6), back);
-            terminal.type(keys);
-        });
-    };
-    look_and_type("rKKKKKr\n", "rrrrrr\n", "\t");
-    look_and_type("rrrrrrr\n", "rKKKKr\n", "\t");
-    look_and_type("rKKKKKr\n", "rrrrrr\n", "\t\n");
-    EXPECT_EQ(ask(""), 0);
-}
-
 TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
     waits.inSleep = [&] {
         EXPECT_EQ(screen_state, 102);
@@ -305,27 +284,6 @@ TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning
     EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(screen_state, state_domain);
     EXPECT_EQ(panels_shown(), 0);
-}
-
-/// Where a short message, one of two lines and a question stand.
-const PlacesInSize places[] = {
-    {{20, 72}, {{5, 31}, {4, 6}, {5, 5}}},
-    {{24, 80}, {{7, 35}, {6, 10}, {7, 9}}},
-    {{25, 81}, {{7, 36}, {7, 10}, {7, 9}}},
-    {{60, 200}, {{25, 95}, {24, 70}, {25, 69}}},
-};
-
-TEST_F(MessageDialogTest, stands_in_the_middle_of_a_terminal_of_any_size) {
-    for (const PlacesInSize& place : places) {
-        resizeTo(place.size.row, place.size.col);
-        show("Message", [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[0]); });
-        shown();
-        show(two_lines, [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[1]); });
-        shown();
-        answer("\n", "Sure?");
-        EXPECT_EQ(terminal.image().find("┌"), place.boxes[2]);
-        shown();
-    }
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include "ui/pending_box.h"
-
 #include <string>
 
 #include "tests/ui/dialog_test.h"

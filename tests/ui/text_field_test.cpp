@@ -73,7 +73,6 @@ const Typed typed_texts[] = {
     {"ab", "ab", "ab    ", 2},
     {"abcde", "abcde", "abcde ", 5},
     {"abcdefg", "abcdefg", "cdefg ", 5},
-    {"abcdefgh", "abcdefgh", "defgh ", 5},
     {"abcdefghij", "abcdefgh", "defgh ", 5},
     {"abcdefghij\bz", "abcdefgz", "defgz ", 5},
     {"\b", "", "      ", 0},
