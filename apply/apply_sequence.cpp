@@ -12,7 +12,6 @@
 #include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "ui/message_dialogs.h"
-#include "ui/pending_box.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/listeners.h"

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "ui/keys.h"
-#include "ui/pending_box.h"
+#include "ui/message_dialogs.h"
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 

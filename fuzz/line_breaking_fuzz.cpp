@@ -10,7 +10,7 @@
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/window_text.h"
-#include "ui/format_label.h"
+#include "ui/label.h"
 #include "ui/line_breaker.h"
 
 namespace {

@@ -9,7 +9,6 @@
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/window_text.h"
-#include "ui/choice_list.h"
 #include "ui/list.h"
 
 namespace {

@@ -10,7 +10,6 @@
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/window_text.h"
-#include "ui/pass_text_field.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
 

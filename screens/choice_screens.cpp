@@ -5,9 +5,9 @@
 
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "ui/choice_list.h"
-#include "ui/format_label.h"
+#include "ui/label.h"
 #include "ui/line_breaker.h"
+#include "ui/list.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/listeners.h"
 

@@ -4,7 +4,7 @@
 
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "ui/pass_text_field.h"
+#include "ui/text_field.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/base/wizard_settings.h"

@@ -7,7 +7,6 @@
 #include "screens/screen_table.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"
-#include "ui/pending_box.h"
 #include "ui/terminal/colours.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"

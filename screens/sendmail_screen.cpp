@@ -1,7 +1,7 @@
 #include "apply/apply_sequence.h"
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "ui/format_label.h"
+#include "ui/label.h"
 #include "ui/line_breaker.h"
 #include "wizard/base/wizard_settings.h"
 

@@ -5,9 +5,9 @@
 
 #include "ui/window.h"
 
-class ModalDialog;
+struct ModalDialog;
 
-/// A box that stays on the screen while slow work runs; ui/pending_box opens and closes it.
+/// A box that stays on the screen while slow work runs; see ui/message_dialogs.
 struct PendingBox {
     std::unique_ptr<Window> frame;
     std::string message;

@@ -83,12 +83,9 @@ void Window::drawTitleFrame() {
     wborder(cursesWindow, ACS_VLINE | attributes, ACS_VLINE | attributes, ACS_HLINE | attributes,
             ACS_HLINE | attributes, ACS_ULCORNER | attributes, ACS_URCORNER | attributes,
             ACS_LLCORNER | attributes, ACS_LRCORNER | attributes);
-    if (wmove(cursesWindow, 2, 0) != ERR)
-        waddch(cursesWindow, ACS_LTEE);
-    if (wmove(cursesWindow, 2, 1) != ERR)
-        whline(cursesWindow, ACS_HLINE, columns - 2);
-    if (wmove(cursesWindow, 2, columns - 1) != ERR)
-        waddch(cursesWindow, ACS_RTEE);
+    mvwaddch(cursesWindow, 2, 0, ACS_LTEE);
+    mvwhline(cursesWindow, 2, 1, ACS_HLINE, columns - 2);
+    mvwaddch(cursesWindow, 2, columns - 1, ACS_RTEE);
     printCentered(1, 0, columns, title.c_str(), attributes);
 }
 
@@ -106,18 +103,6 @@ void Window::printCentered(int line, int firstCol, int columns, const char* text
     if (length <= columns)
         mvwprintw(cursesWindow, line, firstCol + (columns - length) / 2, "%s", text);
     wattroff(cursesWindow, attributes);
-}
-
-WINDOW* Window::newCursesWindow() const {
-    return newwin(height, width, screenRow(), screenCol());
-}
-
-int Window::screenRow() const {
-    return (parent != nullptr ? getbegy(parent->cursesWindow) : -1) + row;
-}
-
-int Window::screenCol() const {
-    return (parent != nullptr ? getbegx(parent->cursesWindow) : -1) + col;
 }
 
 void Window::replaceCursesWindow() {

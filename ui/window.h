@@ -75,15 +75,11 @@ class Window {
     /// it.
     void move(int newRow, int newCol);
 
-    /// Moves the window to its place of a parent that has moved itself.
+    /// Moves the window after a parent that has moved.
     void follow() { move(row, col); }
 
-    /// Puts the panel on top of the stack.
-    void show() { show_panel(panel); }
-
-    /// Takes the panel off the stack.
-    void hide() { hide_panel(panel); }
-
+    void show() { show_panel(panel); }  ///< puts the panel on top of the stack
+    void hide() { hide_panel(panel); }  ///< takes the panel off the stack
     void refresh() { wrefresh(cursesWindow); }
 
     /// Deletes the panel and the curses window; getHeight() and getWidth() return -1 from then on.
@@ -117,9 +113,10 @@ class Window {
     int bold = 0;
 
   private:
-    WINDOW* newCursesWindow() const;
-    int screenRow() const;
-    int screenCol() const;
+    WINDOW* parentWindow() const { return parent != nullptr ? parent->cursesWindow : nullptr; }
+    int screenRow() const { return getbegy(parentWindow()) + row; }
+    int screenCol() const { return getbegx(parentWindow()) + col; }
+    WINDOW* newCursesWindow() const { return newwin(height, width, screenRow(), screenCol()); }
     void drawTitleFrame();
     void replaceCursesWindow();
 };

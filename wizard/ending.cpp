@@ -7,7 +7,7 @@
 #include "apply/server_process.h"
 #include "screens/screen_table.h"
 #include "ui/main_window.h"
-#include "ui/pending_box.h"
+#include "ui/message_dialogs.h"
 #include "ui/terminal/terminal.h"
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"

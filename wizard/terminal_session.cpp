@@ -11,7 +11,6 @@
 #include "ui/keys.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/pending_box.h"
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 #include "ui/window.h"

@@ -12,7 +12,7 @@
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
 #include "tests/support/waits.h"
-#include "ui/pending_box.h"
+#include "ui/message_dialogs.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/terminal_session.h"
 

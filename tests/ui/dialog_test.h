@@ -1,8 +1,10 @@
 #pragma once
 
+#include "tests/support/golden.h"
 #include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
-#include "ui/modal_dialog.h"
+#include "ui/main_window.h"
+#include "ui/message_dialogs.h"
 #include "ui/terminal/colours.h"
 #include "wizard/base/screen_state.h"
 
@@ -15,11 +17,12 @@ class DialogTest : public UiTest {
         screen_state = state_domain;
     }
 
-    /// Gives the terminal another size and lets the open dialog follow, as the program does.
+    /// Gives the terminal another size and lets what is open follow, as the program does.
     void resizeDialogTo(int rows, int cols) {
         resizeTo(rows, cols);
         paintScreen();
         place_dialog();
+        placePending();
     }
 
     void paintScreen() {
@@ -28,4 +31,10 @@ class DialogTest : public UiTest {
     }
 
     KeyWaits waits;
+};
+
+/// A size of the terminal and where three boxes stand in it.
+struct PlacesInSize {
+    Position size;
+    Position boxes[3];
 };

@@ -1,188 +1,189 @@
 #include "ui/list.h"
 
-#include <cstring>
+#include <string>
+#include <vector>
 
 #include "tests/ui/ui_test.h"
+#include "wizard/base/heap_text.h"
 
 namespace {
 
-const char* const three_entries[] = {"all", "eth0 : 10.0.0.1", "lo"};
+const char* const interfaces[] = {"all", "eth0 : 10.0.0.1", "lo"};
+const char* const services[] = {"POP3", "IMAP", "WebMail"};
+const unsigned char imap_only[] = {0, 1, 0};
 
-/// A list in the colours of the screens.
+/// The flags as a text of 0 and 1.
+std::string flags_of(const ChoiceList& list) {
+    int count = -1;
+    const std::unique_ptr<unsigned char, FreeHeap> flags(list.getChecked(&count));
+    std::string text;
+    for (int i = 0; i < count; ++i) {
+        text += std::to_string(flags.get()[i]);
+        flags.get()[i] = 7;  // a copy, which the caller may change
+    }
+    return text;
+}
+
+/// The two kinds of list in the colours of the screens.
 class ListTest : public UiTest {
   protected:
-    ListTest() : list(root(), 3, three_entries, 2, 4, 2, 1) {}
-
-    ScreenImage draw() {
-        list.draw();
-        return look();
+    ListTest()
+        : list(root(), 3, interfaces, 2, 4, 2, 1),
+          choices(root(), 3, services, imap_only, 8, 4, 2, 1) {
+        choices.setColors(2, 2, 0);
     }
 
-    /// The list as it has been drawn last.
-    ScreenImage look() { return shown(2, 4, 3, 17); }
+    void press(Window& window, std::initializer_list<int> keys) {
+        for (const int key : keys)
+            EXPECT_EQ(window.onKey(key), key);
+    }
+
+    /// Expects that none of the keys draws anything.
+    void expectIgnored(Window& window, std::initializer_list<int> keys) {
+        window.draw();
+        mvwaddch(window.getCursesWindow(), 0, 0, '!');
+        press(window, keys);
+        EXPECT_EQ(look(window).cell(0, 0).text, "!");
+    }
 
     List list;
+    ChoiceList choices;
 };
 
-TEST_F(ListTest, is_as_high_as_it_has_entries_and_two_columns_wider_than_the_longest) {
+TEST_F(ListTest,
+       is_as_high_as_it_has_entries_and_as_wide_as_the_longest_and_what_stands_before_it) {
     EXPECT_EQ(list.getHeight(), 3);
     EXPECT_EQ(list.getWidth(), 17);
-    EXPECT_TRUE(is_keypad(list.getCursesWindow()));
     EXPECT_EQ(list.getRow(), 2);
     EXPECT_EQ(list.getCol(), 4);
+    EXPECT_EQ(choices.getHeight(), 3);
+    EXPECT_EQ(choices.getWidth(), 11);
+    EXPECT_EQ(choices.getRow(), 8);
+    EXPECT_EQ(choices.getCol(), 4);
+    for (const Window* window : {static_cast<Window*>(&list), static_cast<Window*>(&choices)}) {
+        EXPECT_TRUE(is_keypad(window->getCursesWindow()));
+        EXPECT_FALSE(window->showsCursor());
+    }
 }
 
-TEST_F(ListTest, starts_with_the_bar_on_the_first_entry_marked_by_a_dollar) {
+TEST_F(ListTest, marks_the_entry_under_the_bar_by_a_dollar_and_bold_white_on_black) {
     EXPECT_EQ(list.getSelected(), 0);
-    EXPECT_PICTURE(draw(), R"(
-$ all
-  eth0 : 10.0.0.1
-  lo
-)");
-}
-
-TEST_F(ListTest, the_bar_is_bold_white_on_black_and_covers_the_longest_entry_on_every_line) {
-    EXPECT_COLOURS(draw(), R"(
-KkKKKkkkkkkkkkkkk
-bbbbbbbbbbbbbbbbb
-bbbbbbbbbbbbbbbbb
-)");
-    list.onKey(KEY_DOWN);
-    list.onKey(KEY_DOWN);
-    EXPECT_COLOURS(look(), R"(
-bbbbbbbbbbbbbbbbb
-bbbbbbbbbbbbbbbbb
-KkKKkkkkkkkkkkkkk
-)");
+    EXPECT_PICTURE(drawn(list), "$ all\n  eth0 : 10.0.0.1\n  lo\n");
+    EXPECT_COLOURS(look(list), "KkKKKkkkkkkkkkkkk\nbbbbbbbbbbbbbbbbb\nbbbbbbbbbbbbbbbbb\n");
+    press(list, {KEY_DOWN, KEY_DOWN});
+    EXPECT_EQ(list.getSelected(), 2);
+    EXPECT_PICTURE(look(list), "  all\n  eth0 : 10.0.0.1\n$ lo\n");
+    EXPECT_COLOURS(look(list), "bbbbbbbbbbbbbbbbb\nbbbbbbbbbbbbbbbbb\nKkKKkkkkkkkkkkkkk\n");
+    press(list, {KEY_UP});
+    EXPECT_EQ(list.getSelected(), 1);
+    EXPECT_COLOURS(look(list), "bbbbbbbbbbbbbbbbb\nKkKKKKkKkKKKKKKKK\nbbbbbbbbbbbbbbbbb\n");
 }
 
 TEST_F(ListTest, takes_both_pairs_from_its_constructor) {
-    List other(root(), 3, three_entries, 10, 4, 3, 2);
-    other.draw();
-    EXPECT_COLOURS(shown(10, 4, 3, 17), R"(
-BbBBBbbbbbbbbbbbb
-rrrrrrrrrrrrrrrrr
-rrrrrrrrrrrrrrrrr
-)");
+    List other(root(), 3, interfaces, 12, 4, 3, 2);
+    EXPECT_COLOURS(drawn(other), "BbBBBbbbbbbbbbbbb\nrrrrrrrrrrrrrrrrr\nrrrrrrrrrrrrrrrrr\n");
+    ChoiceList choice(root(), 3, services, imap_only, 16, 4, 3, 2);
+    EXPECT_COLOURS(drawn(choice), "BbBbBBBBbbb\nrrrrrrrrrrr\nrrrrrrrrrrr\n");
 }
 
-TEST_F(ListTest, down_moves_the_bar_and_draws) {
-    draw();
-    list.onKey(KEY_DOWN);
-    EXPECT_EQ(list.getSelected(), 1);
-    EXPECT_PICTURE(look(), R"(
-  all
-$ eth0 : 10.0.0.1
-  lo
-)");
-}
-
-TEST_F(ListTest, up_moves_the_bar_back_and_draws) {
-    list.setSelected(2);
-    draw();
-    list.onKey(KEY_UP);
-    EXPECT_EQ(list.getSelected(), 1);
-    EXPECT_PICTURE(look(), R"(
-  all
-$ eth0 : 10.0.0.1
-  lo
-)");
-}
-
-TEST_F(ListTest, up_on_the_first_entry_does_nothing_and_does_not_redraw) {
-    draw();
-    mvwaddch(list.getCursesWindow(), 0, 0, '!');
-    list.onKey(KEY_UP);
+TEST_F(ListTest, keys_that_move_no_bar_and_turn_no_mark_draw_nothing) {
+    expectIgnored(list, {KEY_UP, 10, 32, 9, 27, 'l', KEY_LEFT, KEY_RIGHT, KEY_NPAGE, KEY_END});
     EXPECT_EQ(list.getSelected(), 0);
-    EXPECT_EQ(look().cell(0, 0).text, "!");
-}
-
-TEST_F(ListTest, down_on_the_last_entry_does_nothing_and_does_not_redraw) {
     list.setSelected(2);
-    draw();
-    mvwaddch(list.getCursesWindow(), 0, 0, '!');
-    list.onKey(KEY_DOWN);
+    expectIgnored(list, {KEY_DOWN});
     EXPECT_EQ(list.getSelected(), 2);
-    EXPECT_EQ(look().cell(0, 0).text, "!");
+    expectIgnored(choices, {KEY_UP, 9, 13, 27, 'x', KEY_LEFT, KEY_RIGHT, KEY_NPAGE, KEY_END});
+    press(choices, {KEY_DOWN, KEY_DOWN});
+    expectIgnored(choices, {KEY_DOWN});
+    EXPECT_EQ(flags_of(choices), "010");
 }
 
-TEST_F(ListTest, every_other_key_is_ignored_enter_and_space_too) {
-    list.setSelected(1);
-    draw();
-    mvwaddch(list.getCursesWindow(), 0, 0, '!');
-    for (const int key :
-         {10, 32, 9, 27, int{'l'}, KEY_LEFT, KEY_RIGHT, KEY_NPAGE, KEY_PPAGE, KEY_HOME, KEY_END})
-        list.onKey(key);
-    EXPECT_EQ(list.getSelected(), 1);
-    EXPECT_EQ(look().cell(0, 0).text, "!");
-}
-
-TEST_F(ListTest, set_selected_moves_the_bar_without_drawing) {
-    draw();
-    list.setSelected(2);
-    EXPECT_EQ(list.getSelected(), 2);
-    EXPECT_EQ(look().cell(0, 0).text, "$");
-    EXPECT_PICTURE(draw(), R"(
-  all
-  eth0 : 10.0.0.1
-$ lo
-)");
-}
-
-TEST_F(ListTest, set_selected_to_minus_one_or_the_number_of_entries_leaves_the_selection) {
-    list.setSelected(1);
-    list.setSelected(-1);
-    EXPECT_EQ(list.getSelected(), 1);
-    list.setSelected(3);
-    EXPECT_EQ(list.getSelected(), 1);
-}
-
-TEST_F(ListTest, the_cursor_is_placed_at_the_last_column_of_the_bar) {
-    list.setSelected(1);
+TEST_F(ListTest, set_selected_moves_the_bar_without_drawing_to_an_entry_that_there_is) {
     list.draw();
-    list.placeCursor();
-    EXPECT_EQ(cursor_in(list.getCursesWindow()), (Position{1, 16}));
+    list.setSelected(2);
+    EXPECT_EQ(look(list).cell(0, 0).text, "$");
+    for (const int none : {-1, 3}) {
+        list.setSelected(none);
+        EXPECT_EQ(list.getSelected(), 2);
+    }
+    EXPECT_EQ(drawn(list).cell(2, 0).text, "$");
+    list.setSelected(0);
+    EXPECT_EQ(list.getSelected(), 0);
 }
 
-TEST_F(ListTest, drawing_leaves_the_cursor_where_the_last_entry_ends) {
+TEST_F(ListTest, the_cursor_stands_in_the_last_column_of_the_bar_once_placed) {
+    list.setSelected(1);
     list.draw();
     EXPECT_EQ(cursor_in(list.getCursesWindow()), (Position{2, 16}));
+    list.placeCursor();
+    EXPECT_EQ(cursor_in(list.getCursesWindow()), (Position{1, 16}));
+    press(choices, {KEY_DOWN});
+    EXPECT_EQ(cursor_in(choices.getCursesWindow()), (Position{1, 9}));
+    choices.placeCursor();
+    EXPECT_EQ(cursor_in(choices.getCursesWindow()), (Position{1, 8}));
 }
 
-TEST_F(ListTest, an_entry_behind_the_bar_is_not_bold) {
-    List other(root(), 3, three_entries, 10, 4, 2, 1);
-    other.setSelected(1);
-    other.draw();
-    EXPECT_COLOURS(shown(10, 4, 3, 17), R"(
-bbbbbbbbbbbbbbbbb
-KkKKKKkKkKKKKKKKK
-bbbbbbbbbbbbbbbbb
-)");
+TEST_F(ListTest, keeps_copies_of_its_entries_which_are_plain_characters) {
+    std::string text = "%s%d";
+    const char* const entries[] = {text.c_str()};
+    unsigned char flags[] = {1};
+    List one(root(), 1, entries, 12, 4, 2, 1);
+    ChoiceList choice(root(), 1, entries, flags, 14, 4, 2, 1);
+    text = "lost";
+    flags[0] = 0;
+    press(one, {KEY_DOWN, KEY_UP});
+    EXPECT_PICTURE(drawn(one), "$ %s%d\n");
+    EXPECT_PICTURE(drawn(choice), "[x] %s%d\n");
 }
 
-TEST_F(ListTest, with_one_entry_has_the_bar_on_it_and_nowhere_to_go) {
-    List one(root(), 1, three_entries, 10, 4, 2, 1);
-    one.onKey(KEY_DOWN);
-    one.onKey(KEY_UP);
-    EXPECT_EQ(one.getSelected(), 0);
-    one.draw();
-    EXPECT_PICTURE(shown(10, 4, 1, 5), "$ all\n");
+TEST_F(ListTest, of_check_boxes_shows_its_bar_in_bold_white_on_black) {
+    EXPECT_PICTURE(drawn(choices), "[ ] POP3\n[x] IMAP\n[ ] WebMail\n");
+    EXPECT_COLOURS(look(choices), "KkKkKKKKkkk\nbbbbbbbbbbb\nbbbbbbbbbbb\n");
+    press(choices, {KEY_DOWN, KEY_DOWN});
+    EXPECT_COLOURS(look(choices), "bbbbbbbbbbb\nbbbbbbbbbbb\nKkKkKKKKKKK\n");
+    press(choices, {KEY_UP});
+    EXPECT_COLOURS(look(choices), "bbbbbbbbbbb\nKKKkKKKKkkk\nbbbbbbbbbbb\n");
+    choices.setColors(2, 2, 1);
+    EXPECT_COLOURS(drawn(choices), "BbBbBBBBbbb\nKKKkKKKKkkk\nBbBbBBBBBBB\n");
 }
 
-TEST_F(ListTest, keeps_copies_of_its_entries) {
-    char text[] = "First";
-    const char* const entries[] = {text};
-    List copied(root(), 1, entries, 10, 4, 2, 1);
-    std::strcpy(text, "wrong");
-    copied.draw();
-    EXPECT_PICTURE(shown(10, 4, 1, 7), "$ First\n");
+TEST_F(ListTest, of_check_boxes_turns_the_one_under_the_bar_on_and_off_by_space_and_enter) {
+    for (const int key : {32, 10}) {
+        press(choices, {key});
+        EXPECT_EQ(flags_of(choices), "110");
+        EXPECT_PICTURE(look(choices), "[x] POP3\n[x] IMAP\n[ ] WebMail\n");
+        press(choices, {key, KEY_DOWN, key});
+        EXPECT_EQ(flags_of(choices), "000");
+        EXPECT_PICTURE(look(choices), "[ ] POP3\n[ ] IMAP\n[ ] WebMail\n");
+        press(choices, {key, KEY_UP});
+    }
 }
 
-TEST_F(ListTest, percent_signs_are_plain_characters) {
-    const char* const entries[] = {"%s%d"};
-    List percent(root(), 1, entries, 10, 4, 2, 1);
-    percent.draw();
-    EXPECT_PICTURE(shown(10, 4, 1, 6), "$ %s%d\n");
+TEST_F(ListTest, of_check_boxes_hides_the_terminals_cursor_when_drawn) {
+    ASSERT_TRUE(shown().cursor().visible);
+    choices.draw();
+    EXPECT_FALSE(shown().cursor().visible);
+}
+
+TEST_F(ListTest, of_check_boxes_leaves_out_what_comes_after_a_hundred_entries) {
+    const std::vector<const char*> entries(150, "entry");
+    const std::vector<unsigned char> flags(150, 1);
+    ChoiceList many(root(), 150, entries.data(), flags.data(), 0, 0, 2, 1);
+    EXPECT_EQ(many.getHeight(), 100);
+    for (int i = 0; i < 150; ++i)
+        many.onKey(KEY_DOWN);
+    many.onKey(32);
+    EXPECT_EQ(flags_of(many), std::string(99, '1') + "0");
+}
+
+TEST_F(ListTest, of_check_boxes_may_have_no_flags_and_no_entries) {
+    const ChoiceList unset(root(), 3, services, nullptr, 12, 4, 2, 1);
+    EXPECT_EQ(flags_of(unset), "000");
+    ChoiceList empty(root(), 0, nullptr, nullptr, 20, 4, 2, 1);
+    press(empty, {32, 10, KEY_DOWN, KEY_UP});
+    EXPECT_EQ(flags_of(empty), "");
+    EXPECT_EQ(empty.getHeight(), 1);
+    EXPECT_EQ(look(empty).text().find_first_not_of(" \n"), std::string::npos);
 }
 
 }  // namespace

@@ -2,240 +2,288 @@
 
 #include <string>
 
-#include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 #include "tests/ui/dialog_test.h"
-#include "ui/modal_dialog.h"
+#include "ui/keys.h"
 
 namespace {
-
-using MessageTest = DialogTest;
-using YesNoTest = DialogTest;
-
-/// Words that add up to `length` characters.
-std::string words_of_length(size_t length) {
-    std::string text;
-    while (text.size() < length)
-        text += "word ";
-    text.resize(length);
-    if (!text.empty())
-        text.back() = '.';
-    return text;
-}
 
 const char* const question =
     "Selecting 127.0.0.1 will enable access to SMTP service \tonly from this machine and not "
     "remotely from other machines. Are you sure?";
 
-TEST_F(MessageTest, shows_a_short_message_in_a_box_as_wide_as_it) {
-    terminal.press(Key::enter);
-    showMessage("The passwords don't match!", "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/message");
-}
+const char* const warning =
+    "There is already an application that binds the 25 port on the selected interface 10.0.0.1. "
+    "Please stop that application and remove it from the automatic startup daemons at boot. More "
+    "information about stopping common applications can be found in the "
+    "/opt/teluma/doc/REMOVE-OTHERS.txt document.";
 
-TEST_F(MessageTest, shows_a_long_message_in_a_box_of_60_columns) {
-    terminal.press(Key::enter);
-    showMessage(
-        "Could not create the aliases! Please make sure that a similar alias does not already "
-        "exist!",
-        "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/long_message");
-}
+const char* const two_lines = "Some words that are long enough for two lines of the dialog.";
 
-TEST_F(MessageTest, of_58_characters_is_60_columns_wide) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 60);
-        terminal.press(Key::enter);
-    });
-    showMessage(words_of_length(58).c_str(), "Error!");
-}
+/// A dialog, how it is opened and what closes it with the answer 0.
+struct StockDialog {
+    int state;
+    const char* closing_keys;
+    int (*open)(const char* text);
+};
 
-TEST_F(MessageTest, of_59_or_more_characters_is_60_columns_wide_too) {
-    for (const size_t length : {59U, 60U, 61U, 200U}) {
+const StockDialog message_box = {100, "\n", [](const char* text) {
+                                     showMessage(text, "Error!");
+                                     return 0;
+                                 }};
+const StockDialog question_box = {101, "\n",
+                                  [](const char* text) { return askYesNo(text, "WARNING!"); }};
+const StockDialog retry_box = {
+    104, "\t\n", [](const char* text) { return askRetryOrBack(text, "Warning!", "127.0.0.1", 1); }};
+const StockDialog* const every_dialog[] = {&message_box, &question_box, &retry_box};
+
+class MessageDialogTest : public DialogTest {
+  protected:
+    /// Opens a dialog, runs `look` while it stands and closes it.
+    template <class Look>
+    void show(const StockDialog& dialog, const std::string& text, const Look& look) {
         waits.then([&] {
-            EXPECT_EQ(dialog_frame()->getWidth(), 60) << length;
-            terminal.press(Key::enter);
+            look();
+            terminal.type(dialog.closing_keys);
         });
-        showMessage(words_of_length(length).c_str(), "Error!");
+        EXPECT_EQ(dialog.open(text.c_str()), 0);
+        shown();
+    }
+
+    int answer(const std::string& keys) {
+        terminal.type(keys);
+        return askYesNo(question, "WARNING!");
+    }
+};
+
+TEST_F(MessageDialogTest, stands_alone_on_top_with_its_own_state_and_leaves_nothing_when_it_goes) {
+    Window screen(root(), 5, 10, 15, 60);
+    screen.create();
+    screen.draw();
+    const ScreenImage before = shown();
+    ASSERT_TRUE(before.cursor().visible);
+    for (const StockDialog* dialog : every_dialog) {
+        EXPECT_EQ(dialog_frame(), nullptr);
+        show(*dialog, "Sure?", [&] {
+            EXPECT_EQ(screen_state, dialog->state);
+            EXPECT_TRUE(terminal.image().shows("Sure?"));
+            EXPECT_FALSE(terminal.image().cursor().visible);
+            EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
+        });
+        EXPECT_EQ(screen_state, state_domain);
+        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(panels_shown(), 1);
+        ScreenImage after = shown();
+        after.setCursor(before.cursor());
+        EXPECT_SAME_LOOK(before, after);
+        curs_set(1);
     }
 }
 
-TEST_F(MessageTest, of_57_characters_is_59_columns_wide) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 59);
-        terminal.press(Key::enter);
-    });
-    showMessage(words_of_length(57).c_str(), "Error!");
-}
-
-TEST_F(MessageTest, of_more_than_58_characters_is_wrapped_on_58_columns) {
-    terminal.press(Key::enter);
-    // Breaks into 58 and 2 characters.
-    showMessage("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb cc", "Error!");
-    EXPECT_EQ(terminal.image().find("aaaaaaaaaaaaaaaaaaaaaaaaaaaa bbbbbbbbbbbbbbbbbbbbbbbbbbbbb│"),
-              (Position{9, 11}));
-    EXPECT_EQ(terminal.image().find("cc"), (Position{10, 11}));
-}
-
-TEST_F(MessageTest, empty_is_a_box_2_columns_wide_and_9_lines_high) {
-    waits.then([&] {
-        EXPECT_EQ(dialog_frame()->getWidth(), 2);
-        EXPECT_EQ(dialog_frame()->getHeight(), 9);
-        EXPECT_EQ(dialog_frame()->getRow(), 7);
-        EXPECT_EQ(dialog_frame()->getCol(), 39);
-        terminal.press(Key::enter);
-    });
-    showMessage("", "Error!");
-    EXPECT_SCREEN(terminal.image(), "golden/empty_message");
-}
-
-TEST_F(MessageTest, returns_on_enter_and_on_space) {
-    terminal.press(Key::enter);
-    showMessage("Enter", "Title");
-    terminal.press(Key::space);
-    showMessage("Space", "Title");
-    EXPECT_TRUE(terminal.image().shows("Space"));
-}
-
-TEST_F(MessageTest, other_keys_are_read_and_ignored) {
-    waits.then([&] {
-        const ScreenImage before = terminal.image();
-        terminal.type("xyo\x1b");
-        terminal.press(Key::tab);
-        terminal.press(Key::down);
-        terminal.press(Key::backspace);
-        waits.then([&, before] {
-            EXPECT_SAME_LOOK(before, terminal.image());
-            terminal.press(Key::enter);
+TEST_F(MessageDialogTest, reads_other_keys_and_ignores_them) {
+    for (const StockDialog* dialog : every_dialog) {
+        waits.then([&] {
+            const ScreenImage before = terminal.image();
+            terminal.type("xyoYrb\x1b");
+            for (const Key key : {Key::down, Key::right, Key::backspace})
+                terminal.press(key);
+            waits.then([&, before] {
+                EXPECT_SAME_LOOK(before, terminal.image());
+                terminal.type(dialog->closing_keys);
+            });
         });
-    });
-    showMessage("Message", "Title");
+        EXPECT_EQ(dialog->open("Sure?"), 0);
+    }
 }
 
-TEST_F(MessageTest, has_its_own_screen_state_while_it_is_shown_and_puts_the_former_back) {
+TEST_F(MessageDialogTest, looks_the_same_after_a_resize_as_one_made_in_the_new_size) {
+    for (const StockDialog* dialog : every_dialog) {
+        for (const char* const text : {two_lines, ""}) {
+            for (const Position& size : {Position{20, 72}, Position{60, 200}, Position{25, 81}}) {
+                ScreenImage moved(1, 1);
+                resizeTo(24, 80);
+                show(*dialog, text, [&] {
+                    curs_set(1);
+                    resizeDialogTo(size.row, size.col);
+                    moved = terminal.image();
+                });
+                EXPECT_EQ(panels_shown(), 0);
+                show(*dialog, text, [&] { EXPECT_SAME_LOOK(terminal.image(), moved); });
+            }
+        }
+    }
+}
+
+/// A dialog and what it looks like.
+struct Pictured {
+    const StockDialog* dialog;
+    const char* text;
+    const char* golden;
+};
+
+TEST_F(MessageDialogTest, looks_as_the_wizard_always_has) {
+    for (const Pictured& pictured : {
+             Pictured{&message_box, "The passwords don't match!", "golden/message"},
+             Pictured{&message_box,
+                      "Could not create the aliases! Please make sure that a similar alias does "
+                      "not already exist!",
+                      "golden/long_message"},
+             Pictured{&message_box, "", "golden/empty_message"},
+             Pictured{&question_box, question, "golden/yes_no"},
+             Pictured{&question_box, "Sure?", "golden/short_yes_no"},
+             Pictured{&retry_box, warning, "golden/retry_or_back"},
+             Pictured{&retry_box, "The port is taken.", "golden/short_retry_or_back"},
+         })
+        show(*pictured.dialog, pictured.text,
+             [&] { EXPECT_SCREEN(terminal.image(), pictured.golden); });
+}
+
+TEST_F(MessageDialogTest, is_as_wide_as_its_message_or_60_columns_from_58_characters_on) {
+    for (const auto& [length, width] :
+         {std::pair{0, 2}, {1, 3}, {57, 59}, {58, 60}, {59, 60}, {60, 60}, {61, 60}, {200, 60}})
+        show(message_box, std::string(static_cast<size_t>(length), 'x'),
+             [width = width] { EXPECT_EQ(dialog_frame()->getWidth(), width); });
+}
+
+TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) {
+    for (const char* const keys : {"\n", " ", "\t\t\n", "\t\t ", "yY\n"})
+        EXPECT_EQ(answer(keys), 0) << keys;
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
+        EXPECT_EQ(answer(keys), 1) << keys;
+}
+
+/// A dialog of two buttons, where they stand and the looks of each with the focus.
+struct TwoButtons {
+    const StockDialog* dialog;
+    const char* text;
+    Position places[2];
+    std::string focused[2];
+};
+
+TEST_F(MessageDialogTest, tab_swaps_the_looks_of_the_two_buttons_which_a_resize_keeps) {
+    for (const TwoButtons& two :
+         {TwoButtons{&question_box, question, {{14, 12}, {14, 62}}, {"rrKKrr", "rKKKrr"}},
+          TwoButtons{&retry_box, warning, {{15, 57}, {15, 17}}, {"rKKKKKr", "rKKKKr"}}}) {
+        const auto expect_focus = [&](int focus) {
+            for (int i = 0; i < 2; ++i) {
+                const int width = static_cast<int>(two.focused[i].size());
+                const std::string plain(two.focused[i].size(), 'r');
+                EXPECT_COLOURS(
+                    terminal.image().region(two.places[i].row, two.places[i].col, 1, width),
+                    (i == focus ? two.focused[i] : plain) + "\n");
+            }
+        };
+        for (const int focus : {0, 1})
+            waits.then([this, focus, &expect_focus] {
+                expect_focus(focus);
+                resizeDialogTo(60, 200);
+                resizeDialogTo(24, 80);
+                expect_focus(focus);
+                terminal.press(Key::tab);
+            });
+        show(*two.dialog, two.text, [&] { expect_focus(0); });
+    }
+}
+
+// The widgets that reach over the edge get new curses windows while a key is waited for.
+TEST_F(MessageDialogTest, higher_than_the_terminal_has_become_it_still_takes_keys) {
+    std::string lines;
+    for (int line = 0; line < 15; ++line)
+        lines += std::string(30, static_cast<char>('a' + line)) + " " + std::string(30, '.') + " ";
     waits.then([&] {
-        EXPECT_EQ(screen_state, 100);
+        resizeDialogTo(20, 72);
+        EXPECT_EQ(terminal.image().find("WARNING!"), (Position{1, 32}));
+        EXPECT_TRUE(terminal.image().shows(std::string(30, 'a')));
+        terminal.press(Key::tab);
+    });
+    waits.then([&] {
+        resizeDialogTo(60, 200);
+        EXPECT_TRUE(terminal.image().shows("Yes"));
         terminal.press(Key::enter);
     });
-    showMessage("Message", "Title");
-    EXPECT_EQ(screen_state, state_domain);
+    EXPECT_EQ(askYesNo(lines.c_str(), "WARNING!"), 1);
 }
 
-TEST_F(MessageTest, hides_the_cursor) {
-    ASSERT_TRUE(terminal.image().cursor().visible);
+TEST_F(MessageDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_all_the_same) {
+    waits.then([&] { drain_key(dialog_frame()->getCursesWindow(), true); });
+    for (const Key key : {Key::tab, Key::enter})
+        waits.then([this, key] {
+            EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
+            terminal.press(key);
+        });
+    EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);
+}
+
+TEST_F(MessageDialogTest, none_can_be_placed_while_none_is_open) {
+    const ScreenImage before = shown();
+    place_dialog();
+    EXPECT_SAME_LOOK(before, shown());
+}
+
+/// Where a short message, one of two lines and a question stand.
+const PlacesInSize places[] = {
+    {{20, 72}, {{5, 31}, {4, 6}, {5, 5}}},
+    {{24, 80}, {{7, 35}, {6, 10}, {7, 9}}},
+    {{25, 81}, {{7, 36}, {7, 10}, {7, 9}}},
+    {{60, 200}, {{25, 95}, {24, 70}, {25, 69}}},
+};
+
+TEST_F(MessageDialogTest, stands_in_the_middle_of_a_terminal_of_any_size) {
+    for (const PlacesInSize& place : places) {
+        resizeTo(place.size.row, place.size.col);
+        const auto expect_corner = [&](const StockDialog& dialog, const char* text, int box) {
+            show(dialog, text, [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[box]); });
+        };
+        expect_corner(message_box, "Message", 0);
+        expect_corner(message_box, two_lines, 1);
+        expect_corner(question_box, "Sure?", 2);
+    }
+}
+
+/// A warning about a port that is taken, until a test frees it.
+class RetryOrBackTest : public DialogTest {
+  protected:
+    RetryOrBackTest() { taken.open(); }
+
+    int ask(const std::string& keys) {
+        terminal.type(keys);
+        return askRetryOrBack(warning, "Warning!", "127.0.0.1", taken.number());
+    }
+
+    LocalPort taken;
+};
+
+TEST_F(RetryOrBackTest, back_probes_nothing) {
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
+        EXPECT_EQ(ask(keys), 0) << keys;
+    EXPECT_EQ(taken.takeAll(), 0);
+    EXPECT_FALSE(terminal.image().shows("Operation pending!"));
+}
+
+TEST_F(RetryOrBackTest, retry_is_minus_one_while_the_port_is_taken_and_one_once_it_was_freed) {
+    for (const char* const keys : {"\n", "\t\t\n", "bB\n"}) {
+        EXPECT_EQ(ask(keys), -1) << keys;
+        EXPECT_EQ(taken.takeAll(), 1);
+    }
     waits.then([&] {
-        EXPECT_FALSE(terminal.image().cursor().visible);
-        terminal.press(Key::enter);
+        taken.close();
+        terminal.press(Key::space);
     });
-    showMessage("Message", "Title");
+    EXPECT_EQ(ask(""), 1);
 }
 
-TEST_F(MessageTest, leaves_nothing_behind_when_it_goes) {
-    const ScreenImage before = terminal.image();
-    terminal.press(Key::enter);
-    showMessage("Message", "Title");
-    EXPECT_EQ(panels_shown(), 0);
-    EXPECT_EQ(dialog_frame(), nullptr);
-    ScreenImage after = shown();
-    after.setCursor(before.cursor());
-    EXPECT_SAME_LOOK(before, after);
-}
-
-TEST_F(MessageTest, stands_on_top_of_the_screen_that_it_was_called_from) {
-    Window screen(root(), 5, 10, 15, 60);
-    screen.create();
-    screen.setColors(3, 3, 0);
-    screen.draw();
-    terminal.press(Key::enter);
-    showMessage("Message", "Title");
-    EXPECT_TRUE(terminal.image().shows("Message"));
-    EXPECT_EQ(terminal.image().cell(5, 10).background, COLOR_RED);
-    EXPECT_FALSE(shown().shows("Message"));
-}
-
-TEST_F(YesNoTest, asks_in_a_box_of_62_columns) {
-    terminal.press(Key::enter);
-    askYesNo(question, "WARNING!");
-    EXPECT_SCREEN(terminal.image(), "golden/yes_no");
-}
-
-TEST_F(YesNoTest, is_62_columns_wide_also_for_a_short_question) {
-    terminal.press(Key::enter);
-    askYesNo("Sure?", "WARNING!");
-    EXPECT_SCREEN(terminal.image(), "golden/short_yes_no");
-}
-
-TEST_F(YesNoTest, enter_at_once_is_no) {
-    terminal.press(Key::enter);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, space_at_once_is_no) {
-    terminal.press(Key::space);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, tab_then_enter_is_yes) {
-    terminal.type("\t\n");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 1);
-}
-
-TEST_F(YesNoTest, tab_then_space_is_yes) {
-    terminal.type("\t ");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 1);
-}
-
-TEST_F(YesNoTest, tab_twice_then_space_is_no) {
-    terminal.type("\t\t ");
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, keys_other_than_tab_do_not_change_the_answer) {
-    terminal.press(Key::right);
-    terminal.press(Key::down);
-    terminal.type("yY");
-    terminal.press(Key::enter);
-    EXPECT_EQ(askYesNo(question, "WARNING!"), 0);
-}
-
-TEST_F(YesNoTest, tab_swaps_the_looks_of_the_two_buttons_on_the_screen) {
-    const auto expect_looks = [&](const std::string& no, const std::string& yes) {
-        EXPECT_COLOURS(terminal.image().region(14, 12, 1, 6), no + "\n");
-        EXPECT_COLOURS(terminal.image().region(14, 62, 1, 6), yes + "\n");
+TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
+    waits.inSleep = [&] {
+        EXPECT_EQ(screen_state, 102);
+        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(taken.takeAll(), 0);
+        EXPECT_SCREEN(terminal.image(), "golden/pending");
     };
-    const auto expect_no_focused = [=] { expect_looks("rrKKrr", "rrrrrr"); };
-    const auto expect_yes_focused = [=] { expect_looks("rrrrrr", "rKKKrr"); };
-    waits.then([&] {
-        expect_no_focused();
-        terminal.press(Key::tab);
-    });
-    waits.then([&] {
-        expect_yes_focused();
-        terminal.press(Key::tab);
-    });
-    waits.then([&] {
-        expect_no_focused();
-        terminal.press(Key::enter);
-    });
-    askYesNo(question, "WARNING!");
-}
-
-TEST_F(YesNoTest, has_its_own_screen_state_while_it_is_shown_and_puts_the_former_back) {
-    waits.then([&] {
-        EXPECT_EQ(screen_state, 101);
-        terminal.press(Key::enter);
-    });
-    askYesNo(question, "WARNING!");
+    EXPECT_EQ(ask("\n"), -1);
+    EXPECT_EQ(waits.sleeps, std::vector<int>{0});
+    EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(screen_state, state_domain);
     EXPECT_EQ(panels_shown(), 0);
-}
-
-TEST_F(YesNoTest, hides_the_cursor_and_reads_cursor_keys_as_one) {
-    waits.then([&] {
-        EXPECT_FALSE(terminal.image().cursor().visible);
-        EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
-        terminal.press(Key::enter);
-    });
-    askYesNo(question, "WARNING!");
 }
 
 }  // namespace

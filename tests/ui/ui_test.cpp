@@ -27,7 +27,7 @@ UiTest::UiTest(int rows, int cols)
 
 UiTest::~UiTest() {
     alarm(0);
-    main_window = nullptr;
+    on_screen = {};
 }
 
 ScreenImage UiTest::shown() {
@@ -38,6 +38,16 @@ ScreenImage UiTest::shown() {
 
 ScreenImage UiTest::shown(int row, int col, int rows, int cols) {
     return shown().region(row, col, rows, cols);
+}
+
+ScreenImage UiTest::drawn(Window& window) {
+    window.draw();
+    return look(window);
+}
+
+ScreenImage UiTest::look(const Window& window) {
+    WINDOW* place = window.getCursesWindow();
+    return shown(getbegy(place), getbegx(place), getmaxy(place), getmaxx(place));
 }
 
 void UiTest::resizeTo(int rows, int cols) {

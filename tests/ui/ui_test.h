@@ -30,6 +30,10 @@ class UiTest : public testing::Test {
     /// A part of it.
     ScreenImage shown(int row, int col, int rows, int cols);
 
+    /// The part where a window stands; drawn anew first, or as it is.
+    ScreenImage drawn(Window& window);
+    ScreenImage look(const Window& window);
+
     /// Gives the terminal another size, which curses and the wizard take over.
     void resizeTo(int rows, int cols);
 

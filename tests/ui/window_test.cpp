@@ -3,197 +3,124 @@
 #include <cstring>
 
 #include "tests/ui/ui_test.h"
+#include "ui/keys.h"
 
 namespace {
 
 using WindowTest = UiTest;
 
-TEST_F(WindowTest, nothing_of_it_exists_before_create) {
-    const Window window(root(), 3, 5, 7, 20);
+Position corner_of(const Window& window) {
+    return {getbegy(window.getCursesWindow()), getbegx(window.getCursesWindow())};
+}
+
+Position place_of(const Window& window) {
+    return {window.getRow(), window.getCol()};
+}
+
+Position size_of(const Window& window) {
+    return {window.getHeight(), window.getWidth()};
+}
+
+Position inside_of(const Window& window) {
+    return {window.clientHeight(), window.clientWidth()};
+}
+
+TEST_F(WindowTest, nothing_but_its_geometry_exists_before_create) {
+    Window window(root(), 3, 5, 7, 20);
     EXPECT_EQ(window.getCursesWindow(), nullptr);
-    EXPECT_EQ(window.getHeight(), -1);
-    EXPECT_EQ(window.getWidth(), -1);
+    EXPECT_EQ(size_of(window), (Position{-1, -1}));
+    EXPECT_EQ(place_of(window), (Position{3, 5}));
+    EXPECT_EQ(inside_of(window), (Position{7, 20}));
+    window.move(30, 90);
+    EXPECT_EQ(window.getCursesWindow(), nullptr);
+    EXPECT_EQ(place_of(window), (Position{30, 90}));
     EXPECT_EQ(panels_shown(), 0);
 }
 
-TEST_F(WindowTest, keeps_the_geometry_that_it_was_constructed_with) {
-    const Window window(root(), 3, 5, 7, 20);
-    EXPECT_EQ(window.getRow(), 3);
-    EXPECT_EQ(window.getCol(), 5);
-    EXPECT_EQ(window.clientHeight(), 7);
-    EXPECT_EQ(window.clientWidth(), 20);
-}
-
-TEST_F(WindowTest, create_makes_a_curses_window_of_its_size_at_its_place) {
-    Window window(root(), 3, 5, 7, 20);
-    window.create();
-    EXPECT_EQ(window.getHeight(), 7);
-    EXPECT_EQ(window.getWidth(), 20);
-    EXPECT_EQ(getbegy(window.getCursesWindow()), 3);
-    EXPECT_EQ(getbegx(window.getCursesWindow()), 5);
-}
-
-TEST_F(WindowTest, stands_relative_to_its_parent) {
+TEST_F(WindowTest, create_makes_a_curses_window_of_its_size_at_its_place_of_the_parent) {
     Window frame(root(), 3, 5, 7, 20);
     frame.create();
+    EXPECT_EQ(size_of(frame), (Position{7, 20}));
+    EXPECT_EQ(corner_of(frame), (Position{3, 5}));
     Window widget(&frame, 2, 4, 1, 6);
     widget.create();
-    EXPECT_EQ(getbegy(widget.getCursesWindow()), 5);
-    EXPECT_EQ(getbegx(widget.getCursesWindow()), 9);
+    EXPECT_EQ(corner_of(widget), (Position{5, 9}));
 }
 
-TEST_F(WindowTest, a_parent_without_a_curses_window_counts_as_standing_at_minus_one) {
+TEST_F(WindowTest, a_parent_without_a_curses_window_or_none_counts_as_standing_at_minus_one) {
     Window frame(root(), 3, 5, 7, 20);
-    Window widget(&frame, 2, 4, 1, 6);
-    widget.create();
-    EXPECT_EQ(getbegy(widget.getCursesWindow()), 1);
-    EXPECT_EQ(getbegx(widget.getCursesWindow()), 3);
+    for (Window* parent : {&frame, static_cast<Window*>(nullptr)}) {
+        Window widget(parent, 2, 4, 1, 6);
+        widget.create();
+        EXPECT_EQ(corner_of(widget), (Position{1, 3}));
+    }
 }
 
-TEST_F(WindowTest, without_a_parent_stands_relative_to_minus_one_too) {
-    Window window(nullptr, 2, 4, 1, 6);
-    window.create();
-    EXPECT_EQ(getbegy(window.getCursesWindow()), 1);
-    EXPECT_EQ(getbegx(window.getCursesWindow()), 3);
-}
-
-TEST_F(WindowTest, the_root_takes_place_and_size_from_the_standard_screen_and_has_no_panel) {
-    const Window window(stdscr, nullptr);
-    EXPECT_EQ(window.getCursesWindow(), stdscr);
-    EXPECT_EQ(window.getRow(), 0);
-    EXPECT_EQ(window.getCol(), 0);
-    EXPECT_EQ(window.getHeight(), 24);
-    EXPECT_EQ(window.getWidth(), 80);
-    EXPECT_EQ(window.clientHeight(), 24);
-    EXPECT_EQ(window.clientWidth(), 80);
-    EXPECT_EQ(panels_shown(), 0);
-}
-
-TEST_F(WindowTest, a_wrapped_window_has_that_windows_place_and_size) {
+TEST_F(WindowTest, a_wrapped_window_has_that_windows_geometry_no_panel_and_outlives_it) {
     WINDOW* wrapped = newwin(4, 9, 2, 6);
     {
         const Window window(wrapped, nullptr);
-        EXPECT_EQ(window.getRow(), 2);
-        EXPECT_EQ(window.getCol(), 6);
-        EXPECT_EQ(window.clientHeight(), 4);
-        EXPECT_EQ(window.clientWidth(), 9);
+        EXPECT_EQ(place_of(window), (Position{2, 6}));
+        EXPECT_EQ(size_of(window), (Position{4, 9}));
+        EXPECT_EQ(inside_of(window), (Position{4, 9}));
+        EXPECT_EQ(panels_shown(), 0);
     }
+    mvwaddstr(wrapped, 0, 0, "still here");
+    wrefresh(wrapped);
+    EXPECT_TRUE(terminal.image().shows("still her"));
     delwin(wrapped);
 }
 
-TEST_F(WindowTest, a_wrapped_null_handle_gives_minus_one_four_times) {
+TEST_F(WindowTest, a_wrapped_null_handle_gives_minus_one_everywhere) {
     const Window window(nullptr, nullptr);
-    EXPECT_EQ(window.getRow(), -1);
-    EXPECT_EQ(window.getCol(), -1);
-    EXPECT_EQ(window.clientHeight(), -1);
-    EXPECT_EQ(window.clientWidth(), -1);
-    EXPECT_EQ(window.getHeight(), -1);
-    EXPECT_EQ(window.getWidth(), -1);
+    for (const Position& pair : {place_of(window), size_of(window), inside_of(window)})
+        EXPECT_EQ(pair, (Position{-1, -1}));
 }
 
-TEST_F(WindowTest, the_standard_screen_can_be_used_after_the_root_has_gone) {
-    { const Window window(stdscr, nullptr); }
-    mvaddstr(0, 0, "still here");
-    refresh();
-    EXPECT_TRUE(terminal.image().shows("still here"));
-}
-
-TEST_F(WindowTest, set_size_and_set_position_decide_what_create_makes) {
-    Window window(root(), 0, 0, 1, 1);
-    window.setSize(4, 9);
-    window.setPosition(2, 6);
-    window.create();
-    EXPECT_EQ(window.getHeight(), 4);
-    EXPECT_EQ(window.getWidth(), 9);
-    EXPECT_EQ(getbegy(window.getCursesWindow()), 2);
-    EXPECT_EQ(getbegx(window.getCursesWindow()), 6);
-}
-
-TEST_F(WindowTest, set_size_and_set_position_only_store) {
+TEST_F(WindowTest, set_size_and_set_position_only_store_for_create) {
     Window window(root(), 3, 5, 7, 20);
     window.create();
     window.setSize(4, 9);
     window.setPosition(2, 6);
-    EXPECT_EQ(window.getHeight(), 7);
-    EXPECT_EQ(window.getWidth(), 20);
-    EXPECT_EQ(getbegy(window.getCursesWindow()), 3);
-    EXPECT_EQ(getbegx(window.getCursesWindow()), 5);
-    EXPECT_EQ(window.clientHeight(), 4);
-    EXPECT_EQ(window.clientWidth(), 9);
-    EXPECT_EQ(window.getRow(), 2);
-    EXPECT_EQ(window.getCol(), 6);
-}
-
-TEST_F(WindowTest, a_box_leaves_two_lines_and_two_columns_less_inside) {
-    Window window(root(), 0, 0, 10, 30);
-    window.setBoxed();
-    EXPECT_EQ(window.clientHeight(), 8);
-    EXPECT_EQ(window.clientWidth(), 28);
-}
-
-TEST_F(WindowTest, a_title_leaves_four_lines_and_two_columns_less_inside) {
-    Window window(root(), 0, 0, 10, 30);
-    window.setTitle("Title", 2);
-    EXPECT_EQ(window.clientHeight(), 6);
-    EXPECT_EQ(window.clientWidth(), 28);
-}
-
-TEST_F(WindowTest, a_box_with_a_title_leaves_as_much_as_a_box) {
-    Window window(root(), 0, 0, 10, 30);
-    window.setBoxed();
-    window.setTitle("Title", 2);
-    EXPECT_EQ(window.clientHeight(), 8);
-    EXPECT_EQ(window.clientWidth(), 28);
-}
-
-TEST_F(WindowTest, keeps_a_copy_of_its_title) {
-    char title[] = "First";
-    Window window(root(), 0, 0, 4, 20);
-    window.setTitle(title, 2);
-    std::strcpy(title, "wrong");
+    EXPECT_EQ(size_of(window), (Position{7, 20}));
+    EXPECT_EQ(corner_of(window), (Position{3, 5}));
+    EXPECT_EQ(inside_of(window), (Position{4, 9}));
+    EXPECT_EQ(place_of(window), (Position{2, 6}));
+    window.releaseCursesWindow();
+    EXPECT_EQ(size_of(window), (Position{-1, -1}));
     window.create();
-    window.draw();
-    EXPECT_TRUE(shown().shows("First"));
+    EXPECT_EQ(size_of(window), (Position{4, 9}));
+    EXPECT_EQ(corner_of(window), (Position{2, 6}));
 }
 
-// The first copy would be a leak.
-TEST_F(WindowTest, a_second_title_takes_the_place_of_the_first) {
-    Window window(root(), 0, 0, 4, 20);
-    window.setTitle("First", 2);
-    window.setTitle("Second", 3);
-    window.create();
-    window.draw();
-    EXPECT_FALSE(shown().shows("First"));
-    EXPECT_TRUE(shown().shows("Second"));
-    EXPECT_EQ(shown().cell(1, 7).background, COLOR_RED);
+TEST_F(WindowTest, a_title_leaves_four_lines_less_inside_a_box_two_and_both_as_much_as_a_box) {
+    Window titled(root(), 0, 0, 10, 30);
+    titled.setTitle("Title", 2);
+    EXPECT_EQ(inside_of(titled), (Position{6, 28}));
+    titled.setBoxed();
+    EXPECT_EQ(inside_of(titled), (Position{8, 28}));
+    Window boxed(root(), 0, 0, 10, 30);
+    boxed.setBoxed();
+    EXPECT_EQ(inside_of(boxed), (Position{8, 28}));
 }
 
-TEST_F(WindowTest, touch_marks_every_line_of_it_and_of_all_its_ancestors) {
+TEST_F(WindowTest, touch_marks_every_line_of_it_and_of_its_ancestors_but_not_what_stands_in_it) {
     Window frame(root(), 3, 5, 7, 20);
     frame.create();
     Window widget(&frame, 2, 4, 2, 6);
     widget.create();
+    Window inner(&widget, 0, 0, 1, 1);
+    inner.create();
     shown();
-    ASSERT_FALSE(is_wintouched(widget.getCursesWindow()));
-    ASSERT_FALSE(is_wintouched(frame.getCursesWindow()));
-    ASSERT_FALSE(is_wintouched(stdscr));
+    const Window* const chain[] = {&widget, &frame, root()};
+    for (const Window* window : chain)
+        ASSERT_FALSE(is_wintouched(window->getCursesWindow()));
     widget.touch();
-    for (int line = 0; line < 2; ++line)
-        EXPECT_TRUE(is_linetouched(widget.getCursesWindow(), line)) << line;
-    for (int line = 0; line < 7; ++line)
-        EXPECT_TRUE(is_linetouched(frame.getCursesWindow(), line)) << line;
-    for (int line = 0; line < 24; ++line)
-        EXPECT_TRUE(is_linetouched(stdscr, line)) << line;
-}
-
-TEST_F(WindowTest, touch_does_not_mark_what_stands_in_it) {
-    Window frame(root(), 3, 5, 7, 20);
-    frame.create();
-    Window widget(&frame, 2, 4, 2, 6);
-    widget.create();
-    shown();
-    frame.touch();
-    EXPECT_FALSE(is_wintouched(widget.getCursesWindow()));
+    EXPECT_FALSE(is_wintouched(inner.getCursesWindow()));
+    for (const Window* window : chain) {
+        for (int line = 0; line < window->getHeight(); ++line)
+            EXPECT_TRUE(is_linetouched(window->getCursesWindow(), line)) << line;
+    }
 }
 
 TEST_F(WindowTest, refresh_shows_the_window_and_nothing_else) {
@@ -206,6 +133,136 @@ TEST_F(WindowTest, refresh_shows_the_window_and_nothing_else) {
     one.refresh();
     EXPECT_TRUE(terminal.image().shows("one"));
     EXPECT_FALSE(terminal.image().shows("other"));
+}
+
+TEST_F(WindowTest, a_window_that_is_no_widget_takes_no_key_no_focus_and_no_cursor) {
+    Window window(root(), 0, 0, 2, 4);
+    window.create();
+    const ScreenImage before = drawn(window);
+    EXPECT_EQ(window.onKey('a'), 'a');
+    window.setFocused(true);
+    window.placeCursor();
+    EXPECT_FALSE(window.showsCursor());
+    EXPECT_SAME_LOOK(before, drawn(window));
+}
+
+/// A window full of one letter.
+class Tile : public Window {
+  public:
+    Tile(Window* parent, int row, int col, int height, int width, char tileLetter)
+        : Window(parent, row, col, height, width), letter(tileLetter) {
+        create();
+        draw();
+    }
+
+    void draw() override {
+        for (int line = 0; line < getHeight(); ++line)
+            mvwhline(cursesWindow, line, 0, static_cast<chtype>(letter), getWidth());
+    }
+
+  private:
+    char letter;
+};
+
+/// Two windows one over the other, as on a screen with a dialog.
+class PanelTest : public UiTest {
+  protected:
+    PanelTest() : lower(root(), 1, 1, 2, 4, 'a'), upper(root(), 1, 3, 2, 4, 'b') {}
+
+    ScreenImage corner() { return shown(1, 1, 4, 10); }
+
+    Tile lower;
+    Tile upper;
+};
+
+TEST_F(PanelTest, the_window_created_last_stands_on_top_until_another_is_shown_or_it_hides) {
+    EXPECT_PICTURE(corner(), "aabbbb\naabbbb\n\n\n");
+    lower.show();
+    EXPECT_PICTURE(corner(), "aaaabb\naaaabb\n\n\n");
+    lower.hide();
+    EXPECT_PICTURE(corner(), "  bbbb\n  bbbb\n\n\n");
+    lower.show();
+    EXPECT_PICTURE(corner(), "aaaabb\naaaabb\n\n\n");
+}
+
+TEST_F(PanelTest, move_stores_the_place_and_keeps_contents_and_place_in_the_stack) {
+    lower.move(2, 4);
+    EXPECT_EQ(place_of(lower), (Position{2, 4}));
+    EXPECT_PICTURE(corner(), "  bbbb\n  bbbba\n   aaaa\n\n");
+}
+
+TEST_F(PanelTest, a_widget_follows_its_parent_when_it_is_told_to) {
+    Tile widget(&lower, 1, 1, 1, 1, 'w');
+    lower.move(2, 5);
+    EXPECT_PICTURE(corner(), "  bbbb\n wbbbbaa\n    aaaa\n\n");
+    widget.follow();
+    EXPECT_PICTURE(corner(), "  bbbb\n  bbbbaa\n    awaa\n\n");
+}
+
+TEST_F(PanelTest, a_destroyed_or_released_window_uncovers_what_was_under_it) {
+    { const Tile third(root(), 2, 2, 2, 6, 'c'); }
+    EXPECT_EQ(panels_shown(), 2);
+    EXPECT_PICTURE(corner(), "aabbbb\naabbbb\n\n\n");
+    upper.releaseCursesWindow();
+    EXPECT_EQ(panels_shown(), 1);
+    EXPECT_PICTURE(corner(), "aaaa\naaaa\n\n\n");
+}
+
+// Reading a key refreshes the window that it is read from.
+TEST_F(PanelTest, a_window_moved_while_hidden_shows_nothing_though_a_key_is_read_from_it) {
+    upper.hide();
+    shown();
+    upper.move(2, 5);
+    terminal.type("a");
+    drain_key(upper.getCursesWindow(), false);
+    EXPECT_FALSE(terminal.image().shows("b"));
+    EXPECT_FALSE(shown().shows("b"));
+}
+
+TEST_F(PanelTest, a_window_moved_while_hidden_appears_at_its_new_place) {
+    upper.hide();
+    shown();
+    upper.move(2, 5);
+    upper.show();
+    EXPECT_PICTURE(corner(), "aaaa\naaaabbbb\n    bbbb\n\n");
+}
+
+TEST_F(PanelTest, moved_over_the_edge_of_the_terminal_shows_what_fits_in_its_place_of_the_stack) {
+    lower.move(23, 78);
+    upper.move(23, 79);
+    lower.draw();
+    upper.draw();
+    EXPECT_EQ(shown().rowText(23).substr(70), "        ab");
+    EXPECT_EQ(size_of(lower), (Position{2, 4}));
+    lower.move(1, 1);
+    lower.draw();
+    EXPECT_PICTURE(corner(), "aaaa\naaaa\n\n\n");
+}
+
+TEST_F(PanelTest, moved_over_the_edge_keeps_how_it_reads_keys_and_writes_text) {
+    keypad(upper.getCursesWindow(), TRUE);
+    nodelay(upper.getCursesWindow(), TRUE);
+    wattron(upper.getCursesWindow(), COLOR_PAIR(3) | A_BOLD);
+    upper.move(22, 78);
+    EXPECT_TRUE(is_keypad(upper.getCursesWindow()));
+    EXPECT_TRUE(is_nodelay(upper.getCursesWindow()));
+    mvwaddch(upper.getCursesWindow(), 0, 0, 'x');
+    EXPECT_COLOURS(shown(22, 78, 1, 1), "R\n");
+}
+
+// Curses cuts windows to a terminal that has become smaller.
+TEST_F(PanelTest, move_takes_back_the_height_or_width_that_a_smaller_terminal_had_cost) {
+    Tile wide(root(), 1, 60, 2, 20, 'w');
+    Tile high(root(), 20, 1, 4, 2, 'h');
+    resizeTo(22, 72);
+    for (Tile* tile : {&wide, &high}) {
+        tile->move(1, 10);
+        tile->draw();
+    }
+    EXPECT_EQ(size_of(wide), (Position{2, 20}));
+    EXPECT_EQ(size_of(high), (Position{4, 2}));
+    EXPECT_PICTURE(shown(1, 8, 5, 24),
+                   "  hhwwwwwwwwwwwwwwwwww\n  hhwwwwwwwwwwwwwwwwww\n  hh\n  hh\n\n");
 }
 
 }  // namespace

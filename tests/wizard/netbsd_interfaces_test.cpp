@@ -21,10 +21,10 @@
 
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
+#include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/interface_records.h"
-#include "wizard/base/descriptor.h"
 
 #define __NetBSD__ 1
 #include "wizard/base/tel_help.cpp"

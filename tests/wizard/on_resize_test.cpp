@@ -15,8 +15,7 @@
 #include "tests/wizard/scenes.h"
 #include "tests/wizard/screen_session.h"
 #include "ui/main_window.h"
-#include "ui/modal_dialog.h"
-#include "ui/pending_box.h"
+#include "ui/message_dialogs.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/terminal_session.h"
 

@@ -5,7 +5,7 @@
 #include "screens/screen_table.h"
 #include "tests/wizard/screen_session.h"
 #include "ui/main_window.h"
-#include "ui/pending_box.h"
+#include "ui/message_dialogs.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/ending.h"

@@ -8,7 +8,6 @@
 #include "screens/screen_table.h"
 #include "ui/keys.h"
 #include "ui/message_dialogs.h"
-#include "ui/pending_box.h"
 #include "ui/window.h"
 #include "wizard/base/screen_state.h"
 

@@ -36,10 +36,10 @@
 #include <cstring>
 #include <memory>
 
+#include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/interface_records.h"
-#include "wizard/base/descriptor.h"
 
 int os_kind_named(const char* system_name) {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",

@@ -3,8 +3,8 @@
 #include <cerrno>
 #include <cstring>
 
-#include "wizard/base/wizard_settings.h"
 #include "wizard/base/descriptor.h"
+#include "wizard/base/wizard_settings.h"
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"
 

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "ui/message_dialogs.h"  // moved
