@@ -1,124 +1,134 @@
+// What is particular about the domain screen; its answers are the walk model's.
+
 #include <gtest/gtest.h>
+#include <unistd.h>
 
-#include <string>
+#include <cstring>
 
-#include "screens/screen_table.h"
-#include "tests/screens/domain_rig.h"
-#include "tests/screens/long_texts.h"
-#include "wizard/base/screen_state.h"
-#include "wizard/base/wizard_settings.h"
+#include "tests/screens/screen_facts.h"
+
+/// What the host says its NIS domain is.
+static std::string host_domain = "(none)";
+
+// In the place of the C library's.
+int getdomainname(char* name, size_t size) noexcept {
+    std::strncpy(name, host_domain.c_str(), size);
+    return 0;
+}
 
 namespace {
 
-TEST(DomainScreen, TAB_moves_from_domain_to_location_to_postmaster_to_next_to_back_and_round) {
-    DomainRig wizard;
-    for (const int focus : {0, 1, 4, 2, 3, 0}) {
-        EXPECT_EQ(screen_focus(state_domain), focus);
-        wizard.play({Key::tab});
+/// The wizard on its domain screen, on a host of that domain.
+class DomainRig : public WizardRig {
+  public:
+    explicit DomainRig(const std::string& domain = "(none)")
+        : WizardRig((host_domain = domain, state_domain)) {}
+
+    /// What a field shows.
+    std::string shown(int row, int col) {
+        std::string text = image().region(4 + row, 10 + col, 1, 59 - col).rowText(0);
+        return text.erase(text.find_last_not_of(' ') + 1);
+    }
+    std::string domainShown() { return shown(3, 17); }
+    std::string locationShown() { return shown(5, 18); }
+    std::string postmasterShown() { return shown(7, 30); }
+};
+
+TEST(DomainDefault, is_that_of_the_host_with_its_directory) {
+    for (const char* domain : {"example.org", "(none).org", "!example~"}) {
+        DomainRig wizard(domain);
+        wizard.play({});
+        EXPECT_EQ(wizard.domainShown(), domain);
+        EXPECT_EQ(wizard.locationShown(), std::string("/var/opt/teluma/domains/") + domain + "/");
     }
 }
 
-TEST(DomainScreen, Enter_moves_on_from_each_of_the_fields) {
-    DomainRig wizard;
-    for (const int focus : {0, 1, 4, 2}) {
-        EXPECT_EQ(screen_focus(state_domain), focus);
-        if (focus != 2)
-            wizard.play({Key::enter});
+TEST(DomainDefault, fills_the_field_at_most) {
+    DomainRig wizard(fifty_characters);
+    wizard.play({"\t\tpw\t", Key::enter});
+    EXPECT_STREQ(wizard_settings.primary_domain, fifty_characters);
+}
+
+// What is no character could be an order to the terminal, or begin another command to the server.
+TEST(DomainDefault, is_localdomain_where_the_host_has_none_that_can_be_offered) {
+    std::vector<std::string> domains = {"", "(none)"};
+    for (const size_t length : {51, 200, 201, 250})
+        domains.emplace_back(length, 'a');
+    for (const char* other :
+         {"\x01", "\t", "\n", "\r", "\x1b[2J", "\x1f", "\x7f", "\x80", "\xc3\xa4", "\xff"})
+        domains.push_back(std::string("example") + other + ".com");
+    for (const std::string& domain : domains) {
+        DomainRig wizard(domain);
+        wizard.play({});
+        EXPECT_EQ(wizard.domainShown(), "localdomain") << domain;
+        EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomain/");
     }
 }
 
-TEST(DomainScreen, next_stores_the_answers_and_leads_to_the_list_of_the_alias_screen) {
-    for (const Key press : {Key::enter, Key::space}) {
+TEST(DomainLocation, follows_the_domain_when_the_focus_leaves_it_and_when_the_screen_is_drawn) {
+    DomainRig wizard;
+    wizard.play({"x"});
+    EXPECT_EQ(wizard.domainShown(), "localdomainx");
+    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomain/");
+    wizard.play({});
+    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomainx/");
+    EXPECT_STREQ(wizard_settings.primary_domain, "/var/opt/teluma/domains/localdomainx/");
+    wizard.play({"y", Key::enter});
+    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomainxy/");
+}
+
+TEST(DomainLocation, counts_as_edited_by_a_key_that_changes_nothing) {
+    DomainRig wizard;
+    wizard.play({Key::tab, Key::left, "\t\t\t\t", retyped("example.com"), Key::tab});
+    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomain/");
+}
+
+struct Refusal {
+    std::string domain;
+    std::string location;
+    std::string message;
+    Position cursor;  // after the error
+};
+
+TEST(DomainScreen, refuses_an_empty_domain_then_location_then_password) {
+    const Refusal refusals[] = {{"", "", "A blank domain is not allowed!", {7, 27}},
+                                {"a.b", "", "A blank domain location is not allowed!", {9, 28}},
+                                {"a.b", "/c", "A blank password is not allowed!", {11, 40}}};
+    for (const Refusal& refusal : refusals) {
         DomainRig wizard;
-        screen_focus(state_aliases) = 2;
-        wizard.play({retyped("example.com"), Key::tab, retyped("/srv/mail"), Key::tab, "s3cret",
-                     Key::tab, press});
-        EXPECT_STREQ(wizard_settings.primary_domain, "example.com");
-        EXPECT_STREQ(wizard_settings.domain_location, "/srv/mail");
-        EXPECT_STREQ(wizard_settings.postmaster_password, "s3cret");
-        EXPECT_EQ(screen_state, state_aliases);
-        EXPECT_EQ(screen_focus(state_aliases), 0);
-        EXPECT_TRUE(wizard.image().shows("Alias Configuration"));
-        EXPECT_TRUE(wizard.image().shows("\"example.com\""));
-        EXPECT_FALSE(wizard.image().shows("Domain configuration"));
+        wizard.play(
+            {retyped(refusal.domain), "\t", retyped(refusal.location), "\t\t", Key::enter,
+             [&] { expect_error_box(wizard.image(), refusal.message, "Domain configuration"); },
+             Key::enter});
+        EXPECT_EQ(wizard.domainShown(), refusal.domain);
+        EXPECT_EQ(wizard.locationShown(), refusal.location);
+        EXPECT_TRUE(wizard.image().cursor().visible);
+        EXPECT_EQ(wizard.image().cursor().position, refusal.cursor);
     }
 }
 
-TEST(DomainScreen, back_leads_to_the_first_field_of_the_password_screen_and_stores_nothing) {
-    for (const Key press : {Key::enter, Key::space}) {
-        DomainRig wizard;
-        screen_focus(state_password) = 2;
-        wizard.play({retyped("example.com"), "\t\t", "s3cret", "\t\t", press});
-        EXPECT_EQ(screen_state, state_password);
-        EXPECT_EQ(screen_focus(state_password), 0);
-        EXPECT_TRUE(wizard.image().shows("Please enter admin's password"));
-        EXPECT_STREQ(wizard_settings.domain_location, "");
-        EXPECT_STREQ(wizard_settings.postmaster_password, "");
-    }
+TEST(DomainScreen, has_fields_of_50_252_and_50_characters_of_which_39_38_and_26_are_shown) {
+    const std::string domain = fifty_characters;
+    const std::string location = "/" + std::string(200, 'L') + fifty_characters + "/";
+    DomainRig wizard;
+    wizard.play({retyped(domain + "x"), "\t", retyped(location + "x"), "\t", domain + "x",
+                 [&] {
+                     EXPECT_EQ(wizard.domainShown(), domain.substr(50 - 39));
+                     EXPECT_EQ(wizard.locationShown(), location.substr(252 - 38));
+                     EXPECT_EQ(wizard.postmasterShown(), std::string(26, '*'));
+                 },
+                 "\t", Key::enter});
+    EXPECT_EQ(wizard_settings.primary_domain, domain);
+    EXPECT_EQ(wizard_settings.domain_location, location);
+    EXPECT_EQ(wizard_settings.postmaster_password, domain.substr(0, 49));
 }
 
-TEST(DomainScreen, what_was_typed_is_still_there_after_going_back_and_forth) {
+TEST(DomainScreen, takes_50_characters_of_a_password_and_not_51_and_shows_none) {
     DomainRig wizard;
-    wizard.play({retyped("example.com"), "\t\t", "s3cret", "\t\t", Key::enter,  // back
-                 "pw\tpw\t", Key::enter});
-    EXPECT_EQ(screen_state, state_domain);
-    EXPECT_EQ(wizard.domainShown(), "example.com");
-    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/example.com/");
-    EXPECT_EQ(wizard.postmasterShown(), "******");
-}
-
-TEST(DomainScreen, the_postmaster_password_is_shown_as_stars_only) {
-    DomainRig wizard;
-    wizard.play({"\t\t", "7%7%7"});
-    EXPECT_EQ(wizard.postmasterShown(), "*****");
-    EXPECT_FALSE(wizard.terminalImage().shows("7"));
-    EXPECT_FALSE(wizard.terminalImage().shows("%"));
-}
-
-TEST(DomainScreen, a_domain_of_50_characters_is_taken_and_the_51st_is_refused) {
-    const std::string longest = fifty_characters;
-    DomainRig wizard;
-    wizard.play({retyped(longest + "x"),
-                 [&] { EXPECT_EQ(wizard.domainShown(), longest.substr(50 - 39)); }, "\t\tpw\t",
-                 Key::enter});
-    EXPECT_EQ(wizard_settings.primary_domain, longest);
-}
-
-TEST(DomainScreen, a_location_of_252_characters_is_taken_and_the_253rd_is_refused) {
-    const std::string longest = "/" + std::string(200, 'L') + fifty_characters + "/";
-    ASSERT_EQ(longest.size(), 252u);
-    DomainRig wizard;
-    wizard.play({Key::tab, retyped(longest + "x"),
-                 [&] { EXPECT_EQ(wizard.locationShown(), longest.substr(252 - 38)); }, "\tpw\t",
-                 Key::enter});
-    EXPECT_EQ(wizard_settings.domain_location, longest);
-}
-
-TEST(DomainScreen, a_postmaster_password_of_50_characters_is_accepted_but_stored_as_its_first_49) {
-    const std::string longest = fifty_characters;
-    DomainRig wizard;
-    wizard.play({"\t\t", longest, "\t", Key::enter});
-    EXPECT_EQ(screen_state, state_aliases);
-    EXPECT_EQ(wizard_settings.postmaster_password, longest.substr(0, 49));
-}
-
-TEST(DomainScreen, the_postmaster_field_shows_26_stars_at_most_and_refuses_the_51st_character) {
-    DomainRig wizard;
-    wizard.play({"\t\t", std::string(51, 'x')});
-    EXPECT_EQ(wizard.postmasterShown(), std::string(26, '*'));
     // Of 50 characters 20 are left; of 51 it would be 21.
-    wizard.play({backspaces(30)});
+    wizard.play({"\t\t", std::string(51, '7'), std::string(30, '\x7f')});
     EXPECT_EQ(wizard.postmasterShown(), std::string(20, '*'));
-}
-
-TEST(DomainScreen, neither_the_form_of_the_answers_nor_the_strength_of_the_password_is_checked) {
-    DomainRig wizard;
-    wizard.play({retyped("no domain!"), Key::tab, retyped("not there"), Key::tab, "1", Key::tab,
-                 Key::enter});
-    EXPECT_EQ(screen_state, state_aliases);
-    EXPECT_STREQ(wizard_settings.primary_domain, "no domain!");
-    EXPECT_STREQ(wizard_settings.domain_location, "not there");
-    EXPECT_STREQ(wizard_settings.postmaster_password, "1");
+    EXPECT_FALSE(wizard.terminalImage().shows("7"));
 }
 
 }  // namespace

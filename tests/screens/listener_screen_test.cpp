@@ -1,181 +1,204 @@
-// The keys of the listener screens, what they show and what they remember.
+// What is particular about the screens of the listeners; their answers are the walk model's.
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <algorithm>
 
-#include "screens/screen_table.h"
-#include "tests/screens/listener_rig.h"
+#include "tests/screens/screen_facts.h"
 #include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/golden.h"
 #include "tests/support/local_port.h"
-#include "wizard/base/screen_state.h"
 
 namespace {
 
 class EachListener : public testing::TestWithParam<ListenerFacts> {
   protected:
+    EachListener() { std::fill_n(wizard_settings.service_enabled, 3, 1); }
+
     const ListenerFacts& listener = GetParam();
-    const std::string default_port = std::to_string(listener.default_port);
+    WizardRig wizard{listener.state};
+    LocalPort port;
+    const std::string number = std::to_string(port.number());
 };
 
-TEST_P(EachListener, has_its_title_and_its_default_port_in_each_row) {
-    ListenerRig wizard(listener);
-    wizard.play({});
-    EXPECT_TRUE(wizard.image().shows(listener.title));
-    for (const int row : {row_all, row_lo, row_eth0})
-        EXPECT_EQ(wizard.portShown(row), default_port);
-}
-
-TEST_P(EachListener, the_bar_moves_by_the_cursor_keys_and_stops_at_both_ends) {
-    ListenerRig wizard(listener);
-    wizard.play({Key::up, [&] { EXPECT_EQ(wizard.rowShown(row_all), "$ all  : 0.0.0.0"); },
-                 Key::down, Key::down,
-                 [&] { EXPECT_EQ(wizard.rowShown(row_eth0), "$ eth0 : 127.0.0.2"); }, Key::down,
-                 [&] { EXPECT_EQ(wizard.rowShown(row_eth0), "$ eth0 : 127.0.0.2"); }, Key::up});
-    EXPECT_EQ(wizard.rowShown(row_all), "  all  : 0.0.0.0");
-    EXPECT_EQ(wizard.rowShown(row_lo), "$ lo   : 127.0.0.1");
-    EXPECT_EQ(wizard.rowShown(row_eth0), "  eth0 : 127.0.0.2");
-    EXPECT_EQ(screen_focus(listener.state), 0);
-}
-
-TEST_P(EachListener, keys_that_are_none_of_the_list_do_nothing_in_it) {
-    ListenerRig wizard(listener);
+TEST_P(EachListener, lets_keys_that_are_none_of_the_list_do_nothing_in_it) {
     wizard.play({});
     const ScreenImage before = wizard.image();
     wizard.play({" x5", Key::left, Key::right, Key::backspace});
-    EXPECT_EQ(screen_focus(listener.state), 0);
     EXPECT_SAME_LOOK(before, wizard.image());
 }
 
-TEST_P(EachListener, TAB_and_Enter_move_from_the_list_to_the_port_of_the_row_under_the_bar) {
-    const int length = static_cast<int>(default_port.size());
-    for (const Key key : {Key::tab, Key::enter}) {
-        ListenerRig wizard(listener);
-        wizard.play({Key::down, Key::down, key});
-        EXPECT_EQ(screen_focus(listener.state), 1);
-        EXPECT_TRUE(wizard.cursorInPort(row_eth0, length));
+TEST_P(EachListener, refuses_what_is_no_port_with_an_error) {
+    wizard.play(answer_listener(row_eth0, "8x") + std::vector<Step>{[&] {
+                    expect_error_box(wizard.image(),
+                                     "The port must be a valid number in [0-65535] range!",
+                                     listener.title());
+                }});
+}
+
+TEST_P(EachListener, checks_the_port_under_a_pending_box_with_the_screen_hidden) {
+    wizard.waits.inSleep = [&] {
+        EXPECT_EQ(screen_state, state_pending);
+        EXPECT_PICTURE(wizard.image().region(8, 14, 7, 48), R"(
+┌──────────────────────────────────────────────┐
+│              Operation pending!              │
+├──────────────────────────────────────────────┤
+│ Please wait until the port is being checked! │
+│                                              │
+│                                              │
+└──────────────────────────────────────────────┘
+)");
+        EXPECT_FALSE(wizard.image().shows(listener.title()));
+    };
+    wizard.play(answer_listener(row_eth0, number));
+    EXPECT_EQ(wizard.waits.sleeps, std::vector<int>{0});
+    EXPECT_FALSE(wizard.image().shows("Operation pending!"));
+    EXPECT_EQ(screen_state, listener.next_state);
+}
+
+TEST_P(EachListener, asks_whether_a_loopback_interface_is_meant) {
+    wizard.play(answer_listener(row_lo, number));
+    const ScreenImage image = wizard.image();
+    if (listener.is_webadmin() || listener.name == "POP3") {
+        EXPECT_SCREEN(image, "golden/loopback_question_" + listener.name);
     }
+    EXPECT_EQ(words_on(image.region(2, 9, 20, 62)),
+              "WARNING! Selecting 127.0.0.1 will enable access to " + listener.name +
+                  (listener.is_webadmin() ? " interface" : " service") +
+                  " only from this machine and not remotely from other machines. Are you sure? No "
+                  "Yes ");
 }
 
-TEST_P(EachListener, TAB_and_Enter_move_from_the_port_to_OK_and_hide_the_cursor) {
-    for (const Key key : {Key::tab, Key::enter}) {
-        ListenerRig wizard(listener);
-        wizard.play({Key::tab, key});
-        EXPECT_EQ(screen_focus(listener.state), 2);
-        EXPECT_FALSE(wizard.image().cursor().visible);
-    }
+TEST_P(EachListener, warns_of_a_port_that_is_taken) {
+    port.open();
+    wizard.play(answer_listener(row_eth0, number));
+    EXPECT_EQ(words_on(wizard.image().region(3, 10, 17, 60)),
+              "Warning! There is already an application that binds the " + number +
+                  " port on the selected interface 127.0.0.2. Please stop that application and "
+                  "remove it from the automatic startup daemons at boot. More information about "
+                  "stopping common applications can be found in the "
+                  "/opt/teluma/share/doc/REMOVE-OTHERS.txt document. Back Retry ");
+    EXPECT_FALSE(wizard.image().shows(listener.title()));
 }
 
-TEST_P(EachListener, keys_go_to_the_port_of_the_row_under_the_bar_alone) {
-    ListenerRig wizard(listener);
-    wizard.play({Key::down, Key::tab, Key::backspace, "7", "\t\t\t", Key::down, Key::tab,
-                 "\x7f\x7f\x7f\x7f\x7f", "x"});
-    EXPECT_TRUE(wizard.cursorInPort(row_eth0, 1));
-    EXPECT_EQ(wizard.portShown(row_eth0), "x");
-    EXPECT_EQ(wizard.portShown(row_lo), default_port.substr(0, default_port.size() - 1) + "7");
-    EXPECT_EQ(wizard.portShown(row_all), default_port);
+TEST_P(EachListener, probes_again_under_a_pending_box_on_retry) {
+    port.open();
+    int warnings = 0;
+    const Step count = [&] { warnings += wizard.image().shows("Warning!"); };
+    wizard.play(answer_listener(row_lo, number) +
+                std::vector<Step>{count, Key::enter, count, Key::enter, count,
+                                  [&] { port.close(); }, Key::space});
+    EXPECT_EQ(warnings, 3);
+    EXPECT_EQ(wizard.waits.sleeps, (std::vector<int>{0, 0, 0, 0}));
+    EXPECT_EQ(screen_state, listener.next_state);
 }
 
-TEST_P(EachListener, a_port_has_five_characters_at_most) {
-    ListenerRig wizard(listener);
-    wizard.play({Key::tab, "\x7f\x7f\x7f\x7f\x7f", "123456"});
-    EXPECT_EQ(wizard.portShown(row_all), "12345");
-    EXPECT_TRUE(wizard.cursorInPort(row_all, 5));
-}
-
-TEST_P(EachListener, back_leads_to_the_screen_before_and_its_first_control) {
-    for (const Key press : {Key::enter, Key::space}) {
-        ListenerRig wizard(listener);
-        screen_focus(listener.previous_state) = 0;
-        if (listener.state == state_webadmin)
-            screen_focus(state_aliases) = 2;
-        wizard.play({"\t\t\t", press});
-        EXPECT_EQ(screen_state, listener.previous_state);
-        EXPECT_EQ(screen_focus(listener.previous_state), 0);
-        EXPECT_FALSE(wizard.image().shows(listener.title));
-    }
+TEST_P(EachListener, probes_the_port_on_the_chosen_interface_alone) {
+    port.open("127.0.0.1");
+    wizard.play(answer_listener(row_eth0, number));
+    EXPECT_EQ(screen_state, listener.next_state);
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, EachListener, testing::ValuesIn(all_listeners()), CaseName());
 
-class EachService : public EachListener {};
-
-TEST_P(EachService, back_sends_the_focus_of_its_own_screen_to_the_list) {
-    ListenerRig wizard(listener);
-    wizard.play({"\t\t\t", Key::enter});
-    EXPECT_EQ(screen_focus(state_smtp), 0);
+/// What the loopback question needs: the name of an interface at an address of this machine.
+bool is_asked_for(const std::string& name) {
+    RigSetup setup;
+    setup.interfaces[row_lo].name = name;
+    WizardRig wizard(state_webadmin, setup);
+    const LocalPort free_port;
+    wizard.play(answer_listener(row_lo, std::to_string(free_port.number())));
+    return wizard.image().shows("WARNING!");
 }
 
-TEST_P(EachService, the_row_under_the_bar_is_not_the_answer_before_OK) {
-    ListenerRig wizard(listener);
-    wizard.play({Key::down, Key::down, "\t\t\t", [&] { EXPECT_EQ(wizard.chosenInterface(), 0); },
-                 Key::enter});
-    EXPECT_EQ(wizard.chosenInterface(), 0);
-    EXPECT_EQ(wizard.chosenPort(), listener.default_port);
+TEST(LoopbackInterface, is_one_whose_name_begins_with_lo) {
+    for (const char* name : {"lo", "lo0", "lowlands"})
+        EXPECT_TRUE(is_asked_for(name)) << name;
+    for (const char* name : {"eth0", "l", "LO", "xlo", ""})
+        EXPECT_FALSE(is_asked_for(name)) << name;
 }
 
-TEST_P(EachService, a_visit_that_ended_with_back_keeps_the_typed_port_but_not_the_bar) {
-    ListenerRig wizard(listener);
-    wizard.play({Key::down, Key::tab, "\x7f\x7f\x7f\x7f\x7f", "77", "\t\t", Key::enter});
-    screen_state = listener.state;
-    wizard.play({});
-    EXPECT_EQ(wizard.rowShown(row_all), "$ all  : 0.0.0.0");
-    EXPECT_EQ(wizard.portShown(row_lo), "77");
+/// A listener's screen with the bar on the last of the interfaces and the focus on its port.
+ScreenImage with_interfaces(const std::vector<InterfaceFacts>& interfaces, int state) {
+    RigSetup setup;
+    setup.interfaces = interfaces;
+    WizardRig wizard(state, setup);
+    wizard.play(std::vector<Step>(interfaces.size(), Key::down) + std::vector<Step>{"\t"});
+    return wizard.image();
 }
 
-INSTANTIATE_TEST_SUITE_P(Screens, EachService, testing::ValuesIn(service_facts()), CaseName());
-
-/// Answers the screen of a listener with a port that nobody uses.
-void accept(WizardRig& wizard, const ListenerFacts& listener, int row, const LocalPort& port) {
-    screen_state = listener.state;
-    wizard.play(answer_listener(row, std::to_string(port.number())));
+TEST(ListenerFrame, is_10_rows_high_and_27_columns_wide_with_one_interface) {
+    EXPECT_PICTURE(with_interfaces({{"all", "0.0.0.0"}}, state_webadmin).region(7, 26, 10, 27), R"(
+┌─────────────────────────┐
+│Select WebAdmin Interface│
+├─────────────────────────┤
+│Interface:       Port:   │
+│$ all : 0.0.0.0  9000    │
+│                         │
+│                         │
+│  Back              OK   │
+│                         │
+└─────────────────────────┘
+)");
 }
 
-TEST(ServiceScreen, each_service_remembers_its_own_row_and_ports) {
-    ListenerRig wizard(service_facts().front());
-    const LocalPort first;
-    const LocalPort second;
-    const ListenerFacts smtp = service_facts()[0];
-    const ListenerFacts imap = service_facts()[2];
-    accept(wizard, smtp, row_eth0, first);
-    accept(wizard, imap, row_all, second);
-
-    screen_state = smtp.state;
-    wizard.play({});
-    EXPECT_EQ(wizard.rowShown(row_eth0), "$ eth0 : 127.0.0.2");
-    EXPECT_EQ(wizard.portShown(row_eth0), std::to_string(first.number()));
-    EXPECT_EQ(wizard.portShown(row_all), "25");
-
-    screen_state = imap.state;
-    wizard.play({});
-    EXPECT_EQ(wizard.rowShown(row_all), "$ all  : 0.0.0.0");
-    EXPECT_EQ(wizard.portShown(row_all), std::to_string(second.number()));
-    EXPECT_EQ(wizard.portShown(row_eth0), "143");
-
-    screen_state = state_pop3;
-    wizard.play({});
-    EXPECT_EQ(wizard.rowShown(row_all), "$ all  : 0.0.0.0");
-    EXPECT_EQ(wizard.portShown(row_all), "110");
+TEST(ListenerFrame, grows_with_the_widest_name_and_the_widest_address) {
+    const ScreenImage frame =
+        with_interfaces({{"all", "0.0.0.0"}, {"e", "192.168.100.200"}, {"enp0s31f6", "127.0.0.1"}},
+                        state_smtp)
+            .region(6, 20, 12, 40);
+    EXPECT_PICTURE(frame, R"(
+┌──────────────────────────────────────┐
+│        Select SMTP Interface         │
+├──────────────────────────────────────┤
+│Interface:                     Port:  │
+│  all       : 0.0.0.0          25     │
+│  e         : 192.168.100.200  25     │
+│$ enp0s31f6 : 127.0.0.1        25     │
+│                                      │
+│                                      │
+│  Back                           OK   │
+│                                      │
+└──────────────────────────────────────┘
+)");
+    EXPECT_EQ(frame.cursor().position, (Position{6, 32 + 2}));
 }
 
-TEST(WebAdminScreen, a_user_who_comes_back_finds_the_bar_and_the_port_as_they_were) {
-    ListenerRig wizard(webadmin_facts());
-    const LocalPort port;
-    wizard.play(answer_listener(row_eth0, std::to_string(port.number())));
-    ASSERT_EQ(screen_state, state_smtp);
-    wizard.play({"\t\t\t", Key::enter});
+/// The smallest terminal and a host with so many interfaces, "all" not counted.
+RigSetup small_terminal(int interfaces) {
+    RigSetup setup{{20, 72}, {{"all", "0.0.0.0"}}};
+    for (int i = 0; i < interfaces; ++i)
+        setup.interfaces.push_back({"eth" + std::to_string(i), "127.0.1." + std::to_string(i)});
+    return setup;
+}
+
+TEST(ManyInterfaces, of_which_four_fit_into_the_smallest_terminal) {
+    WizardRig wizard(state_webadmin, small_terminal(4));
+    wizard.play({Key::down, Key::down, Key::down, Key::down, Key::tab});
+    EXPECT_SCREEN(wizard.image(), "golden/WebAdmin_with_4_interfaces");
+}
+
+TEST(ManyInterfaces, show_what_fits_and_the_rest_on_a_larger_terminal) {
+    WizardRig wizard(state_webadmin, small_terminal(29));
+    wizard.play({"\t\t\t\t"});
+    EXPECT_SCREEN(wizard.image(), "golden/WebAdmin_with_29_interfaces");
+    wizard.play({Key::down, [&] { wizard.resize({48, 80}); }});
+    EXPECT_TRUE(wizard.image().shows("eth28 : 127.0.1.28"));
+    EXPECT_TRUE(wizard.image().shows("$ eth0"));
+    wizard.play({[&] { wizard.resize({20, 72}); }, Key::up});
+    EXPECT_SCREEN(wizard.image(), "golden/WebAdmin_with_29_interfaces");
+}
+
+TEST(ManyInterfaces, take_their_keys_unseen) {
+    WizardRig wizard(state_webadmin, small_terminal(29));
+    const LocalPort free_port;
+    wizard.play(answer_listener(29, std::to_string(free_port.number())));
+    EXPECT_EQ(screen_state, state_smtp);
+    EXPECT_EQ(wizard_settings.webadmin_interface, 29);
+    EXPECT_EQ(wizard_settings.webadmin_port, free_port.number());
+    wizard.play({"\t\t\t", Key::space});
     EXPECT_EQ(screen_state, state_webadmin);
-    EXPECT_EQ(wizard.rowShown(row_eth0), "$ eth0 : 127.0.0.2");
-    EXPECT_EQ(wizard.portShown(row_eth0), std::to_string(port.number()));
-}
-
-TEST(WebAdminScreen, the_row_under_the_bar_is_the_answer_at_once) {
-    ListenerRig wizard(webadmin_facts());
-    wizard.play({Key::down, [&] { EXPECT_EQ(wizard.chosenInterface(), 1); }, Key::down,
-                 [&] { EXPECT_EQ(wizard.chosenInterface(), 2); }, Key::up,
-                 [&] { EXPECT_EQ(wizard.chosenInterface(), 1); }, "\t\t\t", Key::enter});
-    EXPECT_EQ(wizard.chosenInterface(), 1);
 }
 
 }  // namespace

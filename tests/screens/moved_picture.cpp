@@ -1,27 +1,35 @@
 #include "tests/screens/moved_picture.h"
 
-#include <curses.h>
-
 #include <algorithm>
 
-#include "tests/support/curses_terminal.h"
 #include "wizard/terminal_session.h"
 
-ScreenImage background(int rows, int cols) {
-    CursesTerminal terminal(rows, cols);
+namespace {
+
+Position place_of_frame(const ScreenFacts& screen, const Size& size) {
+    return {(size.rows - screen.centring_rows) / 2, (size.cols - screen.cols) / 2};
+}
+
+}  // namespace
+
+ScreenImage background(const Size& size) {
+    CursesTerminal terminal(size.rows, size.cols);
     draw_background();
     curs_set(0);
     refresh();
     return terminal.image();
 }
 
-ScreenImage put_on(const ScreenImage& ground, const ScreenImage& part, int row, int col) {
-    ScreenImage image = ground;
-    for (int line = 0; line < std::min(part.rows(), ground.rows() - row); ++line) {
-        for (int at = 0; at < std::min(part.cols(), ground.cols() - col); ++at)
-            image.cell(row + line, col + at) = part.cell(line, at);
+ScreenImage moved(const ScreenImage& picture, const ScreenFacts& screen, const Size& size) {
+    const Position from = place_of_frame(screen, usual);
+    const Position to = place_of_frame(screen, size);
+    const ScreenImage part = picture.region(from.row, from.col, screen.rows, screen.cols);
+    ScreenImage image = background(size);
+    for (int row = 0; row < std::min(part.rows(), size.rows - to.row); ++row) {
+        for (int col = 0; col < part.cols(); ++col)
+            image.cell(to.row + row, to.col + col) = part.cell(row, col);
     }
     const Position& cursor = part.cursor().position;
-    image.setCursor({{row + cursor.row, col + cursor.col}, part.cursor().visible});
+    image.setCursor({{to.row + cursor.row, to.col + cursor.col}, part.cursor().visible});
     return image;
 }

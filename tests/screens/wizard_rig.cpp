@@ -1,21 +1,39 @@
 #include "tests/screens/wizard_rig.h"
 
+#include <panel.h>
+
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
+#include "apply/apply_sequence.h"
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "tests/screens/apply_double.h"
+#include "tests/support/expect_screen.h"
 #include "ui/main_window.h"
-#include "ui/window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
-#include "wizard/base/screen_state.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"
 #include "wizard/terminal_session.h"
+
+ApplyDouble apply_double;
+
+WizardEnd apply_configuration() {
+    bool is_shown = false;
+    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
+        is_shown |=
+            panel_window(panel) == built_screens[state_sendmail]->getFrame().getCursesWindow();
+    apply_double = {apply_double.leads_to,
+                    apply_double.end,
+                    apply_double.calls + 1,
+                    wizard_settings.sendmail_wrapper,
+                    screen_state,
+                    screen_focus(state_sendmail),
+                    !is_shown};
+    screen_state = apply_double.leads_to;
+    return screen_state == state_end ? WizardEnd::completed : apply_double.end;
+}
 
 namespace {
 
@@ -48,20 +66,16 @@ void fill_relay_networks(const std::vector<NetworkFacts>& networks) {
     }
 }
 
-void start_from_the_beginning(int state) {
-    wizard_settings = WizardSettings{};
-    screen_state = state;
-    for (int each = 0; each < screen_count; ++each)
-        screen_focus(each) = 0;
-    apply_double = ApplyDouble{};
-    select_install_profile();
-    form_document_paths();
-}
-
 }  // namespace
 
-WizardRig::WizardRig(int state, const RigSetup& setup) : terminal(setup.rows, setup.cols) {
-    start_from_the_beginning(state);
+WizardRig::WizardRig(int state, const RigSetup& setup)
+    : terminal(setup.size.rows, setup.size.cols) {
+    wizard_settings = {};
+    screen_place = {};
+    screen_state = state;
+    apply_double = {};
+    select_install_profile();
+    form_document_paths();
     fill_interface_table(setup.interfaces);
     fill_relay_networks(setup.networks);
     check_terminal_size();
@@ -74,24 +88,30 @@ WizardRig::~WizardRig() {
     release_screens();
 }
 
-WizardEnd WizardRig::play(std::vector<Step> steps, const Caller& caller) {
-    script.assign(steps.begin(), steps.end());
-    waits.atKey = [this] { takeStep(); };
+WizardEnd WizardRig::play(const std::vector<Step>& steps, const Caller& caller) {
     WizardEnd end = WizardEnd::not_yet;
-    try {
-        end = run_screens();
-    } catch (const ScriptOver&) {
+    playWith([&end] { end = run_screens(); }, steps, caller);
+    if (end == WizardEnd::not_yet && built_screens[screen_state] != nullptr)
         built_screens[screen_state]->hide();
-        // It is built on each visit, and this one did not come to its end.
-        built_screens[state_aliases].reset();
-    }
-    if (!script.empty())
-        stop_test(caller, "the screens have ended before the last step");
+    // It is built on each visit, and this one did not come to its end.
+    built_screens[state_aliases].reset();
     return end;
 }
 
-void WizardRig::resize(int rows, int cols) {
-    terminal.resize(rows, cols);
+void WizardRig::playWith(const std::function<void()>& work, const std::vector<Step>& steps,
+                         const Caller& caller) {
+    script.assign(steps.begin(), steps.end());
+    waits.atKey = [this] { takeStep(); };
+    try {
+        work();
+    } catch (const ScriptOver&) {
+    }
+    if (!script.empty())
+        stop_test(caller, "the screens have ended before the last step");
+}
+
+void WizardRig::resize(const Size& size) {
+    terminal.resize(size.rows, size.cols);
     on_resize(SIGWINCH);
 }
 
@@ -116,17 +136,52 @@ void WizardRig::takeStep() {
     }
 }
 
-void answer_domain(const std::string& domain) {
-    std::snprintf(wizard_settings.primary_domain, sizeof wizard_settings.primary_domain, "%s",
-                  domain.c_str());
-}
-
 std::vector<Step> operator+(std::vector<Step> first, const std::vector<Step>& then) {
     first.insert(first.end(), then.begin(), then.end());
     return first;
 }
 
-std::string without_blanks_at_end(std::string text) {
-    text.erase(text.find_last_not_of(' ') + 1);
-    return text;
+std::string retyped(const std::string& text) {
+    constexpr size_t longest_text = 300;
+    return std::string(longest_text, '\x7f') + text;
+}
+
+std::vector<Step> answer_listener(int down, const std::string& port) {
+    return std::vector<Step>(static_cast<size_t>(down), Key::down) +
+           std::vector<Step>{"\t\x7f\x7f\x7f\x7f\x7f" + port + "\t", Key::enter};
+}
+
+std::string words_on(const ScreenImage& image) {
+    std::string words;
+    for (int row = 0; row < image.rows(); ++row) {
+        for (int col = 0; col < image.cols(); ++col) {
+            const std::string& text = image.cell(row, col).text;
+            if (text.size() == 1 && text != " ")
+                words += text;
+            else if (!words.empty() && words.back() != ' ')
+                words += ' ';
+        }
+    }
+    return words;
+}
+
+void expect_error_box(const ScreenImage& screen, const std::string& message,
+                      const std::string& hidden_title, const Caller& caller) {
+    const testing::ScopedTrace trace(caller.file, caller.line, message);
+    EXPECT_EQ(screen_state, state_message);
+    EXPECT_FALSE(screen.shows(hidden_title));
+    const int rows = 11;
+    const int cols = static_cast<int>(message.size()) + 2;
+    const auto row = [&](const std::string& text) {
+        const size_t left = (message.size() - text.size()) / 2;
+        return "│" + std::string(left, ' ') + text +
+               std::string(message.size() - text.size() - left, ' ') + "│\n";
+    };
+    std::string line;
+    for (size_t col = 0; col < message.size(); ++col)
+        line += "─";
+    EXPECT_PICTURE(
+        screen.region((screen.rows() - rows) / 2, (screen.cols() - cols) / 2, rows, cols),
+        "\n┌" + line + "┐\n" + row("Error!") + "├" + line + "┤\n" + row(message) + row("") +
+            row("") + row("") + row("  OK  ") + row("") + row("") + "└" + line + "┘\n");
 }

@@ -25,10 +25,14 @@ struct NetworkFacts {
     std::string netmask;
 };
 
+struct Size {
+    int rows;
+    int cols;
+};
+
 /// The terminal and the host that the wizard finds.
 struct RigSetup {
-    int rows = 24;
-    int cols = 80;
+    Size size = {24, 80};
     /// The rows of the listener screens, that for all interfaces included. All addresses are this
     /// machine's own, so that a port probe stays in it.
     std::vector<InterfaceFacts> interfaces = {
@@ -36,6 +40,21 @@ struct RigSetup {
     std::vector<NetworkFacts> networks = {
         {"127.0.0.0", "255.0.0.0"}, {"192.168.1.0", "255.255.255.0"}, {"10.20.0.0", "255.255.0.0"}};
 };
+
+/// What stands in the place of the apply sequence here: it touches no server, notes how it was
+/// called and sends the user on.
+struct ApplyDouble {
+    int leads_to = state_end;            // the `screen_state` that it sets
+    WizardEnd end = WizardEnd::not_yet;  // what it returns; completed where that is state_end
+
+    int calls = 0;
+    int sendmail_wrapper = -1;    // the answer that it found in the settings
+    int state = -1;               // the `screen_state` that it found
+    int focus = -1;               // and the sendmail screen's focus
+    bool screen_is_gone = false;  // the sendmail screen had been taken off the panel stack
+};
+
+extern ApplyDouble apply_double;
 
 /// One thing that happens while the wizard waits for a key: a key is pressed, a text (or several
 /// keys, "\t" and the like) is typed, or a function is called.
@@ -47,6 +66,7 @@ class WizardRig {
   public:
     /// The wizard will begin with the screen of `state`.
     explicit WizardRig(int state, const RigSetup& setup = {});
+    WizardRig(int state, const Size& size) : WizardRig(state, RigSetup{size}) {}
     ~WizardRig();
     WizardRig(const WizardRig&) = delete;
     WizardRig& operator=(const WizardRig&) = delete;
@@ -56,7 +76,11 @@ class WizardRig {
     /// everything that the last step led to has been done and drawn, or when the screens have
     /// ended; tells how they have. A later call shows the screen of `screen_state`, which the test
     /// may have changed, as on a new visit. The test ends as failed if steps are left.
-    WizardEnd play(std::vector<Step> steps, const Caller& caller = Caller::here());
+    WizardEnd play(const std::vector<Step>& steps, const Caller& caller = Caller::here());
+
+    /// Does the same with something else than the screens, which the wizard shows.
+    void playWith(const std::function<void()>& work, const std::vector<Step>& steps,
+                  const Caller& caller = Caller::here());
 
     /// What curses believes to be on the terminal, and what a terminal shows.
     ScreenImage image() { return terminal.image(); }
@@ -66,7 +90,9 @@ class WizardRig {
     std::string outputBytes() { return terminal.outputBytes(); }
 
     /// Gives the terminal a new size and has the wizard notice: for a step.
-    void resize(int rows, int cols);
+    void resize(const Size& size);
+
+    CursesTerminal terminal;
 
     /// For what is to happen in a sleep; those at keys are the steps'.
     Waits waits;
@@ -74,14 +100,31 @@ class WizardRig {
   private:
     void takeStep();
 
-    CursesTerminal terminal;
     std::deque<Step> script;
 };
-
-/// Puts the answer of the domain screen that the alias screen names into the settings.
-void answer_domain(const std::string& domain);
 
 /// Steps one after the other.
 std::vector<Step> operator+(std::vector<Step> first, const std::vector<Step>& then);
 
-std::string without_blanks_at_end(std::string text);
+/// Keys that replace whatever stands in a field by `text`.
+std::string retyped(const std::string& text);
+
+/// Steps that select the row `down` below the one under the bar of a listener's screen, enter a
+/// port there, and press "OK".
+std::vector<Step> answer_listener(int down, const std::string& port);
+
+/// The rows of the listeners' screens in the usual setup.
+constexpr int row_all = 0;
+constexpr int row_lo = 1;
+constexpr int row_eth0 = 2;
+
+/// 50 characters that tell where they have been cut.
+constexpr char fifty_characters[] = "0123456789abcdefghijABCDEFGHIJ9876543210jihgfedcba";
+
+/// The words on a screen or a part of it, one space between them, without frames.
+std::string words_on(const ScreenImage& image);
+
+/// Expects an "Error!" box with a message on one line and an "OK" button in the middle of the
+/// screen, and nothing of the screen with that title.
+void expect_error_box(const ScreenImage& screen, const std::string& message,
+                      const std::string& hidden_title, const Caller& caller = Caller::here());

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "tests/screens/wizard_rig.h"
+#include "tests/support/screen_table.h"
+#include "wizard/base/wizard_settings.h"
 
 /// A control of a screen: how a test calls it and its focus number.
 struct ControlFacts {
@@ -17,12 +19,13 @@ struct ControlFacts {
 
 /// A screen in the rig's usual setup, the domain being "example.com".
 struct ScreenFacts {
-    std::string name;
     int state;
     int rows;                            // of its frame
     int cols;                            // of its frame
     int centring_rows;                   // the height by which the frame is centred
     std::vector<ControlFacts> controls;  // in TAB order
+    std::string name = facts_of(stop_at(state)).name;
+    std::string title = facts_of(stop_at(state)).title;
 
     int control_count() const { return static_cast<int>(controls.size()); }
 };
@@ -34,25 +37,41 @@ const std::vector<ScreenFacts>& all_screens();
 struct ScreenView {
     const ScreenFacts* screen;
     int tabs;  // from the first control to the one that has the focus
+    std::string name = screen->name + "_on_" + control().name;
 
     const ControlFacts& control() const { return screen->controls[static_cast<size_t>(tabs)]; }
     int focus() const { return control().focus; }
-    std::string name() const { return screen->name + "_on_" + control().name; }
 
     /// What to type to bring the focus there.
     std::string keys() const { return std::string(static_cast<size_t>(tabs), '\t'); }
 };
 
-/// A screen, or each of them, with the focus on each of its controls; each with the focus on its
-/// first; the same without POP3, IMAP and WebMail, which share the screen of SMTP.
-std::vector<ScreenView> views_of(const ScreenFacts& screen);
+/// Each screen with the focus on each of its controls.
 std::vector<ScreenView> all_views();
-std::vector<ScreenView> fresh_views();
-std::vector<ScreenView> fresh_views_of_different_screens();
 
 void PrintTo(const ScreenFacts& screen, std::ostream* out);
 void PrintTo(const ScreenView& view, std::ostream* out);
-std::string name_of_view(const testing::TestParamInfo<ScreenView>& info);
+
+/// Goes to a view that the wizard is to show, the domain being "example.com".
+void enter(const ScreenView& view);
 
 /// What the wizard shows of a screen that has been entered with the focus there already.
-ScreenImage drawn(const ScreenView& view, const RigSetup& setup);
+ScreenImage drawn(const ScreenView& view, const Size& size = {24, 80});
+
+/// A listener of the server as its screen has to be.
+struct ListenerFacts {
+    std::string name;
+    int state;
+    int WizardSettings::*interface_index;
+    int WizardSettings::*port;
+    int next_state;  // while all services are enabled
+
+    bool is_webadmin() const { return name == "WebAdmin"; }
+    std::string title() const { return title_of(stop_at(state)); }
+    int defaultPort() const { return std::stoi(facts_of(stop_at(state)).port); }
+};
+
+/// WebAdmin, SMTP, POP3, IMAP, WebMail.
+const std::vector<ListenerFacts>& all_listeners();
+
+void PrintTo(const ListenerFacts& listener, std::ostream* out);

@@ -1,0 +1,152 @@
+// Keys drawn by chance, with changes of the terminal's size, programs that take ports and steps
+// that fail, played to the wizard and to a plain model of it.
+
+#include "tests/screens/walk_model.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/support/local_port.h"
+
+namespace {
+
+std::string described(const WizardSettings& settings) {
+    std::string text;
+    for (const char* answer : {settings.admin_password, settings.primary_domain,
+                               settings.domain_location, settings.postmaster_password})
+        text += std::string(answer) + "|";
+    for (const int answer : {int(settings.alias_root_to_postmaster),
+                             int(settings.alias_localhost),
+                             int(settings.alias_localhost_localdomain),
+                             settings.webadmin_interface,
+                             settings.webadmin_port,
+                             settings.smtp_interface,
+                             settings.smtp_port,
+                             settings.pop3_interface,
+                             settings.pop3_port,
+                             settings.imap_interface,
+                             settings.imap_port,
+                             settings.webmail_interface,
+                             settings.webmail_port,
+                             int(settings.service_enabled[0]),
+                             int(settings.service_enabled[1]),
+                             int(settings.service_enabled[2]),
+                             int(settings.relay_ticks[0]),
+                             int(settings.relay_ticks[1]),
+                             int(settings.relay_ticks[2]),
+                             settings.sendmail_wrapper})
+        text += std::to_string(answer) + " ";
+    return text;
+}
+
+/// One walk, from a seed.
+class ModelledWalk {
+  public:
+    explicit ModelledWalk(unsigned seed)
+        : chance(seed), first(static_cast<int>(seed % screen_count)) {
+        apply_double.leads_to = model.apply_leads_to;
+    }
+
+    void play(int actions) {
+        for (int action = 0; action < actions; ++action) {
+            act();
+            compare();
+        }
+        wizard.play(steps);
+    }
+
+  private:
+    size_t draw(size_t count) {
+        return std::uniform_int_distribution<size_t>(0, count - 1)(chance);
+    }
+
+    template <class Value>
+    Value oneOf(std::initializer_list<Value> values) {
+        return values.begin()[draw(values.size())];
+    }
+
+    void press(const std::string& keys) {
+        for (const char key : keys) {
+            if (model.state() == state_password && model.control().name == "exit" && key != '\t')
+                continue;
+            model.press(key);
+            typed += key;
+            steps.push_back(key == '\n' ? Step(Key::enter) : Step(std::string(1, key)));
+        }
+    }
+
+    void press(Key key) {
+        model.press(key == Key::up ? model_up : model_down);
+        typed += key == Key::up ? "<up>" : "<down>";
+        steps.emplace_back(key);
+    }
+
+    // What the user, the host and the terminal do next.
+    void act() {
+        const size_t kind = draw(10);
+        if (kind < 3) {
+            press(oneOf<std::string>({"\t", "\n", " ", "x", "7", "\x7f"}));
+        } else if (kind < 5) {
+            press(oneOf({Key::up, Key::down}));
+        } else if (kind < 7 && model.field() != nullptr) {
+            press(std::string(model.field()->size(), model_erase) +
+                  oneOf<std::string>({"", "secret", "Secret", "77", "0", "65535", "65536", "8x",
+                                      "-1", "example.org", std::string(51, 'l')}));
+        } else if (kind < 9) {
+            press(std::string(static_cast<size_t>(model.tabsToNext()), '\t') +
+                  oneOf<std::string>({"\n", " ", "\t\n"}));
+        } else {
+            disturb();
+        }
+    }
+
+    void disturb() {
+        const Size size = oneOf<Size>({{20, 72}, {24, 80}, {60, 200}, {25, 81}});
+        const bool take = model.port_77_is_taken = draw(2) == 0;
+        const int leads_to = model.apply_leads_to =
+            oneOf<int>({state_domain, state_aliases, state_webadmin, state_smtp, state_services,
+                        state_relay, state_sendmail});
+        steps.emplace_back([this, size, take, leads_to] {
+            wizard.resize(size);
+            port.close();
+            if (take)
+                port.open("0.0.0.0", 100);
+            apply_double.leads_to = leads_to;
+        });
+    }
+
+    void compare() {
+        WalkModel expected = model;
+        steps.emplace_back([this, expected, keys = std::move(typed)]() mutable {
+            if (testing::Test::HasFailure())
+                return;
+            SCOPED_TRACE("after " + testing::PrintToString(keys));
+            ASSERT_EQ(screen_state, expected.state());
+            for (int state = 0; state < screen_count; ++state)
+                ASSERT_EQ(screen_focus(state), expected.focus(state)) << state;
+            ASSERT_EQ(described(wizard_settings), described(expected.settings));
+            ASSERT_EQ(apply_double.calls, expected.applied);
+            const ScreenImage image = wizard.image();
+            for (const std::string& text : expected.shown())
+                ASSERT_TRUE(image.shows(text)) << text << "\n" << image.text();
+        });
+    }
+
+    std::mt19937 chance;
+    const int first;
+    WizardRig wizard{first};
+    WalkModel model{first};
+    LocalPort port{77};
+    std::vector<Step> steps;
+    std::string typed;  // since the last look
+};
+
+TEST(WalkModel, does_what_the_wizard_does) {
+    for (unsigned seed = 0; seed < 2 * screen_count && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        ModelledWalk(seed).play(100);
+    }
+}
+
+}  // namespace
