@@ -71,18 +71,16 @@ FileRewrite::~FileRewrite() {
 }
 
 int FileRewrite::install() {
-    ShellCommand copy_back;
-    ShellCommand remove;
+    const std::string name = copy_name;
+    const std::string copy_back = "cp " + name + " " + as_shell_word(path) + " >> /dev/null";
     const bool written = std::ferror(copy.get()) == 0;
     const bool closed = std::fclose(copy.release()) == 0;
     const bool installs = std::ferror(original.get()) == 0 && written && closed &&
-                          format_command(copy_back, "cp %s %s >> /dev/null", copy_name,
-                                         as_shell_word(path).c_str()) &&
+                          copy_back.size() <= shell_command_limit &&
                           keep_copy_beside(file(), path) == 0 && leads_to(path, file());
     if (installs)
         run_file_command(copy_back, file());
-    if (format_command(remove, "rm %s >> /dev/null", copy_name))
-        run_file_command(remove);
+    run_file_command("rm " + name + " >> /dev/null");
     unlink(copy_name);
     return installs && leads_to(path, file()) ? 0 : 1;
 }
