@@ -124,7 +124,7 @@ const ListenerTable listener_tables[] = {
     {"no_row", table_of(""), {}},
     {"the_prompt_right_after_the_dashes", "+OK: none\r\n-----\r\nserver> ", {}},
     {"no_table", accepted, {}},
-    {"blanks_around_the_address", table_of("   1.2.3.4:25     | yes  \r\n"), {"1.2.3.4:25"}},
+    {"spaces_around_the_address", table_of("   1.2.3.4:25     | yes  \r\n"), {"1.2.3.4:25"}},
     {"rows_before_the_dashes_and_after_a_line_without_a_bar",
      "9.9.9.9:9 | x\r\n-----\r\n1.1.1.1:1 | x\r\nthat is all\r\n2.2.2.2:2 | x\r\n" +
          std::string(accepted),

@@ -105,7 +105,7 @@ const ConfigFile sections[] = {
     kept("an_address_before_the_listeners_does_not_count",
          list + "cli = {\naddress = 9.9.9.9:9\nlisteners = (\naddress = 1.2.3.4:5\n)\n}\n",
          "1.2.3.4:5"),
-    kept("keys_and_values_may_be_indented_with_blanks_and_tabs",
+    kept("keys_and_values_may_be_indented_with_spaces_and_tabs",
          list + " \tc l i\t=\n  listeners =\n\t address \t=\t 1.2.3.4 : 5 \nx\n", "1.2.3.4:5"),
     kept("a_section_without_listeners_ends_with_the_file", list + "cli = {\nenable = yes\n}\n"),
     kept("listeners_without_an_address_end_with_the_file", list + "cli = {\nlisteners = (\n)\n}\n"),

@@ -216,7 +216,7 @@ class RelayFilterElsewhere : public InstalledServerCase {
     }
 };
 
-TEST_F(RelayFilterElsewhere, a_name_with_blanks_is_looked_for_without_them) {
+TEST_F(RelayFilterElsewhere, a_name_with_spaces_is_looked_for_without_them) {
     write_file("/var/opt/teluma/smtp filters", "x");
     write_file("/var/opt/teluma/smtpfilters", "y");
     nameScript("/var/opt/teluma/smtp filters");
@@ -296,7 +296,7 @@ TEST_P(RelayScriptName, is_one_name_or_the_step_fails) {
 const ScriptName script_names[] = {
     {"single_quotes_around_a_command", "';touch${IFS}run;'", "';touch${IFS}run;'", true},
     {"a_double_quote_which_ends_it", "x\"y", "x\"y", false},
-    {"blanks_which_are_left_out", " new  script ", "newscript", true},
+    {"spaces_which_are_left_out", " new  script ", "newscript", true},
     {"a_command_in_brackets", "$(touch${IFS}run)", "$(touch${IFS}run)", true},
     {"a_second_command", "x;touch${IFS}run", "x;touch${IFS}run", true},
     {"a_command_on_a_second_line", "x\ntouch${IFS}run", "x\ntouch${IFS}run", true},
