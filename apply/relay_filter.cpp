@@ -26,7 +26,7 @@ std::string condition_for(const int* indices, int count) {
     for (int k = 0; k < count && indices[k] < network_count; ++k)
         selected.push_back(networks[indices[k]]);
     const bool all_found = static_cast<int>(selected.size()) == count;
-    const std::string condition = all_found ? relay_condition(selected) : "";
+    std::string condition = all_found ? relay_condition(selected) : "";
     free_relay_networks(networks);
     return condition;
 }
@@ -51,10 +51,9 @@ bool may_be_given(const char* path, int script) {
 
 std::string relay_condition(const std::vector<relay_network>& networks) {
     std::string terms;
-    for (const relay_network& network : networks) {
-        const std::string term = std::string(" iprange (remoteSmtpIp, \"") + network.network + "/" +
-                                 network.netmask + "\")";
-        terms = terms.empty() ? term : term + "," + terms;
+    for (auto network = networks.rbegin(); network != networks.rend(); ++network) {
+        terms += terms.empty() ? " iprange (remoteSmtpIp, \"" : ", iprange (remoteSmtpIp, \"";
+        terms.append(network->network).append("/").append(network->netmask).append("\")");
     }
     return "if (anyof(" + terms + ")) { \n \tset(remoteDelivery, \"all\"); \n\t }\n ";
 }

@@ -16,7 +16,6 @@
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
-#include "wizard/base/heap_text.h"
 
 namespace {
 
@@ -69,15 +68,6 @@ TEST_F(ServerLifecycle, the_configuration_gets_cli_and_nothing_else_changes) {
     EXPECT_EQ(file_facts(InstalledServer::config).owner, before.owner);
     EXPECT_STREQ(server_session.cli_host, "127.0.0.1");
     EXPECT_EQ(server_session.cli_port, 9091);
-}
-
-TEST_F(ServerLifecycle, a_stale_pid_file_of_a_crashed_server_fails) {
-    const pid_t before = startedBefore();
-    kill(before, SIGKILL);
-    waitForEnd(before);
-    EXPECT_EQ(restart(), 1);
-    EXPECT_EQ(server.commands(), Lines{});
-    EXPECT_EQ(storedId(), std::to_string(before) + "\n");
 }
 
 TEST_F(ServerLifecycle, an_old_id_is_known_until_the_new_pid_file_is_there) {
@@ -136,13 +126,6 @@ class CliServer : public InstalledServerCase {
     void SetUp() override { logIn(); }
 };
 
-TEST_F(CliServer, a_domain_that_exists_is_refused_and_one_that_is_new_becomes_the_primary_one) {
-    EXPECT_EQ(cli_create_domain("example.com", "/var/domains/", "P0st master"), 0);
-    EXPECT_EQ(server.saved("domain "), Lines{"domain example.com /var/domains/ P0st master"});
-    EXPECT_EQ(server.saved("primarydomain"), Lines{"primarydomain example.com"});
-    EXPECT_EQ(cli_create_domain("example.com", "/var/domains/", "P0st master"), 1);
-}
-
 TEST_F(CliServer, a_listener_address_in_use_is_refused_and_webadmin_repaired_at_the_next_attempt) {
     EXPECT_EQ(cli_config_webadmin("127.0.0.1", 25), 1);
     EXPECT_EQ(received().back(), "add listener address 127.0.0.1:25");
@@ -163,16 +146,6 @@ TEST_F(CliServer, all_listeners_of_a_service_are_replaced_and_it_is_enabled) {
     EXPECT_EQ(server.saved("certfile smtp-incoming").size(), 1u);
     EXPECT_EQ(server.saved("certfile webmail").size(), 0u);
     EXPECT_EQ(server.saved("enable webmail"), Lines{"enable webmail yes"});
-}
-
-TEST_F(CliServer, all_three_aliases) {
-    ASSERT_EQ(cli_create_domain("example.com", "/var/domains/", "secret"), 0);
-    ASSERT_EQ(cli_command("back"), 0);
-    EXPECT_EQ(cli_update_domain_aliases(1, 1, 1, "example.com"), 0);
-    ASSERT_EQ(cli_command("save config"), 0);
-    EXPECT_EQ(server.saved("domainalias"), (Lines{"domainalias example.com localhost.localdomain",
-                                                  "domainalias example.com localhost"}));
-    EXPECT_EQ(server.saved("accountalias"), Lines{"accountalias example.com postmaster root"});
 }
 
 }  // namespace
