@@ -151,7 +151,8 @@ int keep_copy_beside(int file, const char* path) {
     return kept ? 0 : 1;
 }
 
-FileRewrite::FileRewrite(const char* fileName) : path(fileName), original(open_original(fileName)) {
+FileRewrite::FileRewrite(const char* file_name)
+    : path(file_name), original(open_original(file_name)) {
     if (original != nullptr)
         copy = open_copy();
 }

@@ -40,7 +40,7 @@ class FileRewrite {
   public:
     /// Opens the file, whose name must stay alive, and makes the working copy, readable by nobody
     /// else, in a new private directory where the current one has been removed.
-    explicit FileRewrite(const char* fileName);
+    explicit FileRewrite(const char* file_name);
 
     /// Takes the working copy away.
     ~FileRewrite();

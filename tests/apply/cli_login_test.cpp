@@ -28,7 +28,7 @@ namespace {
 class ListeningPeer {
   public:
     // The client that connects finds these answers and then the end of the connection.
-    explicit ListeningPeer(std::string answersToGive) : answers(std::move(answersToGive)) {
+    explicit ListeningPeer(std::string answers_to_give) : answers(std::move(answers_to_give)) {
         listener.open("127.0.0.1");
     }
 
