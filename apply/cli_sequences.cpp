@@ -9,6 +9,7 @@
 #include "apply/cli_session.h"
 #include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
+#include "wizard/system/secret.h"
 
 namespace {
 
@@ -57,27 +58,16 @@ char* reply_text(const std::string& text) {
     return copy;
 }
 
-// In the server's context and back.
-int replace_listeners(const std::string& service, const char* address, int port) {
-    const std::string enter = "config " + service;
-    const std::string add = "add listener address " + std::string(address) + ":";
-    if (run({"config server", enter}) != 0 || cli_reset_listeners("list listeners") != 0 ||
-        run({enter, add + std::to_string(port), "set enable yes"}) != 0)
-        return 1;
-    const Commands certificate = {"config sslcontrol",
-                                  "set certfile /var/opt/teluma/teluma_cert.pem", "done"};
-    const bool speaks_tls = service == "pop3" || service == "imap" || service == "smtp-incoming";
-    if (speaks_tls && run(certificate) != 0)
-        return 1;
-    return run({"commit", "commit", "save config", "back"});
-}
-
 }  // namespace
 
 int cli_create_domain(const char* domain, const char* location, const char* postmaster_password) {
-    // With a password in it, the command must not be left in memory.
-    if (cli_command_format("create domain name %s domainlocation %s postmasterpasswd %s", domain,
-                           location, postmaster_password) != 0)
+    char creation[1280];
+    std::snprintf(creation, sizeof(creation),
+                  "create domain name %s domainlocation %s postmasterpasswd %s", domain, location,
+                  postmaster_password);
+    const int failure = cli_command(creation);
+    wipe(creation);
+    if (failure != 0)
         return 1;
     return run({"commit", "config server", "set primarydomain " + std::string(domain), "commit",
                 "save config"});
@@ -86,14 +76,25 @@ int cli_create_domain(const char* domain, const char* location, const char* post
 int cli_config_webadmin(const char* address, int port) {
     if (server_session.webadmin_failures > 0 && run({"back", "back"}) != 0)
         return 1;
-    if (replace_listeners("webadmin", address, port) == 0)
-        return 0;
-    ++server_session.webadmin_failures;
-    return 1;
+    const int failure = cli_config_listener(address, port, "webadmin");
+    if (failure != 0)
+        ++server_session.webadmin_failures;
+    return failure;
 }
 
 int cli_config_listener(const char* address, int port, const char* service) {
-    return replace_listeners(service, address, port);
+    const std::string name = service;
+    const std::string enter = "config " + name;
+    const std::string add = "add listener address " + std::string(address) + ":";
+    if (run({"config server", enter}) != 0 || cli_reset_listeners("list listeners") != 0 ||
+        run({enter, add + std::to_string(port), "set enable yes"}) != 0)
+        return 1;
+    const Commands certificate = {"config sslcontrol",
+                                  "set certfile /var/opt/teluma/teluma_cert.pem", "done"};
+    const bool speaks_tls = name == "pop3" || name == "imap" || name == "smtp-incoming";
+    if (speaks_tls && run(certificate) != 0)
+        return 1;
+    return run({"commit", "commit", "save config", "back"});
 }
 
 int cli_set_services(const char* first, const char* second, const char* third) {

@@ -3,8 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdarg>
-#include <cstdio>
 
 #include "apply/cli_wire.h"
 #include "apply/server_process.h"
@@ -12,7 +10,6 @@
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/system/end_owners.h"
-#include "wizard/system/secret.h"
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"
 
@@ -100,20 +97,6 @@ int cli_command(const char* text) {
         return holds(line, "> ");
     });
     return failure == 0 && succeeded ? 0 : 1;
-}
-
-int cli_command_format(const char* format, ...) {
-    char command[cli_command_limit + 1];
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = std::vsnprintf(command, sizeof(command), format, arguments);
-    va_end(arguments);
-    if (length < 0 || static_cast<size_t>(length) > cli_command_limit)
-        return 1;
-    const int failure = cli_command(command);
-    // It may have a password in it.
-    wipe(command);
-    return failure;
 }
 
 int cli_login() {

@@ -25,9 +25,6 @@ int cli_wait_prompt();
 /// be read.
 int cli_command(const char* text);
 
-/// The same for a command put together as printf(3) does; 1 for one that is too long.
-int cli_command_format(const char* format, ...) __attribute__((format(printf, 1, 2)));
-
 /// Waits up to four seconds until the server's process id is known, connects and logs in as the
 /// administrator with the password in the selected installation profile. Nothing is sent, and the
 /// session closed, where the other end turns out, in at most two seconds after the greeting, to

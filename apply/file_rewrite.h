@@ -25,13 +25,22 @@ bool read_file_line(std::FILE* file, std::string& line);
 /// (open_named_file()); null, and errno, when not.
 File open_original(const char* path);
 
+/// Leaves a copy of the file that `file` has open beside the name `path` that led to it, as
+/// PATH.beforewizard, with the same bytes, owner and mode but without the set-user-ID and
+/// set-group-ID bits, unless there is one: the first copy, of the file as it was before the wizard
+/// ever changed it, stays. The copy gets its name only when all of it is on the disk; signals are
+/// let in while it is made, and an end of the program takes what there is of it away. Returns 0
+/// when the copy is there; 1 when it could not be made, or when something else has its name: a
+/// link, a pipe, a directory or a second name of the file itself, none of which is touched.
+int keep_copy_beside(int file, const char* path);
+
 /// One rewriting: what the file is to become is written into the working copy "temp.cfg" in the
 /// current directory, which is copied over the file in the end.
 class FileRewrite {
   public:
     /// Opens the file, whose name must stay alive, and makes the working copy, readable by nobody
     /// else, in a new private directory where the current one has been removed.
-    explicit FileRewrite(const char* fileName);
+    explicit FileRewrite(const char* file_name);
 
     /// Takes the working copy away.
     ~FileRewrite();

@@ -20,8 +20,7 @@ constexpr char sendmail[] = "/usr/sbin/sendmail";
 constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
 constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 
-// Backup names end in a number below this one.
-constexpr int backup_count = 100;
+constexpr int last_backup = 99;
 
 // A system log that takes no more may block.
 int fail(int result, const std::string& message) {
@@ -48,32 +47,18 @@ std::string backup_name(int number) {
     return number == 0 ? backup_base : backup_base + std::to_string(number);
 }
 
-// Renames the system's sendmail to the first free backup name, or to the last one where none is
-// free.
-int move_to_backup() {
-    int number = 0;
-    while (number < backup_count - 1 && exists(backup_name(number)))
-        ++number;
-    return std::rename(sendmail, backup_name(number).c_str()) == 0 ? 0 : -1;
-}
-
-// True when a link to `target` stands among the backups, before the first free name.
-bool link_is_saved(const std::string& target) {
-    for (int number = 0; number < backup_count && exists(backup_name(number)); ++number) {
-        if (link_target(backup_name(number)) == target)
-            return true;
-    }
-    return false;
-}
-
-// Moves whatever stands in the place of the link out of its way.
+// Moves whatever stands in the place of the link out of its way: to the first free backup name, or
+// to the last one where none is free. A link of which there is a backup before that is removed.
 int save_system_sendmail(const std::string& target) {
-    if (!target.empty() && link_is_saved(target)) {
-        if (unlink(sendmail) == 0)
-            return 0;
+    int number = 0;
+    const auto is_saved = [&] {
+        return !target.empty() && link_target(backup_name(number)) == target;
+    };
+    while (number < last_backup && exists(backup_name(number)) && !is_saved())
+        ++number;
+    if (is_saved() && unlink(sendmail) != 0)
         return fail(-1, std::string("Unable to unlink file '") + sendmail + "'");
-    }
-    return exists(sendmail) ? move_to_backup() : 0;
+    return exists(sendmail) ? std::rename(sendmail, backup_name(number).c_str()) : 0;
 }
 
 // Gives the wrapper to the server's account and sets its mode; returns as sendmail_install().

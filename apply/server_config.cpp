@@ -56,7 +56,9 @@ bool copy_section_line(FileRewrite& config, std::string& line) {
     return true;
 }
 
-void copy_config(FileRewrite& config) {
+}  // namespace
+
+void config_rewrite(FileRewrite& config) {
     std::string line;
     bool services_seen = false;
     // A read that fails at the end of the file leaves the last line in place, to be looked at once
@@ -74,13 +76,11 @@ void copy_config(FileRewrite& config) {
     }
 }
 
-}  // namespace
-
 int config_prepare(const char* path) {
     FileRewrite config(path);
     if (!config.isOpen())
         return 1;
-    copy_config(config);
+    config_rewrite(config);
     const int result = server_session.out_of_memory ? 1 : config.install();
     // Of the file that has come in its place nothing is known.
     if (!leads_to(path, config.file())) {

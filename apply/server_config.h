@@ -2,6 +2,8 @@
 
 #include <string>
 
+class FileRewrite;
+
 /// The server's configuration file, as far as the wizard reads and rewrites it: lines of the form
 /// `key = value`, first the list of services, later the `cli` section with its listeners. A line
 /// that holds a "#" anywhere is a comment, but for the listeners and the address of that section,
@@ -15,6 +17,9 @@
 /// copy can't be opened, read or installed, or there is no memory. The address is unknown
 /// afterwards when the file is exchanged meanwhile.
 int config_prepare(const char* path);
+
+/// The part of it that writes the working copy.
+void config_rewrite(FileRewrite& config);
 
 /// The key of a line, the characters before its first "=" without spaces and tabs, at most 255 of
 /// them, in a zero-filled 256-byte buffer that the caller frees; empty for a line without "=". Sets

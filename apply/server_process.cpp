@@ -105,21 +105,19 @@ int server_stop() {
 }
 
 int server_start() {
-    ShellCommand command;
-    if (!format_command(command, "%s >> /dev/null", profile().server_binary))
-        return 1;
-    return run_server_command(command) == -1 ? 1 : 0;
+    return run_server_command(profile().server_binary + std::string(" >> /dev/null")) == -1 ? 1 : 0;
 }
 
 int server_set_admin_password(const char* password) {
     std::string quoted = in_double_quotes(password);
-    ShellCommand command;
-    const bool fits = format_command(command, "%s -A \"%s\" >> /dev/null", profile().server_binary,
-                                     quoted.c_str());
-    const bool has_run = fits && run_server_command(command) != -1;
+    std::string command = profile().server_binary;
+    // One that outgrew its room would leave a piece of the password behind.
+    command.reserve(command.size() + quoted.size() + shell_command_limit);
+    command.append(" -A \"").append(quoted).append("\" >> /dev/null");
+    const int status = run_server_command(command);
     wipe(quoted);
-    wipe(command.text);
-    return has_run ? 0 : 1;
+    wipe(command);
+    return status == -1 ? 1 : 0;
 }
 
 int server_restart_with_password(const char* password) {

@@ -2,9 +2,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cctype>
-#include <cstdarg>
-#include <cstdio>
 #include <cstring>
 #include <functional>
 
@@ -16,30 +15,24 @@
 namespace {
 
 // Runs `command` by the shell in a child process that has called `prepare` first.
-int run_by_shell(const ShellCommand& command, const std::function<void()>& prepare) {
+int run_by_shell(const std::string& command, const std::function<void()>& prepare) {
+    if (command.size() > shell_command_limit)
+        return -1;
     return run_in_child([&] {
         prepare();
         restore_limits_in_child();
-        execl("/bin/sh", "sh", "-c", command.text, static_cast<char*>(nullptr));
+        execl("/bin/sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr));
         _exit(127);
     });
 }
 
 }  // namespace
 
-bool format_command(ShellCommand& command, const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const int length = std::vsnprintf(command.text, sizeof(command.text), format, arguments);
-    va_end(arguments);
-    return length >= 0 && static_cast<size_t>(length) < sizeof(command.text);
-}
-
-int run_server_command(const ShellCommand& command) {
+int run_server_command(const std::string& command) {
     return run_by_shell(command, leave_private_directory_in_child);
 }
 
-int run_file_command(const ShellCommand& command, int only) {
+int run_file_command(const std::string& command, int only) {
     return run_by_shell(command, [only] {
         setpgid(0, 0);
         if (only != -1)
@@ -60,15 +53,14 @@ std::string in_double_quotes(const char* text) {
 }
 
 std::string as_shell_word(const char* name) {
-    bool plain = *name != '\0';
+    const auto is_harmless = [](unsigned char character) {
+        return std::isalnum(character) != 0 || std::strchr("/._+,:@%-", character) != nullptr;
+    };
     // A name that begins with a dash would be taken for an option.
-    const std::string directory = *name == '-' ? "./" : "";
-    std::string quoted = "'" + directory;
-    for (const char* at = name; *at != '\0'; ++at) {
-        const bool harmless = std::isalnum(static_cast<unsigned char>(*at)) != 0 ||
-                              std::strchr("/._+,:@%-", *at) != nullptr;
-        plain = plain && harmless;
-        quoted += *at == '\'' ? "'\\''" : std::string(1, *at);
-    }
-    return plain ? directory + name : quoted + "'";
+    std::string word = (*name == '-' ? "./" : "") + std::string(name);
+    if (!word.empty() && std::all_of(word.begin(), word.end(), is_harmless))
+        return word;
+    for (size_t at = word.find('\''); at != std::string::npos; at = word.find('\'', at + 4))
+        word.replace(at, 1, "'\\''");
+    return "'" + word + "'";
 }

@@ -3,14 +3,11 @@
 // its end.
 
 #include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <numeric>
 #include <string>
 #include <vector>
 
+#include "apply/file_rewrite.h"
 #include "apply/relay_filter.h"
-#include "apply/server_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/require.h"
 #include "fuzz/rewriting.h"
@@ -22,10 +19,6 @@ struct Network {
     std::string network;
     std::string netmask;
 };
-
-// What the host and the server say in the run at hand.
-std::vector<Network> host_networks;
-std::string script_path;
 
 std::vector<Network> take_networks(FuzzInput& input) {
     constexpr std::size_t longest_address = 15;
@@ -68,39 +61,22 @@ std::string expected_content(const std::string& content, const std::vector<Netwo
 
 }  // namespace
 
-// The linker puts these in the place of relay_networks() and cli_get_filters_file() (ld(1),
-// --wrap).
-relay_network* told_networks(int* count) __asm__("__wrap__Z14relay_networksPi");
-char* told_filters_file() __asm__("__wrap__Z20cli_get_filters_filev");
-
-relay_network* told_networks(int* count) {
-    auto* list =
-        static_cast<relay_network*>(std::calloc(host_networks.size() + 1, sizeof(relay_network)));
-    for (std::size_t i = 0; i < host_networks.size(); ++i) {
-        list[i].network = strdup(host_networks[i].network.c_str());
-        list[i].netmask = strdup(host_networks[i].netmask.c_str());
-    }
-    *count = static_cast<int>(host_networks.size());
-    return list;
-}
-
-char* told_filters_file() {
-    return strdup(script_path.c_str());
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static RewrittenFile script;
     FuzzInput input(data, size);
-    server_session.peer_is_root = true;
-    host_networks = take_networks(input);
-    script_path = script.path();
+    std::vector<Network> networks = take_networks(input);
     const std::string content = input.takeRest();
+    std::vector<relay_network> selected;
+    for (Network& network : networks)
+        selected.push_back({network.network.data(), network.netmask.data(), 0});
     script.fill(content);
-    std::vector<int> indices(host_networks.size());
-    std::iota(indices.begin(), indices.end(), 0);
-    // It fails where there is no account of the server's, but by then the script is written.
-    relay_write_filter(indices.data(), static_cast<int>(indices.size()));
-    require_equal(script.content(), expected_content(content, host_networks),
+    script.rewrite([&](FileRewrite& rewrite) {
+        if (!selected.empty())
+            relay_rewrite(rewrite, relay_condition(selected));
+        else
+            rewrite.write(content);
+    });
+    require_equal(script.content(), expected_content(content, networks),
                   "the script is the model's");
     return 0;
 }

@@ -3,9 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstring>
+#include <cstdio>
 
-#include "apply/shell_command.h"
 #include "fuzz/require.h"
 #include "tests/support/files.h"
 
@@ -25,38 +24,22 @@ void put(const std::string& path, const std::string& content) {
 
 }  // namespace
 
-// The linker puts this in the place of run_file_command() (ld(1), --wrap).
-int run_without_shell(const ShellCommand& command,
-                      int only) __asm__("__wrap__Z16run_file_commandRK12ShellCommandi");
-
-int run_without_shell(const ShellCommand& command, int /*only*/) {
-    const std::string text = command.text;
-    const std::string copy = "cp temp.cfg ";
-    const std::string behind = " >> /dev/null";
-    require(text.size() > behind.size() &&
-                text.compare(text.size() - behind.size(), behind.size(), behind) == 0,
-            "the output of a command goes to /dev/null");
-    if (text.compare(0, copy.size(), copy) == 0)
-        put(text.substr(copy.size(), text.size() - copy.size() - behind.size()),
-            read_file("temp.cfg"));
-    else
-        require(text == "rm temp.cfg >> /dev/null" && unlink("temp.cfg") == 0,
-                "the working copy is copied back or removed");
-    return 0;
-}
-
-// The original that is kept beside the file would be written to the disk for every input.
-RewrittenFile::RewrittenFile() {
-    write_file(path() + ".beforewizard", "");
-}
-
 void RewrittenFile::fill(const std::string& content) {
-    put(path(), content);
+    put(directory / "file", content);
+}
+
+void RewrittenFile::rewrite(const std::function<void(FileRewrite&)>& work) {
+    const std::string path = directory / "file";
+    FileRewrite rewrite(path.c_str());
+    require(rewrite.isOpen(), "the file can be rewritten");
+    work(rewrite);
+    std::fflush(nullptr);
+    rewritten = read_file("temp.cfg");
 }
 
 std::string RewrittenFile::content() const {
     require(!exists("temp.cfg"), "no working copy is left");
-    return read_file(path());
+    return rewritten;
 }
 
 std::vector<std::string> pieces_of(const std::string& content) {

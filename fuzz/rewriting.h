@@ -1,28 +1,30 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "apply/file_rewrite.h"
 #include "tests/apply/working_directory.h"
 
-/// A file that is rewritten through a working copy, without a shell: a target that has this in it
-/// wraps run_file_command().
+/// A file that is rewritten as far as its working copy, without a shell.
 class RewrittenFile {
   public:
     /// An empty directory, which becomes the current one, for the file.
-    RewrittenFile();
-
-    /// The path of the file.
-    std::string path() const { return directory / "file"; }
+    RewrittenFile() = default;
 
     /// Gives the file a new content.
     void fill(const std::string& content);
 
-    /// Its content. Requires that no working copy is left.
+    /// Has this write the working copy.
+    void rewrite(const std::function<void(FileRewrite&)>& work);
+
+    /// What the file has become. Requires that no working copy is left.
     std::string content() const;
 
   private:
     WorkingDirectory directory;
+    std::string rewritten;
 };
 
 /// A file in the pieces in which the wizard reads it: lines, those over 255 bytes in parts.

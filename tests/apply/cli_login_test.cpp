@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -7,17 +8,65 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apply/cli_session.h"
 #include "apply/server_session.h"
-#include "tests/apply/listening_peer.h"
 #include "tests/apply/scripted_peer.h"
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/local_port.h"
 #include "tests/support/waits.h"
 #include "wizard/base/install_profile.h"
 
 namespace {
+
+// A server at a TCP port of 127.0.0.1 that serves one client, without a thread: the test calls
+// serve() while the client waits.
+class ListeningPeer {
+  public:
+    // The client that connects finds these answers and then the end of the connection.
+    explicit ListeningPeer(std::string answers_to_give) : answers(std::move(answers_to_give)) {
+        listener.open("127.0.0.1");
+    }
+
+    int port() const { return listener.number(); }
+
+    // Whether a client has connected, be it served or not.
+    bool hasClient() {
+        if (!client.isOpen())
+            client = listener.takeConnection();
+        return client.isOpen();
+    }
+
+    void serve() {
+        if (served || !hasClient())
+            return;
+        served = true;
+        checked(static_cast<int>(write(client.get(), answers.data(), answers.size())), "write");
+        checked(shutdown(client.get(), SHUT_WR), "shutdown");
+    }
+
+    // Leaves the client alone with what has been sent.
+    void hangUp() { client.close(); }
+
+    // Everything that the client has sent so far.
+    std::string received() const {
+        char bytes[4096];
+        const ssize_t length = recv(client.get(), bytes, sizeof bytes, MSG_PEEK);
+        return {bytes, static_cast<size_t>(checked(static_cast<int>(length), "recv"))};
+    }
+
+    // Takes no more clients: whoever connects is refused.
+    void stopListening() { listener.close(); }
+
+  private:
+    std::string answers;
+    LocalPort listener;
+    Descriptor client;
+    bool served = false;
+};
 
 template <size_t size>
 void set_text(char (&field)[size], const std::string& text) {

@@ -128,7 +128,7 @@ const ReplyCase complete_lines[] = {
     {"of_two_crs_both_are_dropped", "a\r\rb\r\n", "ab", ""},
     {"two_crs_before_an_lf_do_not_end_the_line", "a\r\r\nb\r\n", "a\nb", ""},
     {"an_lf_alone_does_not_end_the_line", "a\nb\r\n", "a\nb", ""},
-    {"an_angle_bracket_without_a_blank_is_dropped_with_the_byte_after_it", "a>b c\r\nmore", "a c",
+    {"an_angle_bracket_without_a_space_is_dropped_with_the_byte_after_it", "a>b c\r\nmore", "a c",
      "more"},
     {"of_two_angle_brackets_both_are_dropped", "a>> b\r\n", "a b", ""},
     {"an_angle_bracket_swallows_the_cr_of_the_line_end", "a>\r\nb\r\n", "a\nb", ""},

@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <string>
 
-#include "apply/original_copy.h"
+#include "apply/file_rewrite.h"
 #include "apply/server_config.h"
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"

@@ -8,7 +8,6 @@
 #include <string>
 
 #include "apply/file_rewrite.h"
-#include "apply/original_copy.h"
 #include "apply/server_config.h"
 #include "apply/server_process.h"
 #include "apply/server_session.h"

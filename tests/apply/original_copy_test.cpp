@@ -1,5 +1,3 @@
-#include "apply/original_copy.h"
-
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -7,6 +5,7 @@
 
 #include <string>
 
+#include "apply/file_rewrite.h"
 #include "tests/apply/working_directory.h"
 #include "tests/support/case_name.h"
 #include "tests/support/descriptor.h"

@@ -20,10 +20,6 @@ OtherProcess::OtherProcess(uid_t user) : child(checked(fork(), "fork")) {
     checked(setpgid(child, child), "setpgid");
 }
 
-OtherProcess::~OtherProcess() {
-    end();
-}
-
 void OtherProcess::end() {
     if (child == -1)
         return;

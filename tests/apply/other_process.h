@@ -11,7 +11,7 @@ class OtherProcess {
   public:
     /// Of the user `user`.
     explicit OtherProcess(uid_t user = getuid());
-    ~OtherProcess();
+    ~OtherProcess() { end(); }
     OtherProcess(const OtherProcess&) = delete;
     OtherProcess& operator=(const OtherProcess&) = delete;
 

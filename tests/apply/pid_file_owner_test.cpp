@@ -33,61 +33,47 @@ class PidFile : public InstalledServerCase {
         chown("/var/opt/teluma/run", server_user(), server_user());
     }
 
-    // What comes of a pid file of this user's that names this process.
-    static int stop(uid_t owner, const OtherProcess& process) {
+    // What comes of a pid file of one user's that names a process of another's.
+    static void expectStop(int result, uid_t owner, uid_t user) {
+        OtherProcess process(user);
         write_file(pid_file, std::to_string(process.pid()) + "\n");
         chown(pid_file, owner, owner);
         EXPECT_NE(server_read_pid(), 1);
-        return server_stop();
+        EXPECT_EQ(server_stop(), result) << owner << " names a process of " << user;
+        if (result == 0)
+            EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
+        else
+            EXPECT_TRUE(process.isRunning());
     }
 
+    static constexpr uid_t root = 0;
     static constexpr uid_t somebody = 12;
-
-    OtherProcess roots;
 };
 
-TEST_F(PidFile, of_the_servers_user_ends_no_process_of_roots) {
-    EXPECT_EQ(stop(server_user(), roots), 1);
-    EXPECT_TRUE(roots.isRunning());
-}
-
-TEST_F(PidFile, of_the_servers_user_ends_no_process_of_another_user) {
-    const OtherProcess process(somebody);
-    EXPECT_EQ(stop(server_user(), process), 1);
-    EXPECT_TRUE(process.isRunning());
-}
-
-TEST_F(PidFile, of_the_servers_user_ends_the_servers_process) {
-    OtherProcess process(server_user());
-    EXPECT_EQ(stop(server_user(), process), 0);
-    EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
-}
-
-TEST_F(PidFile, of_the_servers_user_who_stops_the_wizards_child_keeps_nobody_waiting) {
-    OtherProcess process(server_user());
-    is_stopped_at_once = true;
-    EXPECT_EQ(stop(server_user(), process), 1);
-    is_stopped_at_once = false;
-    EXPECT_TRUE(process.isRunning());
+TEST_F(PidFile, of_the_servers_user_ends_a_process_of_that_users_only) {
+    expectStop(1, server_user(), root);
+    expectStop(1, server_user(), somebody);
+    expectStop(0, server_user(), server_user());
 }
 
 TEST_F(PidFile, of_roots_ends_the_servers_process_whosever_it_is) {
-    OtherProcess process(server_user());
-    EXPECT_EQ(stop(0, process), 0);
-    EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
-    EXPECT_EQ(stop(0, roots), 0);
-    EXPECT_EQ(roots.waitForEnd(), killed_by(SIGTERM));
+    expectStop(0, root, server_user());
+    expectStop(0, root, root);
 }
 
 TEST_F(PidFile, of_another_user_ends_no_process) {
-    const OtherProcess process(somebody);
-    EXPECT_EQ(stop(somebody, process), 1);
-    EXPECT_EQ(stop(somebody, roots), 1);
-    EXPECT_TRUE(process.isRunning());
-    EXPECT_TRUE(roots.isRunning());
+    expectStop(1, somebody, somebody);
+    expectStop(1, somebody, root);
+}
+
+TEST_F(PidFile, of_the_servers_user_who_stops_the_wizards_child_keeps_nobody_waiting) {
+    is_stopped_at_once = true;
+    expectStop(1, server_user(), server_user());
+    is_stopped_at_once = false;
 }
 
 TEST_F(PidFile, that_is_a_second_name_of_a_file_of_roots_ends_no_process) {
+    const OtherProcess roots;
     const std::string other = "/var/opt/other.pid";
     write_file(other, std::to_string(roots.pid()) + "\n");
     ASSERT_EQ(link(other.c_str(), pid_file), 0);
@@ -97,7 +83,7 @@ TEST_F(PidFile, that_is_a_second_name_of_a_file_of_roots_ends_no_process) {
 }
 
 TEST_F(PidFile, that_is_a_link_of_the_servers_user_is_none) {
-    write_file("/run/scratch/other.pid", std::to_string(roots.pid()) + "\n");
+    write_file("/run/scratch/other.pid", "4711\n");
     EXPECT_EQ(as_user(server_user(), [] { symlink("/run/scratch/other.pid", pid_file); }),
               exited(0));
     EXPECT_EQ(server_read_pid(), 1);

@@ -96,6 +96,21 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
         });
     }
 
+    // By the superuser, in a directory of this owner and mode.
+    void putLink(uid_t owner, mode_t mode) const {
+        chown(directory.c_str(), owner, server_user());
+        chmod(directory.c_str(), mode);
+        unlink(file.c_str());
+        ASSERT_EQ(symlink(("../../private" / file.filename()).c_str(), file.c_str()), 0);
+    }
+
+    // As the server's user can't where fs.protected_hardlinks is set.
+    void putSecondName(uid_t owner) const {
+        chown(directory.c_str(), owner, owner);
+        unlink(file.c_str());
+        ASSERT_EQ(link(victim.c_str(), file.c_str()), 0);
+    }
+
     void expectRefused() const {
         EXPECT_EQ(GetParam().step(), GetParam().failure);
         expectVictimUntouched();
@@ -139,46 +154,28 @@ TEST_P(Planted, link_to_a_directory_that_comes_between_the_look_and_the_open_is_
     expectRefused();
 }
 
-// The superuser makes it, as the server's user can't where fs.protected_hardlinks is set.
-TEST_P(Planted, second_name_of_a_file_of_roots_is_refused) {
-    unlink(file.c_str());
-    ASSERT_EQ(link(victim.c_str(), file.c_str()), 0);
+TEST_P(Planted, link_of_roots_where_others_can_write_is_not_followed) {
+    putLink(server_user(), 0755);
     expectRefused();
-}
-
-TEST_P(Planted, link_of_roots_in_a_directory_of_the_servers_user_is_not_followed) {
-    unlink(file.c_str());
-    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
-    expectRefused();
-}
-
-TEST_P(Planted, link_of_roots_in_a_directory_that_its_group_may_write_to_is_not_followed) {
-    chown(directory.c_str(), 0, server_user());
-    chmod(directory.c_str(), 0775);
-    unlink(file.c_str());
-    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    putLink(0, 0775);
     expectRefused();
 }
 
 TEST_P(Planted, link_of_the_servers_user_in_a_directory_of_roots_is_not_followed) {
-    chown(directory.c_str(), 0, 0);
-    unlink(file.c_str());
-    ASSERT_EQ(symlink(victim.c_str(), file.c_str()), 0);
+    putLink(0, 0755);
     ASSERT_EQ(lchown(file.c_str(), server_user(), server_user()), 0);
     expectRefused();
 }
 
 TEST_P(Planted, link_of_roots_in_a_directory_of_roots_is_followed) {
-    chown(directory.c_str(), 0, 0);
-    unlink(file.c_str());
-    ASSERT_EQ(symlink(("../../private" / file.filename()).c_str(), file.c_str()), 0);
+    putLink(0, 0755);
     expectDone();
 }
 
-TEST_P(Planted, second_name_in_a_directory_of_roots_is_as_good_as_the_first) {
-    chown(directory.c_str(), 0, 0);
-    unlink(file.c_str());
-    ASSERT_EQ(link(victim.c_str(), file.c_str()), 0);
+TEST_P(Planted, second_name_of_a_file_is_taken_in_a_directory_of_roots_only) {
+    putSecondName(server_user());
+    expectRefused();
+    putSecondName(0);
     expectDone();
 }
 

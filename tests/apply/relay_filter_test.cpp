@@ -216,15 +216,7 @@ class RelayFilterElsewhere : public InstalledServerCase {
     }
 };
 
-TEST_F(RelayFilterElsewhere, a_name_that_the_shell_would_take_apart_is_written_to) {
-    const std::string path = "/var/opt/teluma/$HOME;'x`y`(z)";
-    write_file(path, "x");
-    nameScript(path);
-    EXPECT_EQ(writeFirst(), 0);
-    EXPECT_EQ(read_file(path), "x" + method(first_term));
-}
-
-TEST_F(RelayFilterElsewhere, a_name_with_blanks_is_looked_for_without_them) {
+TEST_F(RelayFilterElsewhere, a_name_with_spaces_is_looked_for_without_them) {
     write_file("/var/opt/teluma/smtp filters", "x");
     write_file("/var/opt/teluma/smtpfilters", "y");
     nameScript("/var/opt/teluma/smtp filters");
@@ -302,30 +294,18 @@ TEST_P(RelayScriptName, is_one_name_or_the_step_fails) {
 }
 
 const ScriptName script_names[] = {
-    {"a_single_quote", "it's", "it's", true},
     {"single_quotes_around_a_command", "';touch${IFS}run;'", "';touch${IFS}run;'", true},
     {"a_double_quote_which_ends_it", "x\"y", "x\"y", false},
-    {"blanks_which_are_left_out", " new  script ", "newscript", true},
+    {"spaces_which_are_left_out", " new  script ", "newscript", true},
     {"a_command_in_brackets", "$(touch${IFS}run)", "$(touch${IFS}run)", true},
-    {"a_command_in_backticks", "`touch${IFS}run`", "`touch${IFS}run`", true},
-    {"a_variable", "$HOME", "$HOME", true},
     {"a_second_command", "x;touch${IFS}run", "x;touch${IFS}run", true},
-    {"a_second_command_by_and", "x&&touch${IFS}run", "x&&touch${IFS}run", true},
-    {"a_pipe_into_a_command", "x|tee${IFS}run", "x|tee${IFS}run", true},
     {"a_command_on_a_second_line", "x\ntouch${IFS}run", "x\ntouch${IFS}run", true},
-    {"a_line_feed_at_its_end", "x\n", "x\n", true},
-    {"a_tab", "a\tb", "a\tb", true},
     {"a_star", "*", "*", true},
-    {"a_question_mark", "?", "?", true},
-    {"braces", "{a,b}", "{a,b}", true},
-    {"a_tilde", "~", "~", true},
-    {"a_number_sign", "#x", "#x", true},
     {"a_backslash", "\\x\\", "\\x\\", true},
     {"a_format", "%s%n%d", "%s%n%d", true},
-    {"letters_beyond_ascii", "\xc3\xa9\xff", "\xc3\xa9\xff", true},
-    {"control_characters", "\x1b[2J\x07", "\x1b[2J\x07", true},
+    {"letters_beyond_ascii_and_controls", "\xc3\xa9\xff\x1b[2J\x07", "\xc3\xa9\xff\x1b[2J\x07",
+     true},
     {"an_option", "-rf", "-rf", true},
-    {"a_long_option", "--help", "--help", true},
     {"an_option_that_names_a_target", "-ta", "-ta", true},
     {"two_dashes", "--", "--", true},
     {"the_name_of_the_working_copy_itself", "./x/../temp.cfg", "x", false},

@@ -299,12 +299,12 @@ class SendmailLog : public Sendmail {
   protected:
     Messages probeOfAnotherLog() {
         unlink("/dev/log");
-        second_log.emplace();
+        secondLog.emplace();
         syslog(LOG_NOTICE, "probe");
-        return second_log->messages();
+        return secondLog->messages();
     }
 
-    std::optional<SystemLog> second_log;
+    std::optional<SystemLog> secondLog;
 };
 
 TEST_F(SendmailLog, is_opened_before_there_is_anything_to_tell) {

@@ -28,15 +28,11 @@ std::string every_printable_character() {
 
 class Shell : public testing::Test {
   protected:
-    int run(const std::string& text, int (*runner)(const ShellCommand&) = run_server_command) {
-        ShellCommand command;
-        EXPECT_TRUE(format_command(command, "%s", text.c_str()));
-        return runner(command);
-    }
+    static int run(const std::string& command) { return run_server_command(command); }
 
     // The process group that a command is run in; /proc/PID/stat is described in proc(5).
-    std::string group_of(int (*runner)(const ShellCommand&)) {
-        run("cut -d' ' -f5 /proc/$$/stat >" + directory / "group", runner);
+    std::string group_of(int (*runner)(const std::string&)) {
+        runner("cut -d' ' -f5 /proc/$$/stat >" + directory / "group");
         return read_file(directory / "group");
     }
 
@@ -49,12 +45,12 @@ class Shell : public testing::Test {
     TempDir directory;
 };
 
-TEST(FormatCommand, takes_255_characters_and_refuses_256) {
-    ShellCommand command;
-    const std::string text(254, 'c');
-    EXPECT_TRUE(format_command(command, "%s %s", text.c_str(), ""));
-    EXPECT_EQ(command.text, text + " ");
-    EXPECT_FALSE(format_command(command, "%s %s", text.c_str(), "d"));
+TEST_F(Shell, runs_a_command_of_255_characters_and_none_that_is_longer) {
+    const std::string command = "echo done >" + directory / "file" + "; exit 0";
+    EXPECT_EQ(run(command + std::string(256 - command.size(), ' ')), -1);
+    EXPECT_FALSE(exists(directory / "file"));
+    EXPECT_EQ(run(command + std::string(255 - command.size(), ' ')), 0);
+    EXPECT_EQ(read_file(directory / "file"), "done\n");
 }
 
 TEST_F(Shell, runs_the_command_to_its_end_and_tells_its_status) {
@@ -88,7 +84,7 @@ TEST_F(Shell, a_command_has_the_signal_actions_that_the_program_was_started_with
 
 TEST_F(Shell, a_command_that_changes_files_is_out_of_reach_of_the_interrupt_key) {
     EXPECT_EQ(group_of(run_server_command), std::to_string(getpgrp()) + "\n");
-    const auto runner = [](const ShellCommand& command) { return run_file_command(command); };
+    const auto runner = [](const std::string& command) { return run_file_command(command); };
     EXPECT_NE(group_of(runner), std::to_string(getpgrp()) + "\n");
 }
 
