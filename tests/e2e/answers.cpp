@@ -4,18 +4,27 @@
 
 namespace {
 
-std::string address_of(const ListenerAnswer& answer, const std::string& default_port) {
+// Empty for a service that was not chosen.
+std::string address_of(const Answers& answers, Stop stop, bool is_chosen = true) {
     static const char* const addresses[] = {"0.0.0.0", "127.0.0.1", "192.168.7.2", "10.20.0.5"};
-    return addresses[answer.row] + (":" + (answer.port.empty() ? default_port : answer.port));
+    const ListenerAnswer& answer = answers.listener(stop);
+    const std::string port = answer.port.empty() ? facts_of(stop).port : answer.port;
+    return is_chosen ? addresses[answer.row] + (":" + port) : "";
 }
 
 }  // namespace
 
+const ListenerAnswer& Answers::listener(Stop stop) const {
+    return stop == Stop::webadmin ? webadmin
+           : stop == Stop::smtp   ? smtp
+           : stop == Stop::pop3   ? pop3
+           : stop == Stop::imap   ? imap
+                                  : webmail;
+}
+
 WireAnswers wire_answers(const Answers& answers) {
-    const auto service = [&](size_t index, const ListenerAnswer& answer, const char* port) {
-        return answers.services[index] ? address_of(answer, port) : "";
-    };
     const std::vector<bool>& relay = answers.relay;
+    const std::vector<bool>& services = answers.services;
     const std::string domain = answers.domain.empty() ? "localdomain" : answers.domain;
     const std::string location =
         answers.location.empty() ? "/var/opt/teluma/domains/" + domain + "/" : answers.location;
@@ -26,10 +35,10 @@ WireAnswers wire_answers(const Answers& answers) {
             answers.aliases[0],
             answers.aliases[1],
             answers.aliases[2],
-            address_of(answers.webadmin, "9000"),
-            address_of(answers.smtp, "25"),
-            service(0, answers.pop3, "110"),
-            service(1, answers.imap, "143"),
-            service(2, answers.webmail, "80"),
+            address_of(answers, Stop::webadmin),
+            address_of(answers, Stop::smtp),
+            address_of(answers, Stop::pop3, services[0]),
+            address_of(answers, Stop::imap, services[1]),
+            address_of(answers, Stop::webmail, services[2]),
             relay.empty() || std::find(relay.begin(), relay.end(), true) != relay.end()};
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/support/expected_wire.h"
+#include "tests/support/screen_table.h"
 
 /// What a test answers on the screen of a listener.
 struct ListenerAnswer {
@@ -28,6 +29,8 @@ struct Answers {
     ListenerAnswer webmail = {};
     std::vector<bool> relay = {};  // further networks stay as they are
     bool sendmail = true;
+
+    const ListenerAnswer& listener(Stop stop) const;
 };
 
 /// What the server is told of them on the sandbox's usual host: "all", lo, eth0 and eth1.

@@ -1,6 +1,7 @@
 #include "tests/e2e/apply_decoy.h"
 
-#include <cstdlib>
+#include <algorithm>
+#include <string>
 
 #include "tests/support/files.h"
 #include "tests/support/process.h"
@@ -10,7 +11,6 @@ namespace {
 
 constexpr const char* record = "/run/scratch/decoy";
 
-// Says that it is ready by its first line, its pid; each signal is a line more.
 constexpr const char* script =
     "(trap 'echo TERM >>/run/scratch/decoy' TERM\n"
     " sh -c 'echo $PPID' >/run/scratch/decoy.new\n"
@@ -22,16 +22,16 @@ constexpr const char* script =
 Decoy::Decoy() {
     run_command({"sh", "-c", script});
     wait_until([] { return exists(record); }, "the decoy ran");
-    process = std::atoi(read_file(record).c_str());
 }
 
-int Decoy::signals() const {
-    int count = -1;
-    for (const char character : read_file(record))
-        count += character == '\n' ? 1 : 0;
-    return count;
+pid_t Decoy::pid() const {
+    return std::stoi(read_file(record));
 }
 
 void Decoy::waitForSignals(int count) const {
-    wait_until([&] { return signals() >= count; }, "the decoy had got its signals");
+    const auto has_got_them = [count] {
+        const std::string lines = read_file(record);
+        return std::count(lines.begin(), lines.end(), '\n') > count;
+    };
+    wait_until(has_got_them, "the decoy had got its signals");
 }

@@ -6,7 +6,7 @@
 #include "tests/e2e/wizard_run.h"
 
 /// The lines of steps in the box that is shown while the answers are applied, from the top, without
-/// the blanks at their ends. Empty lines below the last are left out. A line that is wider than the
+/// the spaces at their ends. Empty lines below the last are left out. A line that is wider than the
 /// box covers its border and is given whole.
 std::vector<std::string> progress_lines(const ScreenImage& screen);
 

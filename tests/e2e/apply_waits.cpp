@@ -3,8 +3,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <fstream>
-
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
@@ -15,10 +13,13 @@ namespace {
 constexpr int cli_port = 9091;
 constexpr int endless = 1000000;
 constexpr const char* stuck_file = "/run/scratch/stuck";
-constexpr const char* answer_password = "case $1 in -A) exit; esac\n";
-constexpr const char* stick =
+
+// What the server's executable does instead.
+const std::string answer_password = "case $1 in -A) exit; esac\n";
+const std::string stick =
     "echo $$ >/run/scratch/stuck.new; mv /run/scratch/stuck.new /run/scratch/stuck\n"
     "exec sleep 1000\n";
+const std::string name_decoy = "head -n 1 /run/scratch/decoy >/var/opt/teluma/run/teluma.pid\n";
 
 // Lines of steps that are not done yet.
 constexpr const char* setting_password = "--> setting admin password ...     ";
@@ -26,38 +27,34 @@ constexpr const char* connecting = "--> connecting to CLI ...     ";
 
 struct WaitFacts {
     const char* name;
-    const char* fault;  // that the server has
-    const char* text;   // that the screen shows in the wait
+    const char* text;         // that the screen shows in the wait
+    const char* fault = "";   // that the server has
+    std::string script = {};  // in the place of its executable
+};
+
+const WaitFacts wait_facts[] = {
+    {"old_pid_file", setting_password},
+    {"password_command", setting_password, "", stick},
+    {"start_command", setting_password, "", answer_password + stick},
+    {"new_pid_file", connecting, "start * missing\n"},
+    {"before_connecting", connecting},
+    {"connection", connecting, "", answer_password + name_decoy},
+    {"silent_server", "creating domain", "\"create domain\" 1 silent\n"},
+    {"account", "configuring TELUMA sendmail"},
+    {"system_log", "configuring TELUMA sendmail"},
+    {"step_error", "Error!", "\"create domain\" 1 refuse\n"},
+    {"login_error", "Error!", "password * refuse\n"},
+    {"final_ok", " OK "},
 };
 
 const WaitFacts& facts_of(ApplyWait wait) {
-    static const WaitFacts facts[] = {
-        {"old_pid_file", "", setting_password},
-        {"password_command", "", setting_password},
-        {"start_command", "", setting_password},
-        {"new_pid_file", "start * missing\n", connecting},
-        {"before_connecting", "", connecting},
-        {"connection", "", connecting},
-        {"silent_server", "\"create domain\" 1 silent\n", "creating domain"},
-        {"account", "", "configuring TELUMA sendmail"},
-        {"system_log", "", "configuring TELUMA sendmail"},
-        {"step_error", "\"create domain\" 1 refuse\n", "Error!"},
-        {"login_error", "password * refuse\n", "Error!"},
-        {"final_ok", "", " OK "},
-    };
-    return facts[static_cast<int>(wait)];
+    return wait_facts[static_cast<int>(wait)];
 }
 
 // Whether a connection attempt of this host is waiting for its answer, by the kernel's table.
 bool somebody_connects() {
-    std::ifstream table("/proc/net/tcp");
-    std::string line;
-    while (std::getline(table, line)) {
-        const std::string syn_sent = " 02 ";
-        if (line.find(syn_sent) != std::string::npos)
-            return true;
-    }
-    return false;
+    const std::string syn_sent = " 02 ";
+    return read_file("/proc/net/tcp").find(syn_sent) != std::string::npos;
 }
 
 }  // namespace
@@ -72,11 +69,8 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
         silent_port.emplace(cli_port);
     if (kind == ApplyWait::old_pid_file)
         write_file(InstalledServer::pid_file, std::to_string(decoy->pid()) + "\n");
-    replaceServer();
-    replaceHost();
-}
-
-void ApplyStage::replaceHost() {
+    if (!facts_of(kind).script.empty())
+        server.replaceBy(facts_of(kind).script);
     if (kind == ApplyWait::account) {
         unlink("/etc/passwd");
         checked(mkfifo("/etc/passwd", 0644), "mkfifo");
@@ -88,17 +82,6 @@ void ApplyStage::replaceHost() {
     }
 }
 
-void ApplyStage::replaceServer() const {
-    InstalledServer replaced;
-    if (kind == ApplyWait::password_command)
-        replaced.replaceBy(stick);
-    if (kind == ApplyWait::start_command)
-        replaced.replaceBy(std::string(answer_password) + stick);
-    if (kind == ApplyWait::connection)
-        replaced.replaceBy(answer_password + ("echo " + std::to_string(decoy->pid())) + " >" +
-                           InstalledServer::pid_file);
-}
-
 void ApplyStage::open(WizardRun& wizard, const Caller& caller) {
     Answers answers;
     // Otherwise the account is looked up for the filters script already, between two commands.
@@ -106,24 +89,15 @@ void ApplyStage::open(WizardRun& wizard, const Caller& caller) {
         answers.relay = {false, false, false};
     wizard.walkToTheEnd(answers);
     wizard.waitForText(facts_of(kind).text, caller);
-    waitForStage(wizard, caller);
+    if (kind == ApplyWait::old_pid_file)
+        decoy->waitForSignals(1);
+    if (kind == ApplyWait::password_command || kind == ApplyWait::start_command)
+        wait_until([] { return exists(stuck_file); }, "the command ran", caller);
+    if (kind == ApplyWait::connection)
+        wait_until(somebody_connects, "the wizard was connecting", caller);
+    if (kind == ApplyWait::silent_server)
+        server.waitForLog("# fault: \"create domain\" 1 silent");
     wizard.waitForKey(caller);
-}
-
-void ApplyStage::waitForStage(WizardRun& wizard, const Caller& caller) {
-    switch (kind) {
-        case ApplyWait::old_pid_file:
-            return decoy->waitForSignals(1);
-        case ApplyWait::password_command:
-        case ApplyWait::start_command:
-            return wait_until([] { return exists(stuck_file); }, "the command ran", caller);
-        case ApplyWait::connection:
-            return wait_until(somebody_connects, "the wizard was connecting", caller);
-        case ApplyWait::silent_server:
-            return server.waitForLog("# fault: \"create domain\" 1 silent");
-        default:
-            return wizard.waitForKey(caller);
-    }
 }
 
 pid_t ApplyStage::command() const {

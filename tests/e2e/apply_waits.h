@@ -4,31 +4,30 @@
 
 #include <optional>
 
-#include "tests/e2e/answers.h"
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/local_port.h"
 #include "tests/support/system_log.h"
 
-/// What the wizard can be waiting for while it applies the answers.
+/// What the wizard can be waiting for while it applies the answers, each time for ever.
 enum class ApplyWait {
-    old_pid_file,       // a server that does not end, for ever
-    password_command,   // the server's executable, for ever
+    old_pid_file,       // a server that does not end
+    password_command,   // the server's executable
     start_command,      // the same
-    new_pid_file,       // the pid file of a server that runs; in a sleep, for ever
-    before_connecting,  // the same, until the server has come up
+    new_pid_file,       // the pid file of a server that runs, in a sleep
+    before_connecting,  // a server that comes up, in a sleep
     connection,         // a host that does not answer
     silent_server,      // an answer
-    account,            // the look-up of the server's account, for ever
-    system_log,         // a system log that takes no more, for ever
+    account,            // the look-up of the server's account
+    system_log,         // a system log that takes no more
     step_error,         // "OK" in the dialog that tells of a failed step
     login_error,        // the same of a failed login
     final_ok,           // "OK" when all is done
 };
 
-/// Prepares a sandbox's server so that wizards come to wait for something, and brings them there.
-/// One object serves one wizard.
+/// Prepares a sandbox's server so that wizards that are started then come to wait for something,
+/// and brings them there. One object serves one wizard.
 class ApplyStage {
   public:
     explicit ApplyStage(ApplyWait wait);
@@ -44,10 +43,6 @@ class ApplyStage {
     void expectServerTold() const;
 
   private:
-    void replaceServer() const;
-    void replaceHost();
-    void waitForStage(WizardRun& wizard, const Caller& caller);
-
     ApplyWait kind;
     InstalledServer server;
     std::optional<Decoy> decoy;

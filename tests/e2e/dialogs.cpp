@@ -5,17 +5,16 @@ namespace {
 constexpr int webadmin_port = 9000;
 constexpr int loopback_row = 1;
 
-struct DialogFacts {
+const struct {
     const char* name;
     const char* title;
     int buttons;
-};
+} facts[] = {{"message", "Error!", 1},
+             {"question", "WARNING!", 2},
+             {"retry_back", "Warning!", 2},
+             {"pending", "Operation pending!", 0}};
 
-const DialogFacts& facts_of(Dialog dialog) {
-    static const DialogFacts facts[] = {{"message", "Error!", 1},
-                                        {"question", "WARNING!", 2},
-                                        {"retry_back", "Warning!", 2},
-                                        {"pending", "Operation pending!", 0}};
+const auto& facts_of(Dialog dialog) {
     return facts[static_cast<int>(dialog)];
 }
 

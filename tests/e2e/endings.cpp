@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <regex>
 
 #include "tests/support/emulator.h"
 
@@ -10,19 +11,14 @@ namespace {
 // Letters that turn into lines where the line drawing characters are still switched on.
 constexpr const char* letters = "lqx";
 
-std::string without(const std::string& unwanted, std::string text) {
-    for (size_t at = text.find(unwanted); at != std::string::npos; at = text.find(unwanted, at))
-        text.erase(at, unwanted.size());
-    return text;
-}
-
 // What this terminal does at the switch to the normal screen hides what the program has left
 // switched on, so the output is looked at without it.
 testing::AssertionResult prints_plainly(WizardRun& wizard) {
+    static const std::regex switch_to_normal("\x1b\\[\\?1049l");
     const ScreenImage screen = wizard.image();
     const int cols = std::max(screen.cols(), static_cast<int>(std::strlen(letters)) + 1);
     Emulator emulator(std::max(screen.rows(), 2), cols, "xterm-256color");
-    emulator.feed(without("\x1b[?1049l", wizard.output()));
+    emulator.feed(std::regex_replace(wizard.output(), switch_to_normal, ""));
     emulator.feed(std::string("\r\n") + letters);
     const ScreenImage printed = emulator.image();
     const std::optional<Position> at = printed.find(letters);

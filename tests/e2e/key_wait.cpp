@@ -16,16 +16,14 @@ std::string proc_file(pid_t process, const char* name) {
     return "/proc/" + std::to_string(process) + "/" + name;
 }
 
+using Fields = std::map<std::string, std::string>;
+
 // The lines "NAME:\tVALUE" of a process's status file; none once it has ended.
-std::map<std::string, std::string> status_of(pid_t process) {
+Fields status_of(pid_t process) {
     std::ifstream file(proc_file(process, "status"));
-    std::map<std::string, std::string> fields;
-    std::string line;
-    while (std::getline(file, line)) {
-        const size_t colon = line.find(":\t");
-        if (colon != std::string::npos)
-            fields[line.substr(0, colon)] = line.substr(colon + 2);
-    }
+    Fields fields;
+    for (std::string name, value; std::getline(file, name, ':') && std::getline(file, value);)
+        fields[name] = value.erase(0, 1);
     return fields;
 }
 
@@ -34,7 +32,7 @@ bool holds_signal(const std::string& set, int signal) {
 }
 
 // Signals are held back everywhere but in a wait, their handlers included.
-bool sleeps_with_signals_let_in(std::map<std::string, std::string>& status) {
+bool sleeps_with_signals_let_in(Fields& status) {
     return status["State"].compare(0, 1, "S") == 0 && !holds_signal(status["SigBlk"], SIGWINCH) &&
            !holds_signal(status["ShdPnd"], SIGWINCH) && !holds_signal(status["ShdPnd"], SIGINT);
 }
@@ -50,12 +48,12 @@ bool has_unread_input(pid_t wizard) {
 }  // namespace
 
 bool waits_for_key(pid_t wizard) {
-    std::map<std::string, std::string> before = status_of(wizard);
+    Fields before = status_of(wizard);
     if (before.empty() || !sleeps_with_signals_let_in(before) || has_unread_input(wizard))
         return false;
     // The file is not written in one moment. A process that has not run between two readings has
     // slept through both.
-    std::map<std::string, std::string> after = status_of(wizard);
+    Fields after = status_of(wizard);
     return !after.empty() && sleeps_with_signals_let_in(after) &&
            after["voluntary_ctxt_switches"] == before["voluntary_ctxt_switches"] &&
            after["nonvoluntary_ctxt_switches"] == before["nonvoluntary_ctxt_switches"];

@@ -51,55 +51,38 @@ class Start : public testing::Test {
     }
 };
 
-TEST_F(Start, on_71_columns_is_refused_with_status_0) {
-    TerminalProgram wizard(setup({}, 20, 71));
-    expectEnd(wizard, 0, too_small);
-}
-
-TEST_F(Start, on_19_lines_is_refused_with_status_0) {
-    TerminalProgram wizard(setup({}, 19, 72));
-    expectEnd(wizard, 0, too_small);
-}
-
-TEST_F(Start, on_72_columns_and_20_lines_shows_the_first_screen) {
+TEST_F(Start, on_less_than_72_columns_and_20_lines_is_refused_with_status_0) {
+    for (const auto& [rows, cols] : {std::pair(20, 71), std::pair(19, 72)}) {
+        TerminalProgram wizard(setup({}, rows, cols));
+        expectEnd(wizard, 0, too_small);
+    }
     TerminalProgram wizard(setup({}, 20, 72));
     wizard.waitForText(title_of(Stop::password));
 }
 
-class StartWithoutTerminal : public testing::TestWithParam<const char*> {};
-
-INSTANTIATE_TEST_SUITE_P(Types, StartWithoutTerminal,
-                         testing::Values("no-such-terminal", "dumb", "unknown"));
-
-TEST_P(StartWithoutTerminal, has_status_1_and_leaves_the_terminal_alone) {
-    ProgramSetup setup{{WIZARD_PROGRAM}};
-    setup.term = GetParam();
-    // Curses does not give back what it had begun with.
-    setup.environment = {{"LSAN_OPTIONS", "detect_leaks=0"}};
-    TerminalProgram wizard(setup);
-    EXPECT_EQ(wizard.waitExit(), exited(1));
-    EXPECT_EQ(wizard.printedAfterwards(), std::string("Error opening terminal: ") + GetParam() +
-                                              ".\nTry TERM=xterm-256color.\n"
-                                              "You must install ncurses library\n");
-    EXPECT_EQ(wizard.modes(), wizard.modesBefore());
+TEST_F(Start, without_a_terminal_has_status_1_and_leaves_that_alone) {
+    for (const char* term : {"no-such-terminal", "dumb", "unknown"}) {
+        ProgramSetup setup{{WIZARD_PROGRAM}};
+        setup.term = term;
+        // Curses does not give back what it had begun with.
+        setup.environment = {{"LSAN_OPTIONS", "detect_leaks=0"}};
+        TerminalProgram wizard(setup);
+        expectEnd(wizard, 1,
+                  std::string("Error opening terminal: ") + term +
+                      ".\nTry TERM=xterm-256color.\nYou must install ncurses library\n");
+    }
 }
 
-TEST_F(Start, sends_what_the_wizard_and_its_commands_write_to_standard_error_nowhere) {
-    TerminalProgram wizard(setup({}));
-    wizard.waitForText(title_of(Stop::password));
-    EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(wizard.pid()) + "/fd/2"),
-              "/dev/null");
-}
-
-TEST_F(Start, forbids_core_dumps) {
+TEST_F(Start, sends_standard_error_nowhere_and_forbids_core_dumps) {
     // The sanitizers have a limit of their own.
     TerminalProgram wizard(setup({"sh", "-c",
                                   "ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0 exec prlimit "
                                   "--core=4096:8192 \"$0\""}));
     wizard.waitForText(title_of(Stop::password));
+    const std::string process = "/proc/" + std::to_string(wizard.pid());
+    EXPECT_EQ(link_target(process + "/fd/2"), "/dev/null");
     const std::regex limits("Max core file size +0 +8192 ");
-    EXPECT_TRUE(
-        std::regex_search(read_file("/proc/" + std::to_string(wizard.pid()) + "/limits"), limits));
+    EXPECT_TRUE(std::regex_search(read_file(process + "/limits"), limits));
 }
 
 /// A user who is no superuser, be it by the user's number or by the group's alone.
@@ -111,25 +94,16 @@ class StartByOthers : public Start {
         if (run_command(command).status != exited(0))
             GTEST_SKIP() << "there is only one user in the sandbox of an ordinary user";
     }
-
-    static void expectRefusal(const Words& launcher, Key key) {
-        TerminalProgram wizard(setup(launcher));
-        EXPECT_SCREEN(wizard, "golden/not_superuser");
-        wizard.press(key);
-        expectEnd(wizard, 1, "");
-    }
 };
 
-TEST_F(StartByOthers, with_another_user_and_group_is_refused_with_status_1) {
-    expectRefusal(as("12345", "12345"), Key::enter);
-}
-
-TEST_F(StartByOthers, with_another_user_in_the_superusers_group_is_refused) {
-    expectRefusal(as("12345", "0"), Key::space);
-}
-
-TEST_F(StartByOthers, with_the_superuser_in_another_group_is_refused) {
-    expectRefusal(as("0", "12345"), Key::enter);
+TEST_F(StartByOthers, is_refused_with_status_1) {
+    for (const auto& [user, group] :
+         {std::pair("12345", "12345"), std::pair("12345", "0"), std::pair("0", "12345")}) {
+        TerminalProgram wizard(setup(as(user, group)));
+        EXPECT_SCREEN(wizard, "golden/not_superuser");
+        wizard.press(Key::space);
+        expectEnd(wizard, 1, "");
+    }
 }
 
 // The files of a process that nobody may dump are the superuser's.
@@ -147,12 +121,9 @@ TEST_F(StartByOthers, leaves_nothing_typed_ahead_to_the_next_program) {
     EXPECT_FALSE(wizard.hasUnreadInput());
 }
 
-TEST_F(StartByOthers, on_a_small_terminal_is_refused_for_its_size) {
-    TerminalProgram wizard(setup(as("12345", "12345"), 19, 72));
-    expectEnd(wizard, 0, too_small);
-}
-
-TEST_F(StartByOthers, is_aborted_by_ctrl_c_as_any_run_is) {
+TEST_F(StartByOthers, ends_as_ever_for_its_size_or_by_ctrl_c) {
+    TerminalProgram small(setup(as("12345", "12345"), 19, 72));
+    expectEnd(small, 0, too_small);
     TerminalProgram wizard(setup(as("12345", "12345")));
     wizard.waitForText("Error!");
     wizard.press(Key::ctrl_c);

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/e2e/focus.h"
+#include "tests/e2e/frame.h"
 #include "tests/e2e/key_wait.h"
 #include "tests/support/process.h"
 #include "tests/support/screen_text.h"
@@ -30,10 +30,11 @@ EnvironmentChanges with_sleeps(EnvironmentChanges environment) {
     return environment;
 }
 
-// Whether the screen is not one of a listener whose service was not chosen.
+// Listeners of services that were not chosen are passed.
 bool is_visited(Stop stop, const Answers& answers) {
-    const int service = stop < Stop::pop3 ? -1 : place_of(stop) - place_of(Stop::pop3);
-    return service < 0 || service > 2 || answers.services[static_cast<size_t>(service)];
+    const bool is_service = stop == Stop::pop3 || stop == Stop::imap || stop == Stop::webmail;
+    return !is_service ||
+           answers.services[static_cast<size_t>(place_of(stop) - place_of(Stop::pop3))];
 }
 
 }  // namespace
@@ -75,8 +76,7 @@ void WizardRun::waitForKey(const Caller& caller) {
 }
 
 void WizardRun::waitForScreen(Stop stop, const Caller& caller) {
-    waitForText(title_of(stop), caller);
-    waitForKey(caller);
+    waitForDialog(title_of(stop), caller);
 }
 
 void WizardRun::waitForDialog(const std::string& text, const Caller& caller) {
@@ -115,22 +115,32 @@ void WizardRun::answerDomain(const Answers& answers) {
 
 void WizardRun::answerListener(Stop stop, const ListenerAnswer& answer) {
     moveFocus(stop, 0);
-    selectRow(answer.row);
+    const int selected = image().find("│$ ")->row - image().find("Interface:")->row - 1;
+    pressTimes(answer.row < selected ? Key::up : Key::down, std::abs(answer.row - selected));
     press(Key::tab);
     if (!answer.port.empty())
         retype(port_length, answer.port);
     press(Key::tab);
     press(Key::enter);
-    if (answer.loopback) {
-        waitForText("WARNING!");
-        press(Key::tab);
-        press(Key::enter);
-    }
+    if (answer.loopback)
+        answerYes();
 }
 
-void WizardRun::answerBoxes(Stop stop, const std::vector<bool>& ticks) {
+void WizardRun::answerYes() {
+    waitForText("WARNING!");
+    press(Key::tab);
+    press(Key::enter);
+}
+
+void WizardRun::answerBoxes(Stop stop, const std::vector<bool>& wanted) {
     moveFocus(stop, 0);
-    setTicks(ticks);
+    const std::vector<bool> present = ticks();
+    pressTimes(Key::up, static_cast<int>(present.size()));
+    for (size_t i = 0; i < wanted.size(); ++i) {
+        if (wanted[i] != present.at(i))
+            press(Key::space);
+        press(Key::down);
+    }
     pressNext(stop);
 }
 
@@ -153,16 +163,8 @@ void WizardRun::answer(Stop stop, const Answers& answers) {
             return answerBoxes(stop, answers.relay);
         case Stop::sendmail:
             return answerSendmail(answers.sendmail);
-        case Stop::webadmin:
-            return answerListener(stop, answers.webadmin);
-        case Stop::smtp:
-            return answerListener(stop, answers.smtp);
-        case Stop::pop3:
-            return answerListener(stop, answers.pop3);
-        case Stop::imap:
-            return answerListener(stop, answers.imap);
-        case Stop::webmail:
-            return answerListener(stop, answers.webmail);
+        default:
+            return answerListener(stop, answers.listener(stop));
     }
 }
 
@@ -211,25 +213,6 @@ std::vector<bool> WizardRun::ticks() {
             found.push_back(ticked);
     }
     return found;
-}
-
-void WizardRun::setTicks(const std::vector<bool>& wanted) {
-    waitForKey();
-    const std::vector<bool> present = ticks();
-    pressTimes(Key::up, static_cast<int>(present.size()));
-    for (size_t i = 0; i < wanted.size(); ++i) {
-        if (wanted[i] != present.at(i))
-            press(Key::space);
-        press(Key::down);
-    }
-}
-
-void WizardRun::selectRow(int row) {
-    waitForKey();
-    const ScreenImage screen = image();
-    const int first_row = screen.find("Interface:")->row + 1;
-    const int selected = screen.find("│$ ")->row - first_row;
-    pressTimes(row < selected ? Key::up : Key::down, std::abs(row - selected));
 }
 
 void WizardRun::retype(int most, const std::string& text) {

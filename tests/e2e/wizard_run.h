@@ -54,8 +54,11 @@ class WizardRun : public TerminalProgram {
     void answerPassword(const std::string& password);
     void answerDomain(const Answers& answers);
     void answerListener(Stop stop, const ListenerAnswer& answer);
-    void answerBoxes(Stop stop, const std::vector<bool>& ticks);  // aliases, services or networks
+    void answerBoxes(Stop stop, const std::vector<bool>& wanted);  // as many of them as are wanted
     void answerSendmail(bool yes);
+
+    /// Waits for the question about a loopback interface and answers it with "Yes".
+    void answerYes();
 
     /// Answers one screen.
     void answer(Stop stop, const Answers& answers);
@@ -80,13 +83,6 @@ class WizardRun : public TerminalProgram {
 
     /// The check marks on the screen, from the top.
     std::vector<bool> ticks();
-
-    /// Sets the check marks, or as many of them as are `wanted`, of a screen with the focus on
-    /// its list.
-    void setTicks(const std::vector<bool>& wanted);
-
-    /// Moves the bar of a listener's screen, which must have the focus on its list.
-    void selectRow(int row);
 
     /// Replaces the text of the field that has the focus, which holds at most `most` characters.
     void retype(int most, const std::string& text);
