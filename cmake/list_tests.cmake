@@ -36,7 +36,7 @@ macro(add_one name filter)
                       "set_tests_properties([==[${name}]==] PROPERTIES${properties})\n")
 endmacro()
 
-# A suite stands at the start of its line and ends in a dot, its cases follow indented by two blanks;
+# A suite stands at the start of its line and ends in a dot, its cases follow indented by two spaces;
 # what comes after " # " describes a parameter.
 set(suite "")
 string(REGEX REPLACE " +#[^\n]*" "" output "${output}")

@@ -19,7 +19,7 @@
 ///     └────┘
 ///     )");
 ///
-/// (without the indentation). The newline after the opening is not part of the picture; blanks at
+/// (without the indentation). The newline after the opening is not part of the picture; spaces at
 /// the end of a row may be left out.
 #define EXPECT_PICTURE(image, picture) EXPECT_PRED_FORMAT2(picture_matches, image, picture)
 

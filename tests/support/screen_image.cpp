@@ -11,6 +11,10 @@ bool operator==(const Cell& left, const Cell& right) {
     return all(left) == all(right);
 }
 
+bool operator!=(const Cell& left, const Cell& right) {
+    return !(left == right);
+}
+
 std::ostream& operator<<(std::ostream& out, const Cell& cell) {
     return out << '"' << cell.text << "\" in " << (cell.bold ? "bold " : "") << cell.foreground
                << " on " << cell.background;

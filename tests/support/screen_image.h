@@ -20,6 +20,7 @@ struct Cell {
 };
 
 bool operator==(const Cell& left, const Cell& right);
+bool operator!=(const Cell& left, const Cell& right);
 std::ostream& operator<<(std::ostream& out, const Cell& cell);
 
 /// A place on the screen; both start at 0 in the upper left corner.

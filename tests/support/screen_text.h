@@ -25,7 +25,7 @@ std::vector<std::string> picture_rows(const ScreenImage& image);
 std::vector<std::string> colour_rows(const ScreenImage& image);
 
 /// The whole image, in the format of the golden files: the rows of the picture, each closed by a
-/// "|" that keeps the blanks at its end; the line "colours" and the rows of looks likewise; the
+/// "|" that keeps the spaces at its end; the line "colours" and the rows of looks likewise; the
 /// line "cursor ROW,COL" or "cursor hidden"; a line for each letter used with its meaning.
 ///
 /// Two images that look the same have the same text and the other way round.
