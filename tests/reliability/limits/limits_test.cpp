@@ -1,9 +1,11 @@
-// Few descriptors, or many that are open already.
+// The limits that the wizard is started with, ulimit(1): few descriptors, or many that are open
+// already; files that may not become as large as those that it rewrites.
 
 #include <gtest/gtest.h>
 
 #include "tests/e2e/endings.h"
 #include "tests/e2e/wizard_run.h"
+#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/local_port.h"
@@ -84,29 +86,22 @@ TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_t
     EXPECT_EQ(read_file(InstalledServer::config), config);
 }
 
-// A command that opens many files and then becomes the wizard, with a soft limit of descriptors.
-Command wizard_among_open_files(const std::string& limit) {
-    return {"bash", "-c",
-            "ulimit -Sn 4096\n"
-            "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
-            "ulimit -Sn " +
-                limit +
-                "\n"
-                "exec \"$0\"",
-            WIZARD_PROGRAM};
-}
+// Of a command that opens 2,000 files and then becomes the wizard, with a soft limit of
+// descriptors: above that number and below it.
+class InheritedDescriptors : public testing::TestWithParam<std::string> {};
 
-TEST(InheritedDescriptors, do_not_keep_the_answers_from_being_applied) {
-    WizardRun wizard(wizard_among_open_files("4096"));
+TEST_P(InheritedDescriptors, do_not_keep_the_answers_from_being_applied) {
+    WizardRun wizard(Command{"bash", "-c",
+                             "ulimit -Sn 4096\n"
+                             "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
+                             "ulimit -Sn " +
+                                 GetParam() + "\nexec \"$0\"",
+                             WIZARD_PROGRAM});
     wizard.walkToTheEnd();
     EXPECT_EQ(wizard.finish(), exited(0));
 }
 
-TEST(InheritedDescriptors, beyond_the_limit_do_not_keep_the_answers_from_being_applied) {
-    WizardRun wizard(wizard_among_open_files("1024"));
-    wizard.walkToTheEnd();
-    EXPECT_EQ(wizard.finish(), exited(0));
-}
+INSTANTIATE_TEST_SUITE_P(Limit, InheritedDescriptors, testing::Values("4096", "1024"));
 
 // What the server's executable finds.
 TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
@@ -124,5 +119,42 @@ TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
     wait_until([] { return exists("/run/scratch/limits"); }, "the command ran");
     EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n1\n2\n");
 }
+
+// A file of the server's that is larger than the limit.
+struct LargeFile {
+    std::string name;
+    const char* path;
+    const char* message;
+    bool ends;  // with the message
+};
+
+class FileSizeLimit : public testing::TestWithParam<LargeFile> {};
+
+TEST_P(FileSizeLimit, fails_the_step_and_leaves_the_file_alone) {
+    const InstalledServer server;
+    server.start();
+    std::string content = read_file(GetParam().path);
+    while (content.size() < 200000)
+        content += "# padding\n";
+    write_file(GetParam().path, content);
+    WizardRun wizard(Command{"prlimit", "--fsize=100000", WIZARD_PROGRAM});
+    wizard.walkToTheEnd();
+    wizard.dismissError(GetParam().message);
+    if (GetParam().ends) {
+        EXPECT_TRUE(ends_with(wizard, exited(1), ""));
+    } else {
+        wizard.waitForScreen(Stop::relay);
+        wizard.press(Key::ctrl_c);
+        EXPECT_TRUE(is_aborted(wizard));
+    }
+    EXPECT_EQ(read_file(GetParam().path), content);
+}
+
+const LargeFile large_files[] = {
+    {"configuration", InstalledServer::config, "the CLI port is not in use!", true},
+    {"filters_script", InstalledServer::filters, "Could not configure relay!", false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Below, FileSizeLimit, testing::ValuesIn(large_files), CaseName());
 
 }  // namespace
