@@ -11,7 +11,7 @@
 
 #include "tests/support/files.h"
 #include "tests/support/wait_until.h"
-#include "tools/pictures/scene_walk.h"
+#include "tools/player/scene_walk.h"
 
 /// terminal_walk PROGRAM DIRECTORY: leads the wizard PROGRAM through the demonstration and shows on
 /// the terminal in which this runs, of its size and type, what the wizard writes to its own.
@@ -19,8 +19,7 @@
 /// Who looks on is told by files in DIRECTORY: `shown` holds a number that grows whenever something
 /// has been shown, and the name of the screen. The walk goes on when that file is removed; until
 /// then the wizard follows the size of the terminal. In the end there is `ended`, or `failure` with
-/// the reason. To be run in a sandbox with the stand-in
-/// server installed.
+/// the reason. To be run in a sandbox with the stand-in server installed.
 
 namespace {
 
@@ -48,24 +47,20 @@ void set_raw_mode() {
     tcsetattr(STDIN_FILENO, TCSANOW, &modes);
 }
 
-class Showing {
+class Showing : public SceneWalk {
   public:
     Showing(const std::string& program, const std::string& directory)
-        : file(directory + "/shown"), walk(setup_of(program)) {}
-
-    void run() {
-        walk.run([this](const Scene& scene) { show(scene.name); });
-    }
+        : SceneWalk(setup_of(program)), file(directory + "/shown") {}
 
   private:
-    void show(const std::string& name) {
+    void show(const Scene& scene) override {
         copyOutput();
-        tell(name);
+        tell(scene.name);
         const auto goes_on = [&] {
-            followSize(name);
+            followSize(scene.name);
             return !exists(file);
         };
-        wait_until(goes_on, "somebody had looked at " + name);
+        wait_until(goes_on, "somebody had looked at " + scene.name);
     }
 
     void followSize(const std::string& name) {
@@ -73,8 +68,8 @@ class Showing {
         if (now.ws_row == size.ws_row && now.ws_col == size.ws_col)
             return;
         size = now;
-        walk.terminal().resize(size.ws_row, size.ws_col);
-        walk.waitForKey();
+        wizard.resize(size.ws_row, size.ws_col);
+        waitForKey();
         copyOutput();
         tell(name);
     }
@@ -86,7 +81,7 @@ class Showing {
     }
 
     void copyOutput() {
-        const std::string output = walk.terminal().output();
+        const std::string output = wizard.output();
         while (copied < output.size()) {
             const ssize_t more =
                 write(STDOUT_FILENO, output.data() + copied, output.size() - copied);
@@ -112,7 +107,6 @@ class Showing {
 
     std::string file;
     winsize size = terminal_size();
-    SceneWalk walk;
     size_t copied = 0;
     int count = 0;
 };
