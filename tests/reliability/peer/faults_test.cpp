@@ -37,7 +37,7 @@ struct StepFault {
 
 class StepFaults : public PeerTest, public testing::WithParamInterface<StepFault> {};
 
-TEST_P(StepFaults, fail_the_step_and_a_second_run_makes_good_what_it_can) {
+TEST_P(StepFaults, fail_the_step_and_later_runs_make_good_what_they_can) {
     server.faults(GetParam().rule + "\n");
     wizard.walkToTheEnd(answers);
     expectMessage(GetParam().message);
@@ -46,12 +46,15 @@ TEST_P(StepFaults, fail_the_step_and_a_second_run_makes_good_what_it_can) {
     const Lines& last = GetParam().sent_last;
     ASSERT_GT(sent.size(), last.size());
     EXPECT_EQ(Lines(sent.end() - static_cast<long>(last.size()), sent.end()), last);
-    wizard.walkToTheEnd(answers, GetParam().screen);
-    if (GetParam().is_made_good) {
-        EXPECT_EQ(wizard.finish(), exited(0));
-    } else {
+    // The second write to a closed connection is the one that raises a signal.
+    for (int tries = GetParam().is_made_good ? 0 : 2; tries > 0; --tries) {
+        wizard.walkToTheEnd(answers, GetParam().screen);
         expectMessage(GetParam().message);
         wizard.waitForScreen(GetParam().screen);
+    }
+    if (GetParam().is_made_good) {
+        wizard.walkToTheEnd(answers, GetParam().screen);
+        EXPECT_EQ(wizard.finish(), exited(0));
     }
     expectNoReplyOnTerminal();
 }
