@@ -18,7 +18,7 @@ class UnderValgrind : public testing::Test {
 
     WizardRun wizard{std::vector<std::string>{
         VALGRIND, "--quiet", "--vgdb=no", "--leak-check=full", "--show-leak-kinds=definite",
-        "--child-silent-after-fork=yes", std::string("--log-file=") + log_file, PLAIN_WIZARD}};
+        "--child-silent-after-fork=yes", std::string("--log-file=") + log_file, RELEASED_WIZARD}};
 };
 
 TEST_F(UnderValgrind, a_whole_run) {
