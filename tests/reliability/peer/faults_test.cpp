@@ -148,9 +148,7 @@ using Silence = PeerRules;
 INSTANTIATE_TEST_SUITE_P(Of, Silence,
                          testing::Values(PeerRule{"the_greeting", "connect 1 silent"},
                                          PeerRule{"the_login", "password 1 silent"},
-                                         PeerRule{"a_table", "\"list listeners\" 1 silent"},
-                                         PeerRule{"a_question", "\"show attr services\" 1 silent"},
-                                         PeerRule{"the_last_command", "=\"back\" 6 silent"}),
+                                         PeerRule{"a_question", "\"show attr services\" 1 silent"}),
                          CaseName());
 
 TEST_P(Silence, is_ended_by_an_interrupt_and_so_is_the_server) {
