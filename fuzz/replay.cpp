@@ -2,35 +2,87 @@
 //
 //     NAME_fuzz SEEDS RUNS [KEPT]
 //
-// gives the target each file of the directory SEEDS, or the file SEEDS, and then RUNS changed ones.
-// Each input is kept in the file KEPT until the next one, for whoever looks for what broke it.
+// gives the target each file of the directory SEEDS, or the file SEEDS, and then RUNS changed ones,
+// the same in every run. Each input is kept in the file KEPT until the next one, for whoever looks
+// for what broke it.
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "fuzz/changed_inputs.h"
 #include "tests/support/files.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
 
 namespace {
 
+// Makes changed inputs out of seeds, of which there must be one.
+class ChangedInputs {
+  public:
+    explicit ChangedInputs(std::vector<std::string> seeds) : seeds(std::move(seeds)) {}
+
+    // The next input: one of the seeds, changed at a few places.
+    std::string next() {
+        constexpr std::size_t longest_input = 4096;
+        constexpr std::size_t most_changes = 8;
+        std::string input = anySeed();
+        for (std::size_t changes = 1 + below(most_changes); changes > 0; --changes)
+            change(input);
+        return input.substr(0, longest_input);
+    }
+
+  private:
+    std::size_t below(std::size_t limit) {
+        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random);
+    }
+
+    const std::string& anySeed() { return seeds[below(seeds.size())]; }
+
+    void change(std::string& input) {
+        constexpr std::size_t longest_piece = 300;
+        const std::size_t at = below(input.size() + 1);
+        const std::size_t length = 1 + below(longest_piece);
+        const auto byte = static_cast<char>(below(256));
+        const std::string& seed = anySeed();
+        switch (below(6)) {
+            case 0:
+                input.erase(at, length);
+                break;
+            case 1:
+                input.insert(at, 1, byte);
+                break;
+            case 2:
+                input.insert(at, length, byte);
+                break;
+            case 3:
+                input.insert(at, seed.substr(below(seed.size() + 1), length));
+                break;
+            case 4:
+                input.replace(at, 1, 1, byte);
+                break;
+            default:
+                input.erase(at, 1);
+        }
+    }
+
+    const std::vector<std::string> seeds;
+    std::minstd_rand random;
+};
+
 std::vector<std::string> read_seeds(const std::string& path) {
     if (!std::filesystem::is_directory(path))
         return {read_file(path)};
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path))
-        names.push_back(entry.path());
-    std::sort(names.begin(), names.end());
     std::vector<std::string> seeds;
-    seeds.reserve(names.size());
-    for (const std::string& name : names)
-        seeds.push_back(read_file(name));
+    for (const auto& entry : std::filesystem::directory_iterator(path))
+        seeds.push_back(read_file(entry.path()));
+    // Whatever the order of the directory.
+    std::sort(seeds.begin(), seeds.end());
     return seeds;
 }
 

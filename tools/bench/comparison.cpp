@@ -1,12 +1,12 @@
-#include "tools/bench/comparison.h"
-
 #include <algorithm>
+#include <chrono>
+#include <memory>
+#include <thread>
 #include <vector>
 
-#include "tools/bench/measured_program.h"
-#include "tools/bench/peers.h"
-#include "tools/bench/samples.h"
-#include "tools/bench/tracing.h"
+#include "tools/bench/parts.h"
+#include "tools/bench/tables.h"
+#include "tools/bench/trace.h"
 
 namespace {
 
@@ -14,6 +14,34 @@ constexpr int typed_characters = 10;
 
 // What is written does not change from one round to the next as the times do.
 constexpr int rounds_of_output = 5;
+
+// A program of the comparison, and how it is brought to each of the two boxes.
+struct Peer {
+    std::string name;                       // its column
+    std::vector<std::string> password_box;  // the command that shows it
+    std::vector<std::string> text_box;      // the command that shows it, or what comes before it
+    bool is_wizard = false;
+};
+
+Peer box_program(const std::string& name) {
+    const std::string title = "Please enter admin's password";
+    std::vector<std::string> text_box = {find_program(name), "--title", title, "--inputbox",
+                                         "Password:",        "13",      "45"};
+    std::vector<std::string> password_box = text_box;
+    password_box[3] = "--passwordbox";
+    if (name == "dialog")
+        password_box.insert(password_box.begin() + 3, "--insecure");
+    return {name, password_box, text_box};
+}
+
+// The wizard, then those that it is compared with, then the floor. The boxes have the size and the
+// texts of the wizard's first screen.
+std::vector<Peer> peers_of(const std::string& wizard, const std::string& floor) {
+    return {{"wizard", {wizard}, {wizard}, true},
+            box_program("whiptail"),
+            box_program("dialog"),
+            {"floor", {floor}, {floor}}};
+}
 
 // Bytes and writes of what a traced program does between two looks.
 class WriteMeter {
@@ -60,8 +88,22 @@ void sample_output(const Peer& peer) {
     meter.print("resize", peer, password_box->resize(34, 100));
 
     TracedProgram text_box(options_for_writes, peer.text_box);
-    go_to_text_box(peer, *text_box);
+    if (peer.is_wizard)
+        walk(*text_box, Stop::domain);
     sample_characters(peer, "text", text_box);
+}
+
+using Programs = std::vector<std::unique_ptr<MeasuredProgram>>;
+
+// All of them are watched at the same time: those that do nothing do not disturb one another.
+void sample_idleness(const std::string& row, const std::vector<Peer>& peers,
+                     const Programs& programs) {
+    std::vector<double> before;
+    for (const auto& program : programs)
+        before.push_back(program->processorTime());
+    std::this_thread::sleep_for(std::chrono::seconds(5));
+    for (size_t i = 0; i < peers.size(); ++i)
+        print_sample(row, peers[i].name, programs[i]->processorTime() - before[i]);
 }
 
 }  // namespace
@@ -85,4 +127,19 @@ void compare(const std::string& wizard, const std::string& floor, int rounds) {
         for (const Peer& peer : peers)
             sample_output(peer);
     }
+}
+
+void compare_idleness(const std::string& wizard, const std::string& floor) {
+    const std::vector<Peer> peers = peers_of(wizard, floor);
+    Programs programs;
+    for (const Peer& peer : peers)
+        programs.push_back(std::make_unique<MeasuredProgram>(peer.password_box));
+    sample_idleness("idle_first", peers, programs);
+    // The wizard says that there is no blank password; for the others the box is a dialog.
+    programs[0]->type("\t\t\r");
+    programs[0]->expect("Error!");
+    sample_idleness("idle_dialog", peers, programs);
+    for (const auto& program : programs)
+        program->resize(34, 100);
+    sample_idleness("idle_resized", peers, programs);
 }

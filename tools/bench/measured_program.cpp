@@ -1,23 +1,26 @@
 #include "tools/bench/measured_program.h"
 
+#include <fcntl.h>
+#include <linux/close_range.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/mman.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <thread>
 
+#include "tests/e2e/key_wait.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/process.h"
 #include "tests/support/screen_text.h"
 #include "tests/support/wait_until.h"
-#include "tools/bench/key_rest.h"
 
 namespace {
 
@@ -25,44 +28,97 @@ namespace {
 // take a processor from it.
 constexpr int silence_milliseconds = 10;
 
+// A piece of output.
+struct Piece {
+    std::string bytes;
+    double time;               // milliseconds, at which it was here
+    std::string picture = {};  // once it has been shown to the terminal
+};
+
 double now() {
     timespec time{};
     clock_gettime(CLOCK_MONOTONIC, &time);
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-[[noreturn]] void run_in_terminal(int terminal, char** arguments, double& started) {
+// Says when on `start`, which exec closes.
+[[noreturn]] void run_in_terminal(int terminal, char** arguments, int start) {
     setsid();
     ioctl(terminal, TIOCSCTTY, 0);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(terminal, standard);
-    close_range(STDERR_FILENO + 1, ~0U, 0);
-    started = now();
-    execv(arguments[0], arguments);
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
+    const double started = now();
+    if (write(start, &started, sizeof(started)) == sizeof(started))
+        execv(arguments[0], arguments);
     _exit(127);
 }
 
-std::string proc_file(pid_t process, const char* name) {
+std::string proc_file(pid_t process, const std::string& name) {
     return "/proc/" + std::to_string(process) + "/" + name;
 }
 
-// Memory in which a child leaves a number.
-class SharedNumber {
-  public:
-    SharedNumber()
-        : memory(mmap(nullptr, sizeof(double), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS,
-                      -1, 0)) {
-        checked(memory == MAP_FAILED ? -1 : 0, "mmap");
+// Takes what is written next; false when nothing comes for `milliseconds`.
+bool take_piece(Pty& pty, std::vector<Piece>& pieces, int milliseconds) {
+    pollfd output{pty.descriptor(), POLLIN, 0};
+    if (poll(&output, 1, milliseconds) <= 0)
+        return false;
+    const std::string bytes = pty.read();
+    pieces.push_back({bytes, now()});
+    return !bytes.empty();
+}
+
+// The terminal is shown the pieces that it has not seen. While a program writes nothing is done but
+// to note the time.
+void show(Emulator& emulator, std::vector<Piece>& pieces) {
+    for (Piece& piece : pieces) {
+        if (!piece.picture.empty())
+            continue;
+        emulator.feed(piece.bytes);
+        piece.picture = to_text(emulator.image());
     }
-    ~SharedNumber() { munmap(memory, sizeof(double)); }
-    SharedNumber(const SharedNumber&) = delete;
-    SharedNumber& operator=(const SharedNumber&) = delete;
+}
 
-    double& operator*() const { return *static_cast<double*>(memory); }
+// The number of the system call in which a process is, then its arguments, as proc(5) has them in
+// `syscall`; nothing while it runs.
+std::vector<unsigned long> call_of(pid_t process) {
+    std::ifstream file(proc_file(process, "syscall"));
+    std::vector<unsigned long> numbers;
+    std::string word;
+    while (file >> word && word != "running" && word[0] != '-')
+        numbers.push_back(std::stoul(word, nullptr, 0));
+    return numbers;
+}
 
-  private:
-    void* memory;
-};
+bool is_terminal(pid_t process, unsigned long descriptor) {
+    std::error_code ignored;
+    const std::string path = std::filesystem::read_symlink(
+        proc_file(process, "fd/" + std::to_string(descriptor)), ignored);
+    return path.rfind("/dev/pts/", 0) == 0 || path == "/dev/tty";
+}
+
+bool waits_without_end(pid_t process) {
+    const std::vector<unsigned long> call = call_of(process);
+    if (call.size() < 6)
+        return false;
+    switch (call[0]) {
+        case SYS_read:
+            return is_terminal(process, call[1]);
+#ifdef SYS_poll
+        case SYS_poll:
+            return static_cast<int>(call[3]) < 0;
+#endif
+#ifdef SYS_select
+        case SYS_select:
+#endif
+        case SYS_pselect6:
+            return call[5] == 0;
+        case SYS_ppoll:
+            return call[3] == 0;
+        default:
+            return false;
+    }
+}
 
 }  // namespace
 
@@ -70,11 +126,13 @@ MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, i
     : name(arguments.at(0)), pty(rows, cols), emulator(rows, cols, "xterm-256color") {
     const Descriptor terminal = pty.openProgramSide();
     std::vector<char*> pointers = exec_array(arguments);
-    const SharedNumber started;
+    const Pipe start = make_pipe();
     child.pid = checked(fork(), "fork");
     if (child.pid == 0)
-        run_in_terminal(terminal.get(), pointers.data(), *started);
-    first = watch([this] { return rests_for_key(pid()); }).since(*started);
+        run_in_terminal(terminal.get(), pointers.data(), start.write_end.get());
+    double started = 0;
+    checked(static_cast<int>(read(start.read_end.get(), &started, sizeof(started))), "read");
+    first = watchUntilRest(started);
 }
 
 MeasuredProgram::Child::~Child() {
@@ -94,77 +152,55 @@ MeasuredProgram::Child::~Child() {
     }
 }
 
-// Takes what is written next; false when nothing comes for `milliseconds`.
-bool MeasuredProgram::takePiece(std::vector<Piece>& pieces, int milliseconds) {
-    pollfd output{pty.descriptor(), POLLIN, 0};
-    if (poll(&output, 1, milliseconds) <= 0)
-        return false;
-    const std::string bytes = pty.read();
-    pieces.push_back({bytes, now(), std::nullopt});
-    return !bytes.empty();
-}
-
-// The terminal is shown the pieces that it has not seen. While a program writes nothing is done but
-// to note the time.
-void MeasuredProgram::show(std::vector<Piece>& pieces) {
-    for (Piece& piece : pieces) {
-        if (piece.picture)
-            continue;
-        emulator.feed(piece.bytes);
-        piece.picture = emulator.image();
-    }
-}
-
-MeasuredProgram::Answer MeasuredProgram::watch(const std::function<bool()>& complete) {
+Burst MeasuredProgram::watch(double cause, const std::function<bool()>& complete) {
     const Deadline deadline;
     std::vector<Piece> pieces;
     for (bool done = false; !done;) {
         if (deadline.passed())
             fail("was waited for in vain");
-        if (takePiece(pieces, silence_milliseconds))
+        if (take_piece(pty, pieces, silence_milliseconds))
             continue;
-        show(pieces);
+        show(emulator, pieces);
         if (!process_running(pid()))
             fail("has ended");
         done = complete();
     }
-    while (takePiece(pieces, 0))
+    while (take_piece(pty, pieces, 0))
         continue;
-    show(pieces);
+    show(emulator, pieces);
 
-    Answer answer;
+    Burst burst;
     for (const Piece& piece : pieces)
-        answer.bytes += piece.bytes.size();
-    const std::string last = to_text(emulator.image());
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
-        if (to_text(*piece->picture) != last)
+        burst.bytes += piece.bytes.size();
+    for (auto piece = pieces.rbegin(); burst.bytes > 0 && piece != pieces.rend(); ++piece) {
+        if (piece->picture != pieces.back().picture)
             break;
-        answer.completed = piece->time;
+        burst.milliseconds = piece->time - cause;
     }
-    return answer;
+    return burst;
 }
 
-Burst MeasuredProgram::Answer::since(double cause) const {
-    return {bytes, bytes == 0 ? 0 : completed - cause};
+Burst MeasuredProgram::watchUntilRest(double cause) {
+    return watch(cause, [this] { return rests_for_key(pid()); });
 }
 
 Burst MeasuredProgram::type(const std::string& bytes) {
     const double typed = now();
     pty.write(bytes);
-    return watch([this] { return rests_for_key(pid()); }).since(typed);
+    return watchUntilRest(typed);
 }
 
 Burst MeasuredProgram::typeUntil(const std::string& bytes, const std::string& text) {
     const double typed = now();
     pty.write(bytes);
-    return watch([&] { return emulator.image().shows(text); }).since(typed);
+    return watch(typed, [&] { return emulator.image().shows(text); });
 }
 
 Burst MeasuredProgram::resize(int rows, int cols) {
     emulator.resize(rows, cols);
     const double resized = now();
     pty.resize(rows, cols);
-    return watch([this] { return rests_for_key(pid()); }).since(resized);
+    return watchUntilRest(resized);
 }
 
 void MeasuredProgram::expect(const std::string& text) const {
@@ -194,4 +230,16 @@ double MeasuredProgram::processorTime() const {
 
 void MeasuredProgram::fail(const std::string& what) const {
     throw std::runtime_error(name + " " + what + "; the screen:\n" + emulator.image().text());
+}
+
+bool rests_for_key(pid_t program) {
+    return waits_without_end(program) && waits_for_key(program);
+}
+
+std::string find_program(const std::string& name) {
+    std::string path = run_command({"sh", "-c", "command -v " + name}).out;
+    if (path.empty())
+        throw std::runtime_error(name + " is not installed");
+    path.pop_back();
+    return path;
 }

@@ -3,13 +3,11 @@
 #include <sys/types.h>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/support/emulator.h"
 #include "tests/support/pty.h"
-#include "tests/support/screen_image.h"
 
 /// What a program has written in answer to something.
 struct Burst {
@@ -61,24 +59,8 @@ class MeasuredProgram {
         pid_t pid = -1;
     };
 
-    /// A piece of output.
-    struct Piece {
-        std::string bytes;
-        double time;                         ///< milliseconds, at which it was here
-        std::optional<ScreenImage> picture;  ///< once it has been shown to the terminal
-    };
-
-    /// All that was written, until `completed`, the moment at which the picture was complete.
-    struct Answer {
-        size_t bytes = 0;
-        double completed = 0;
-
-        Burst since(double cause) const;
-    };
-
-    Answer watch(const std::function<bool()>& complete);
-    bool takePiece(std::vector<Piece>& pieces, int milliseconds);
-    void show(std::vector<Piece>& pieces);
+    Burst watch(double cause, const std::function<bool()>& complete);
+    Burst watchUntilRest(double cause);
     [[noreturn]] void fail(const std::string& what) const;
 
     std::string name;
@@ -87,3 +69,12 @@ class MeasuredProgram {
     Child child;
     Burst first;
 };
+
+/// Whether a program has done all that it had to and waits, for as long as it may take, for a key:
+/// no signal or key is still to be answered, and what it has written is on its way to the terminal.
+/// One that looks now and then whether something else is to do does not rest. proc(5) tells it, so
+/// the program is not disturbed.
+bool rests_for_key(pid_t program);
+
+/// The path of a program, as a shell finds it by PATH. Throws std::runtime_error if it does not.
+std::string find_program(const std::string& name);

@@ -12,17 +12,10 @@ struct FileState {
     FileFacts facts;
 };
 
-bool operator==(const FileState& one, const FileState& other);
-
-FileState state_of(const std::string& path);
-
 /// The host before the wizard, to which it can be brought back any number of times, with a server
 /// that runs; and the files that the wizard changes. For sandboxed tests.
 class ChangedFiles {
   public:
-    static constexpr const char* sendmail = "/usr/sbin/sendmail";
-    static constexpr const char* wrapper = "/opt/teluma/bin/sendmail";
-
     /// Gives the files owners and modes of their own. The server's CLI is at "localhost". There is
     /// a backup of a sendmail already.
     ChangedFiles();
@@ -49,7 +42,6 @@ class ChangedFiles {
     bool isOldOrNew(const std::string& path) const;
 
     InstalledServer server;
-    std::map<std::string, FileState> old_files;
+    std::map<std::string, FileState> old;
     std::map<std::string, std::string> new_contents;
-    std::map<std::string, FileState> old_programs;  // the sendmails and the wrapper
 };

@@ -1,13 +1,12 @@
 // SIGKILL before, and in the middle of, every call by which the wizard, cp and rm change files.
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "tests/reliability/files/changed_files.h"
 #include "tests/reliability/files/watched_run.h"
 #include "tests/support/case_name.h"
 
@@ -17,61 +16,51 @@ namespace {
 // share the work.
 struct Killing {
     const char* name;
-    const char* whom;
-    int share;
+    std::string whom;
+    size_t share = 0;
 };
 
-constexpr int shares = 4;
+constexpr size_t shares = 4;
 
-bool is_changing(const std::string& call) {
-    return call.compare(0, 1, "+") == 0;
-}
-
-class Killed : public testing::TestWithParam<Killing> {
+class Killed : public FileTest, public testing::WithParamInterface<Killing> {
   protected:
-    // Runs through without orders, to see what is to be done.
-    void runThrough() {
-        files.reset();
-        WatchedRun run;
-        run.answerAll();
-        ASSERT_EQ(run.finish(), exited(0));
-        files.rememberAsNew();
-        for (const std::string& call : WatchedRun::calls()) {
-            if (is_changing(call))
-                changing_calls.push_back(call);
-        }
+    Killed() {
+        const auto changes = [](const std::string& call) { return call[0] == '+'; };
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(changing_calls), changes);
     }
 
     // Whether this test kills at a call: who dies there would be the same, or nobody, elsewhere.
     bool takesOn(size_t number) const {
         const std::string& call = changing_calls[number - 1];
-        const bool of_child = call.compare(0, 15, "+ teluma-wizard") != 0;
-        const bool writes =
-            call.find(" write ") != std::string::npos && call.find("temp.cfg") == std::string::npos;
-        const std::string whom = GetParam().whom;
-        if (whom == "halfway")
-            return writes;
-        return whom == "all" ? number % shares == static_cast<size_t>(GetParam().share) : of_child;
+        if (GetParam().whom == "all")
+            return number % shares == GetParam().share;
+        if (GetParam().whom == "halfway")
+            return call.find(" write ") != std::string::npos &&
+                   call.find("temp.cfg") == std::string::npos;
+        const bool of_command = call.compare(0, 15, "+ teluma-wizard") != 0;
+        return of_command;
     }
 
-    // Whether it lives to show this.
-    static bool comesTo(WatchedRun& run, const char* text) {
-        return run.comesTo([&](const ScreenImage& image) { return image.shows(text); });
+    // Presses Enter, or answers, where the run lives to show what is waited for.
+    static void seeThrough(WatchedRun& run) {
+        const auto comes_to = [&run](const char* text) {
+            return run.comesTo([=](const ScreenImage& image) { return image.shows(text); });
+        };
+        if (comes_to(title_of(Stop::password)))
+            run.answerAll();
+        // The button, at the latest, that a run ends with which nobody kills before.
+        if (comes_to(" OK "))
+            run.press(Key::enter);
     }
 
     void killAt(size_t number) {
         SCOPED_TRACE(changing_calls[number - 1]);
         files.reset();
-        WatchedRun run(WatchedRun::killing(static_cast<int>(number), GetParam().whom));
-        if (comesTo(run, title_of(Stop::password)))
-            run.answerAll();
-        // The button, at the latest, that a run ends with which nobody kills before.
-        if (comesTo(run, " OK "))
-            run.press(Key::enter);
+        WatchedRun run(killing(static_cast<int>(number), GetParam().whom));
+        seeThrough(run);
         const ExitStatus status = run.waitExit();
-        EXPECT_TRUE(GetParam().whom == std::string("child") || status == killed_by(SIGKILL))
-            << status;
-        WatchedRun::waitForCommands();
+        EXPECT_TRUE(GetParam().whom == "child" || status == killed_by(SIGKILL)) << status;
+        wait_for_commands();
         files.expectNothingLost();
         expectPrivate(WatchedRun::privateDirectory());
     }
@@ -95,13 +84,11 @@ class Killed : public testing::TestWithParam<Killing> {
         files.expectOriginalsKept();
     }
 
-    ChangedFiles files;
     std::vector<std::string> changing_calls;
     int restored = 0;
 };
 
 TEST_P(Killed, leaves_the_old_file_or_the_new_one_or_the_old_one_beside_it_and_runs_again) {
-    runThrough();
     ASSERT_GE(changing_calls.size(), 30u);
     int kills = 0;
     for (size_t number = 1; number <= changing_calls.size(); ++number) {
@@ -120,9 +107,9 @@ const Killing killings[] = {
     {"everybody_at_the_second_share_of_the_calls", "all", 1},
     {"everybody_at_the_third_share_of_the_calls", "all", 2},
     {"everybody_at_the_fourth_share_of_the_calls", "all", 3},
-    {"everybody_half_way_through_a_write", "halfway", 0},
-    {"the_wizard_alone_while_a_command_runs", "wizard", 0},
-    {"the_command_alone", "child", 0},
+    {"everybody_half_way_through_a_write", "halfway"},
+    {"the_wizard_alone_while_a_command_runs", "wizard"},
+    {"the_command_alone", "child"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Files, Killed, testing::ValuesIn(killings), CaseName());

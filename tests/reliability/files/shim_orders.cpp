@@ -13,9 +13,9 @@ namespace {
 
 // The library's own calls go straight to the kernel: by their names they would come back here.
 
-// Everything that can be read from a file; empty where there is none.
-std::string content_of(const char* path) {
-    const long descriptor = syscall(SYS_openat, AT_FDCWD, path, O_RDONLY | O_CLOEXEC);
+// All of the log; empty where there is none.
+std::string logged_calls() {
+    const long descriptor = syscall(SYS_openat, AT_FDCWD, call_log, O_RDONLY | O_CLOEXEC);
     std::string content;
     char block[4096];
     for (long count = 0; (count = syscall(SYS_read, descriptor, block, sizeof(block))) > 0;)
@@ -24,9 +24,9 @@ std::string content_of(const char* path) {
     return content;
 }
 
-void append(const char* path, const std::string& line) {
+void log_call(const std::string& line) {
     const long descriptor =
-        syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
+        syscall(SYS_openat, AT_FDCWD, call_log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
     syscall(SYS_write, descriptor, line.data(), line.size());
     syscall(SYS_close, descriptor);
 }
@@ -39,15 +39,17 @@ int count_lines(const std::string& log, const std::string& line) {
     return count;
 }
 
-std::string text_of(const char* variable) {
+std::istringstream words_of(const char* variable) {
     const char* text = getenv(variable);
-    return text == nullptr ? "" : text;
+    return std::istringstream(text == nullptr ? "" : text);
 }
 
 constexpr const char* wizard_variable = "TELUMA_SHIM_WIZARD";
 
 pid_t wizard_pid() {
-    return std::atoi(text_of(wizard_variable).c_str());
+    pid_t process = 0;
+    words_of(wizard_variable) >> process;
+    return process;
 }
 
 bool is_wizard() {
@@ -59,23 +61,20 @@ __attribute__((constructor)) void introduce_wizard() {
         setenv(wizard_variable, std::to_string(getpid()).c_str(), 1);
 }
 
-// The errno that a call fails with by the orders; 0 if by none.
-int failure_of(const std::string& call, const std::string& log) {
-    std::istringstream rule(text_of("TELUMA_SHIM_FAULT"));
-    int failure = 0;
+// Whether a call fails by the orders.
+bool is_to_fail(const std::string& call, const std::string& log) {
+    std::istringstream rule = words_of(fault_variable);
     int count = 0;
     std::string wanted;
-    rule >> failure >> count >> std::ws;
+    rule >> count >> std::ws;
     std::getline(rule, wanted);
-    const bool met =
-        call == wanted &&
-        count_lines(log, "- " + call + "\n") + count_lines(log, "+ " + call + "\n") + 1 == count;
-    return met ? failure : 0;
+    return call == wanted &&
+           count_lines(log, "- " + call + "\n") + count_lines(log, "+ " + call + "\n") + 1 == count;
 }
 
 // Whom the orders kill before a changing call; empty if nobody.
 std::string victim_of(const std::string& log) {
-    std::istringstream rule(text_of("TELUMA_SHIM_KILL"));
+    std::istringstream rule = words_of(kill_variable);
     int count = 0;
     std::string victim;
     rule >> count >> victim;
@@ -104,20 +103,15 @@ std::string lasting_name(const std::string& path) {
 }  // namespace
 
 Orders meet(const char* call, const std::string& object, Effect effect) {
-    const std::string log_file = text_of("TELUMA_SHIM_LOG");
-    const std::string log = content_of(log_file.c_str());
+    const std::string log = logged_calls();
     const std::string line =
         std::string(program_invocation_short_name) + " " + call + " " + lasting_name(object);
     const bool changes = effect != Effect::none;
-    append(log_file.c_str(), (changes ? "+ " : "- ") + line + "\n");
+    log_call((changes ? "+ " : "- ") + line + "\n");
     const bool half_way = changes && strike(victim_of(log), effect);
-    return {failure_of(line, log), half_way};
-}
-
-bool set_failure(const Orders& orders) {
-    if (orders.failure != 0)
-        errno = orders.failure;
-    return orders.failure != 0;
+    const bool fails = is_to_fail(line, log);
+    errno = fails ? EIO : errno;
+    return {fails, half_way};
 }
 
 void die() {
@@ -139,7 +133,7 @@ std::string name_of(int descriptor) {
 
 bool is_watched_process() {
     const std::string name = program_invocation_short_name;
-    return !text_of("TELUMA_SHIM_LOG").empty() && (is_wizard() || name == "cp" || name == "rm");
+    return is_wizard() || name == "cp" || name == "rm";
 }
 
 bool is_watched(const std::string& path) {

@@ -5,16 +5,15 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tests/reliability/files/shim_orders.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
-constexpr const char* log_file = "/run/scratch/calls";
-
 EnvironmentChanges with_shim(EnvironmentChanges orders) {
-    unlink(log_file);
-    orders.insert({{"LD_PRELOAD", FILE_CALL_SHIM}, {"TELUMA_SHIM_LOG", log_file}});
+    unlink(call_log);
+    orders["LD_PRELOAD"] = FILE_CALL_SHIM;
     return orders;
 }
 
@@ -32,15 +31,6 @@ bool command_runs() {
 
 }  // namespace
 
-EnvironmentChanges WatchedRun::failing(const std::string& call, int count, int failure) {
-    return {
-        {"TELUMA_SHIM_FAULT", std::to_string(failure) + " " + std::to_string(count) + " " + call}};
-}
-
-EnvironmentChanges WatchedRun::killing(int count, const std::string& whom) {
-    return {{"TELUMA_SHIM_KILL", std::to_string(count) + " " + whom}};
-}
-
 WatchedRun::WatchedRun(EnvironmentChanges orders) : WizardRun(with_shim(std::move(orders))) {}
 
 WatchedRun::~WatchedRun() {
@@ -57,12 +47,8 @@ void WatchedRun::answerAll(const std::string& domain, Stop from) {
     walkToTheEnd(answers, from);
 }
 
-void WatchedRun::waitForCommands() {
-    wait_until([] { return !command_runs(); }, "no command ran any more");
-}
-
 std::vector<std::string> WatchedRun::calls() {
-    std::ifstream log(log_file);
+    std::ifstream log(call_log);
     std::vector<std::string> lines;
     for (std::string line; std::getline(log, line);)
         lines.push_back(line);
@@ -76,4 +62,25 @@ std::string WatchedRun::privateDirectory() {
             return line.substr(note.size());
     }
     return "";
+}
+
+EnvironmentChanges failing(const std::string& call, int count) {
+    return {{fault_variable, std::to_string(count) + " " + call}};
+}
+
+EnvironmentChanges killing(int count, const std::string& whom) {
+    return {{kill_variable, std::to_string(count) + " " + whom}};
+}
+
+FileTest::FileTest() {
+    files.reset();
+    WatchedRun run;
+    run.answerAll();
+    EXPECT_EQ(run.finish(), exited(0));
+    files.rememberAsNew();
+    calls = WatchedRun::calls();
+}
+
+void wait_for_commands() {
+    wait_until([] { return !command_runs(); }, "no command ran any more");
 }

@@ -1,31 +1,101 @@
 // A server that never comes to an end: the wizard stays as small as it was, Ctrl-C ends it, and
 // nothing of what it is told reaches the screen.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
 
 #include <sstream>
 #include <string>
+#include <thread>
+#include <utility>
 
 #include "tests/e2e/apply_decoy.h"
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/reliability/peer/endless_server.h"
 #include "tests/support/case_name.h"
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/local_port.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
-// The number behind a name in a file of the process, as "VmRSS:" in its status.
-long process_fact(pid_t process, const std::string& file, const std::string& name) {
-    std::istringstream words(read_file("/proc/" + std::to_string(process) + "/" + file));
-    std::string word;
-    while (words >> word && word != name)
-        continue;
-    long number = 0;
-    words >> number;
-    return number;
-}
+// What a server never stops saying.
+struct EndlessAnswer {
+    std::string name;
+    std::string command;  // at which it begins: one that begins so; empty: the greeting
+    std::string start;    // once
+    std::string repeated;
+};
+
+// A server at the port that the sample configuration names. It agrees to every command but one, to
+// which its answer does not end before the connection does. It serves one client.
+class EndlessServer {
+  public:
+    explicit EndlessServer(EndlessAnswer answer) : endless(std::move(answer)) {
+        port.open("127.0.0.1");
+        server = std::thread(&EndlessServer::serve, this);
+    }
+
+    ~EndlessServer() {
+        end.write_end.close();
+        server.join();
+    }
+    EndlessServer(const EndlessServer&) = delete;
+    EndlessServer& operator=(const EndlessServer&) = delete;
+
+  private:
+    void serve() {
+        while (client.get() == -1) {
+            constexpr int milliseconds = 10;
+            pollfd closed{end.read_end.get(), POLLIN, 0};
+            if (poll(&closed, 1, milliseconds) != 0)
+                return;
+            client = port.takeConnection();
+        }
+        // It was taken as one that never waits.
+        fcntl(client.get(), F_SETFL, 0);
+        bool connected = endless.command.empty() ? talk() : say("> ");
+        std::string command;
+        char byte = 0;
+        while (connected && recv(client.get(), &byte, 1, 0) == 1) {
+            command += byte;
+            if (byte == '\n')
+                connected = answer(std::exchange(command, ""));
+        }
+        client.close();
+    }
+
+    bool answer(const std::string& command) const {
+        const std::string& wanted = endless.command;
+        return command.compare(0, wanted.size(), wanted) == 0 ? talk() : say("+OK: done\r\n> ");
+    }
+
+    // Ends with the connection.
+    bool talk() const {
+        constexpr std::size_t block_size = 4096;
+        std::string block;
+        while (block.size() < block_size)
+            block += endless.repeated;
+        bool connected = say(endless.start);
+        while (connected)
+            connected = say(block);
+        return false;
+    }
+
+    bool say(const std::string& bytes) const {
+        return send(client.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL) ==
+               static_cast<ssize_t>(bytes.size());
+    }
+
+    const EndlessAnswer endless;
+    LocalPort port{9091};
+    Pipe end = make_pipe();  // closed at this side: there is nobody to wait for any more
+    Descriptor client;
+    std::thread server;
+};
 
 // With an address sanitizer that gives back at once what was freed.
 class EagerSanitizer {
@@ -48,13 +118,21 @@ class Endless : private EagerSanitizer,
                          InstalledServer::pid_file);
     }
 
-    void waitUntilRead(long bytes) const {
-        const long before = process_fact(wizard.pid(), "io", "rchar:");
-        wait_until([&] { return process_fact(wizard.pid(), "io", "rchar:") - before > bytes; },
-                   "the wizard had read on");
+    // The number after a name in a file of the wizard's in /proc, as "VmRSS:" in its status.
+    long fact(const std::string& file, const std::string& name) const {
+        std::istringstream words(read_file("/proc/" + std::to_string(wizard.pid()) + "/" + file));
+        std::string word;
+        while (words >> word && word != name)
+            continue;
+        long number = 0;
+        words >> number;
+        return number;
     }
 
-    long kilobytes() const { return process_fact(wizard.pid(), "status", "VmRSS:"); }
+    void waitUntilRead(long bytes) const {
+        const long before = fact("io", "rchar:");
+        wait_until([&] { return fact("io", "rchar:") - before > bytes; }, "the wizard had read on");
+    }
 
     const Decoy decoy;
     const EndlessServer peer{GetParam()};
@@ -67,9 +145,9 @@ TEST_P(Endless, talk_makes_the_wizard_no_larger_and_is_ended_by_ctrl_c) {
     wizard.walkToTheEnd(answers);
     wizard.waitForText("Operations pending");
     waitUntilRead(bytes);
-    const long before = kilobytes();
+    const long before = fact("status", "VmRSS:");
     waitUntilRead(bytes);
-    EXPECT_LT(kilobytes() - before, most_kilobytes);
+    EXPECT_LT(fact("status", "VmRSS:") - before, most_kilobytes);
     EXPECT_TRUE(wizard.image().shows("Operations pending"));
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
@@ -87,39 +165,5 @@ const EndlessAnswer endless_answers[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Server, Endless, testing::ValuesIn(endless_answers), CaseName());
-
-using EndlessLine = Endless;
-
-TEST_P(EndlessLine, fails_the_step) {
-    wizard.walkToTheEnd(answers);
-    wizard.waitForText("Error!");
-    wizard.waitForKey();
-    EXPECT_EQ(wizard.output().find("xxxxx"), std::string::npos);
-    wizard.press(Key::ctrl_c);
-    EXPECT_TRUE(is_aborted(wizard));
-}
-
-const EndlessAnswer endless_lines[] = {
-    {"as_the_greeting", "", "", "x"},
-    {"in_a_reply", "create domain", "", "x"},
-};
-
-INSTANTIATE_TEST_SUITE_P(Server, EndlessLine, testing::ValuesIn(endless_lines), CaseName());
-
-class ClosedConnection : public ApplyTest {};
-
-TEST_F(ClosedConnection, is_written_to_in_vain_as_often_as_the_user_tries) {
-    constexpr int tries = 4;
-    server.faults("\"create domain\" 1 close\n");
-    wizard.walkToTheEnd(answers);
-    for (int i = 1; i < tries; ++i) {
-        wizard.dismissError("exist!");
-        wizard.walkToTheEnd(answers, Stop::domain);
-    }
-    wizard.waitForText("exist!");
-    wizard.press(Key::ctrl_c);
-    EXPECT_TRUE(is_aborted(wizard));
-    server.waitForEnd();
-}
 
 }  // namespace

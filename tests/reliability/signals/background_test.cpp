@@ -8,7 +8,7 @@
 
 #include "tests/e2e/key_wait.h"
 #include "tests/e2e/wizard_run.h"
-#include "tests/reliability/signals/stopping.h"
+#include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/wait_until.h"
 
@@ -20,16 +20,11 @@ class Background : public testing::Test {
   protected:
     Background() {
         shell.waitForText("# ");
-        start(WIZARD_PROGRAM);
-    }
-
-    /// Starts the wizard in the foreground.
-    void start(const std::string& command) {
-        shell.type(command + "\n");
+        shell.type(WIZARD_PROGRAM "\n");
         waitForWizard();
     }
 
-    /// Waits until it is in the foreground and waits for a key.
+    // Waits until it is in the foreground and waits for a key.
     void waitForWizard() {
         shell.waitForText("Validate:");
         const auto waits = [this] {
@@ -39,29 +34,38 @@ class Background : public testing::Test {
         shell.waitForText("Validate:");
     }
 
-    /// Stops it as nothing could keep it from.
+    // Stops it as nothing could keep it from.
     void stopUnasked() {
         shell.signalForeground(SIGSTOP);
         shell.waitForText("Stopped");
     }
 
-    /// Stops it as the key does.
+    // Stops it as the key does.
     void pressStopKey() {
         shell.type("\x1a");
         shell.waitForText("Stopped");
     }
 
-    /// The shell reads this, runs it, and prints its result.
+    // The shell reads this, runs it, and prints its result.
     void expectShellCalculates(const std::string& expression, const std::string& result) {
         shell.type("echo $((" + expression + "))\n");
         shell.waitForText(result);
     }
 
-    /// The wizard takes a key and hides it.
-    void expectWizardReads() {
+    // Has the shell end it, which takes note of that only when it goes on.
+    void endByShell(const std::string& commands = "") {
+        shell.type(commands + "kill %1; kill -CONT %1; wait\n");
+        shell.waitForText("Aborted!");
+        expectShellCalculates("42 + 1", "43");
+    }
+
+    // In the foreground the wizard takes a key and hides it, and can be interrupted.
+    void useWizard() {
+        waitForWizard();
         shell.type("a");
         shell.waitForText("*");
         EXPECT_FALSE(shell.modes().echo());
+        interrupt();
     }
 
     void interrupt() {
@@ -80,9 +84,7 @@ TEST_F(Background, that_the_wizard_is_sent_to_stays_the_shells) {
     EXPECT_FALSE(shell.alternateScreen());
     EXPECT_EQ(shell.modes(), shell.modesBefore());
     shell.type("fg\n");
-    waitForWizard();
-    expectWizardReads();
-    interrupt();
+    useWizard();
 }
 
 TEST_F(Background, has_no_part_in_the_echo_after_a_stop_that_nobody_asked_for) {
@@ -92,16 +94,12 @@ TEST_F(Background, has_no_part_in_the_echo_after_a_stop_that_nobody_asked_for) {
     EXPECT_TRUE(shell.modes().echo());
     shell.type("fg\n");
     shell.waitGone("Stopped");
-    waitForWizard();
-    expectWizardReads();
-    interrupt();
+    useWizard();
 }
 
 TEST_F(Background, keeps_its_modes_when_the_wizard_is_ended_there) {
     stopUnasked();
-    shell.type("stty sane -ixon; kill %1; kill -CONT %1; wait\n");
-    shell.waitForText("Aborted!");
-    expectShellCalculates("40 + 2", "42");
+    endByShell("stty sane -ixon; ");
     EXPECT_FALSE(shell.alternateScreen());
     EXPECT_TRUE(shell.modes().echo());
     EXPECT_EQ(shell.modes().settings.c_iflag & IXON, 0U);
@@ -109,19 +107,7 @@ TEST_F(Background, keeps_its_modes_when_the_wizard_is_ended_there) {
 
 TEST_F(Background, has_its_modes_back_when_the_wizard_is_ended_there) {
     stopUnasked();
-    shell.type("kill %1; kill -CONT %1; wait\n");
-    shell.waitForText("Aborted!");
-    expectShellCalculates("40 + 2", "42");
-    EXPECT_EQ(shell.modes(), shell.modesBefore());
-}
-
-TEST_F(Background, does_not_keep_a_stopped_wizard_from_being_ended) {
-    pressStopKey();
-    shell.type("bg\n");
-    expectShellCalculates("40 + 2", "42");
-    shell.type("kill %1; kill -CONT %1; wait\n");
-    shell.waitForText("Aborted!");
-    expectShellCalculates("42 + 1", "43");
+    endByShell();
     EXPECT_EQ(shell.modes(), shell.modesBefore());
 }
 
@@ -136,9 +122,7 @@ TEST_F(Background, is_where_a_wizard_waits_that_is_started_there) {
         "the wizard had stopped");
     EXPECT_EQ(shell.modes(), shell.modesBefore());
     shell.type("fg\n");
-    waitForWizard();
-    expectWizardReads();
-    interrupt();
+    useWizard();
     expectShellCalculates("40 + 2", "42");
     EXPECT_EQ(shell.modes(), shell.modesBefore());
 }

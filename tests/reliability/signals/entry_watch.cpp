@@ -73,65 +73,39 @@ __attribute__((destructor)) void end_watch() {
     write_line(line, std::snprintf(line, sizeof line, "%lu calls\n", calls));
 }
 
+// What is called in the place of a function.
+template <class Function, const char* name>
+struct Watched;
+
+template <class Result, class... Arguments, const char* name>
+struct Watched<Result(Arguments...), name> {
+    static Result call(Arguments... arguments) {
+        static const auto next = reinterpret_cast<Result (*)(Arguments...)>(dlsym(RTLD_NEXT, name));
+        look(name);
+        return next(arguments...);
+    }
+};
+
 }  // namespace
 
-#define WATCHED(result, name, parameters, arguments)                                         \
-    extern "C" result name parameters {                                                      \
-        static const auto next = reinterpret_cast<decltype(&name)>(dlsym(RTLD_NEXT, #name)); \
-        look(#name);                                                                         \
-        return next arguments;                                                               \
-    }
+#define WATCH(name)                                           \
+    constexpr char name##_text[] = #name;                     \
+    extern "C" decltype(&::name) watched_##name() {           \
+        return &Watched<decltype(::name), name##_text>::call; \
+    }                                                         \
+    extern "C" decltype(::name) name __attribute__((ifunc("watched_" #name)))
 
-WATCHED(int, box, (WINDOW * w, chtype v, chtype h), (w, v, h))
-WATCHED(int, cbreak, (), ())
-WATCHED(int, clear, (), ())
-WATCHED(int, clearok, (WINDOW * w, bool on), (w, on))
-WATCHED(int, curs_set, (int visibility), (visibility))
-WATCHED(int, def_prog_mode, (), ())
-WATCHED(int, define_key, (const char* definition, int code), (definition, code))
-WATCHED(int, del_panel, (PANEL * p), (p))
-WATCHED(void, delscreen, (SCREEN * s), (s))
-WATCHED(int, delwin, (WINDOW * w), (w))
-WATCHED(int, doupdate, (), ())
-WATCHED(int, endwin, (), ())
-WATCHED(int, hide_panel, (PANEL * p), (p))
-WATCHED(void, idcok, (WINDOW * w, bool on), (w, on))
-WATCHED(int, init_pair, (short pair, short fore, short back), (pair, fore, back))
-WATCHED(bool, is_term_resized, (int rows, int cols), (rows, cols))
-WATCHED(int, keypad, (WINDOW * w, bool on), (w, on))
-WATCHED(int, move_panel, (PANEL * p, int row, int col), (p, row, col))
-WATCHED(PANEL*, new_panel, (WINDOW * w), (w))
-WATCHED(WINDOW*, newwin, (int rows, int cols, int row, int col), (rows, cols, row, col))
-WATCHED(SCREEN*, newterm, (const char* type, FILE* out, FILE* in), (type, out, in))
-WATCHED(int, nodelay, (WINDOW * w, bool on), (w, on))
-WATCHED(int, noecho, (), ())
-WATCHED(void, noqiflush, (), ())
-WATCHED(int, refresh, (), ())
-WATCHED(int, replace_panel, (PANEL * p, WINDOW* w), (p, w))
-WATCHED(int, resizeterm, (int rows, int cols), (rows, cols))
-WATCHED(int, set_escdelay, (int milliseconds), (milliseconds))
-WATCHED(int, show_panel, (PANEL * p), (p))
-WATCHED(int, start_color, (), ())
-WATCHED(int, ungetch, (int key), (key))
-WATCHED(void, update_panels, (), ())
-WATCHED(int, waddch, (WINDOW * w, const chtype c), (w, c))
-WATCHED(int, wattr_off, (WINDOW * w, attr_t attributes, void* options), (w, attributes, options))
-WATCHED(int, wattr_on, (WINDOW * w, attr_t attributes, void* options), (w, attributes, options))
-WATCHED(int, wattr_set, (WINDOW * w, attr_t attributes, short pair, void* options),
-        (w, attributes, pair, options))
-WATCHED(int, wbkgd, (WINDOW * w, chtype c), (w, c))
-WATCHED(int, wborder,
-        (WINDOW * w, chtype ls, chtype rs, chtype ts, chtype bs, chtype tl, chtype tr, chtype bl,
-         chtype br),
-        (w, ls, rs, ts, bs, tl, tr, bl, br))
-WATCHED(int, werase, (WINDOW * w), (w))
-WATCHED(int, wgetch, (WINDOW * w), (w))
-WATCHED(int, whline, (WINDOW * w, chtype c, int count), (w, c, count))
-WATCHED(int, wmove, (WINDOW * w, int row, int col), (w, row, col))
-WATCHED(int, wrefresh, (WINDOW * w), (w))
-WATCHED(int, wresize, (WINDOW * w, int rows, int cols), (w, rows, cols))
-WATCHED(void, wtimeout, (WINDOW * w, int delay), (w, delay))
-WATCHED(int, wtouchln, (WINDOW * w, int row, int count, int changed), (w, row, count, changed))
+// clang-format off
+WATCH(box); WATCH(cbreak); WATCH(clear); WATCH(clearok); WATCH(curs_set); WATCH(def_prog_mode);
+WATCH(define_key); WATCH(del_panel); WATCH(delscreen); WATCH(delwin); WATCH(doupdate);
+WATCH(endwin); WATCH(hide_panel); WATCH(idcok); WATCH(init_pair); WATCH(is_term_resized);
+WATCH(keypad); WATCH(move_panel); WATCH(new_panel); WATCH(newwin); WATCH(newterm); WATCH(nodelay);
+WATCH(noecho); WATCH(noqiflush); WATCH(refresh); WATCH(replace_panel); WATCH(resizeterm);
+WATCH(set_escdelay); WATCH(show_panel); WATCH(start_color); WATCH(ungetch); WATCH(update_panels);
+WATCH(waddch); WATCH(wattr_off); WATCH(wattr_on); WATCH(wattr_set); WATCH(wbkgd); WATCH(wborder);
+WATCH(werase); WATCH(wgetch); WATCH(whline); WATCH(wmove); WATCH(wrefresh); WATCH(wresize);
+WATCH(wtimeout); WATCH(wtouchln);
+// clang-format on
 
 extern "C" int mvwprintw(WINDOW* window, int row, int col, const char* format, ...) {
     look("mvwprintw");

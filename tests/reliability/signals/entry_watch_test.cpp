@@ -10,7 +10,7 @@
 
 #include "tests/e2e/dialogs.h"
 #include "tests/e2e/endings.h"
-#include "tests/reliability/signals/stopping.h"
+#include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 
@@ -22,25 +22,26 @@ EnvironmentChanges with_watch() {
     return {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}};
 }
 
-/// What the watch has reported: first what it found wrong, then how many calls it looked at.
+// What the watch has found wrong; the last line of its report, which is no part of that, is how
+// many calls it has looked at.
 struct Report {
-    std::string found;
-    long calls = 0;
+    std::string found = read_file(report_file);
+    long calls;
 
     Report() {
-        std::istringstream lines(read_file(report_file));
-        for (std::string line; std::getline(lines, line);) {
-            const bool is_count = line.size() > 6 && line.substr(line.size() - 6) == " calls";
-            if (is_count)
-                calls = std::atol(line.c_str());
-            else
-                found += line + "\n";
-        }
+        const size_t last_line = found.rfind('\n', found.size() - 2) + 1;
+        calls = std::atol(found.c_str() + last_line);
+        found.erase(last_line);
     }
 };
 
-// Far fewer than there are, far more than if the watch were not asked.
-constexpr long plenty = 1000;
+void expect_nothing_found() {
+    // Far fewer than there are, far more than if the watch were not asked.
+    constexpr long plenty = 1000;
+    const Report report;
+    EXPECT_EQ(report.found, "");
+    EXPECT_GT(report.calls, plenty);
+}
 
 void disturb(WizardRun& wizard) {
     for (int i = 0; i < 10; ++i)
@@ -64,9 +65,7 @@ TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
         wizard.signal(SIGWINCH);
     }
     ASSERT_EQ(wizard.finish(), exited(0));
-    const Report report;
-    EXPECT_EQ(report.found, "");
-    EXPECT_GT(report.calls, plenty);
+    expect_nothing_found();
 }
 
 class WatchedDialog : public EveryDialog {};
@@ -79,9 +78,7 @@ TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
     disturb(wizard);
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
-    const Report report;
-    EXPECT_EQ(report.found, "");
-    EXPECT_GT(report.calls, plenty);
+    expect_nothing_found();
 }
 
 // The watch itself: it sees a program that lets a signal in around a call.
@@ -92,7 +89,7 @@ TEST(EntryWatch, reports_a_call_that_a_handler_could_interrupt) {
         << Report().found;
 }
 
-/// The names in a file's table of symbols, each with its version if it has one.
+// The names in a file's table of symbols, each with its version if it has one.
 std::vector<std::string> symbols(const char* which, const char* file) {
     std::istringstream lines(run_command({"nm", "-D", which, file}).out);
     std::vector<std::string> names;

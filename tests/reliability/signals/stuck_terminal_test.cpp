@@ -7,7 +7,7 @@
 
 #include "tests/e2e/apply_waits.h"
 #include "tests/e2e/endings.h"
-#include "tests/reliability/signals/deaths.h"
+#include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
@@ -29,12 +29,6 @@ auto every_obstacle() {
         Obstacle{"full_line", [](WizardRun& wizard) { wizard.fillLine(); }});
 }
 
-auto every_death() {
-    return testing::Values(Death{"SIGINT", SIGINT, false}, Death{"SIGTERM", SIGTERM, false},
-                           Death{"SIGHUP", SIGHUP, false}, Death{"SIGQUIT", SIGQUIT, true},
-                           Death{"SIGSEGV", SIGSEGV, true});
-}
-
 // Without a look at the screen, which would make the terminal take something.
 bool writes_in_vain(pid_t wizard) {
     const std::string in_write = std::to_string(SYS_write) + " 0x1 ";
@@ -42,9 +36,8 @@ bool writes_in_vain(pid_t wizard) {
                .compare(0, in_write.size(), in_write) == 0;
 }
 
-void expect_end(DyingWizard& dying, const Death& death) {
-    WizardRun& wizard = dying.run();
-    dying.rememberDirectory();
+void expect_end(DyingWizard& wizard, const Death& death) {
+    wizard.rememberDirectory();
     wizard.signal(death.signal);
     wait_until([&] { return !process_running(wizard.pid()); }, "the wizard had ended");
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
@@ -65,8 +58,7 @@ class StuckTerminal : public testing::TestWithParam<ObstacleAndDeath> {
         wait_until(is_stuck, "the wizard was stuck");
     }
 
-    DyingWizard dying;
-    WizardRun& wizard = dying.run();
+    DyingWizard wizard;
 };
 
 std::string stuck_name(const testing::TestParamInfo<ObstacleAndDeath>& info) {
@@ -74,7 +66,8 @@ std::string stuck_name(const testing::TestParamInfo<ObstacleAndDeath>& info) {
            std::get<Death>(info.param).name;
 }
 
-INSTANTIATE_TEST_SUITE_P(By, StuckTerminal, testing::Combine(every_obstacle(), every_death()),
+INSTANTIATE_TEST_SUITE_P(By, StuckTerminal,
+                         testing::Combine(every_obstacle(), testing::Values(sigterm, sigquit)),
                          stuck_name);
 
 TEST_P(StuckTerminal, lets_a_wizard_end_that_draws) {
@@ -82,7 +75,7 @@ TEST_P(StuckTerminal, lets_a_wizard_end_that_draws) {
     stage.open(wizard);
     getStuck();
     const Death& death = std::get<Death>(GetParam());
-    expect_end(dying, death);
+    expect_end(wizard, death);
     if (!death.is_crash)
         stage.expectServerTold();
 }
@@ -90,7 +83,7 @@ TEST_P(StuckTerminal, lets_a_wizard_end_that_draws) {
 TEST_P(StuckTerminal, lets_a_wizard_end_that_has_nothing_to_say) {
     wizard.waitForScreen(Stop::password);
     std::get<Obstacle>(GetParam()).raise(wizard);
-    expect_end(dying, std::get<Death>(GetParam()));
+    expect_end(wizard, std::get<Death>(GetParam()));
 }
 
 class StoppedOutput : public testing::Test {
@@ -101,8 +94,7 @@ class StoppedOutput : public testing::Test {
         wait_until([this] { return writes_in_vain(wizard.pid()); }, "the wizard was stuck");
     }
 
-    DyingWizard dying;
-    WizardRun& wizard = dying.run();
+    DyingWizard wizard;
 };
 
 TEST_F(StoppedOutput, goes_on_as_if_nothing_had_been) {
@@ -114,13 +106,8 @@ TEST_F(StoppedOutput, goes_on_as_if_nothing_had_been) {
     EXPECT_TRUE(is_aborted(wizard));
 }
 
-class DeathInStoppedOutput : public StoppedOutput, public testing::WithParamInterface<Death> {};
-
-INSTANTIATE_TEST_SUITE_P(By, DeathInStoppedOutput, every_death(),
-                         [](const auto& death) { return death.param.name; });
-
-TEST_P(DeathInStoppedOutput, of_a_key_ends_the_wizard) {
-    expect_end(dying, GetParam());
+TEST_F(StoppedOutput, of_a_key_lets_the_wizard_end) {
+    expect_end(wizard, sigint);
 }
 
 // The key starts the output again.

@@ -1,0 +1,160 @@
+// The limits that the wizard is started with, ulimit(1): few descriptors, or many that are open
+// already; files that may not become as large as those that it rewrites.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/endings.h"
+#include "tests/e2e/wizard_run.h"
+#include "tests/support/case_name.h"
+#include "tests/support/files.h"
+#include "tests/support/installed_server.h"
+#include "tests/support/local_port.h"
+#include "tests/support/wait_until.h"
+
+namespace {
+
+using Command = std::vector<std::string>;
+
+// The search for leaks is left out: it takes descriptors of its own, and may wait for ever without.
+Command wizard_with_limits(const std::string& limits) {
+    return {"env",
+            "LSAN_OPTIONS=detect_leaks=0",
+            "prlimit",
+            "--nofile=" + limits,
+            "--core=512:1024",
+            WIZARD_PROGRAM};
+}
+
+// A port whose program keeps every connection of the wizard's.
+class RetriedPort : public testing::Test {
+  protected:
+    RetriedPort() {
+        server.start();
+        program.open();
+    }
+
+    void tryPort(WizardRun& wizard) {
+        wizard.walk(Stop::password, Stop::webadmin);
+        wizard.answerListener(Stop::webadmin, {});
+        waitForAttempt(wizard);
+    }
+
+    void retry(WizardRun& wizard) {
+        wizard.press(Key::enter);
+        waitForAttempt(wizard);
+    }
+
+    static bool countsAsFree(WizardRun& wizard) {
+        return wizard.image().shows(title_of(Stop::smtp));
+    }
+
+    InstalledServer server;
+    LocalPort program{9000};
+
+  private:
+    void waitForAttempt(WizardRun& wizard) {
+        wait_until([&] { return program.takeAll() > 0 || countsAsFree(wizard); },
+                   "the port was tried");
+        wizard.waitForKey();
+    }
+};
+
+TEST_F(RetriedPort, stays_taken_beyond_the_soft_limit_of_descriptors) {
+    WizardRun wizard(wizard_with_limits("30:4096"));
+    tryPort(wizard);
+    for (int retries = 0; retries < 40; ++retries)
+        retry(wizard);
+    EXPECT_FALSE(countsAsFree(wizard));
+    program.close();
+    wizard.press(Key::enter);
+    wizard.walkToTheEnd({}, Stop::smtp);
+    EXPECT_EQ(wizard.finish(), exited(0));
+}
+
+TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_touched) {
+    const std::string config = read_file(InstalledServer::config);
+    const Lines log = server.log();
+    WizardRun wizard(wizard_with_limits("30:30"));
+    tryPort(wizard);
+    while (!countsAsFree(wizard))
+        retry(wizard);
+    wizard.walkToTheEnd({}, Stop::smtp);
+    wizard.dismissError("the CLI port is not in use!");
+    EXPECT_TRUE(ends_with(wizard, exited(1), ""));
+    EXPECT_TRUE(server.isRunning());
+    EXPECT_EQ(server.log(), log);
+    EXPECT_EQ(read_file(InstalledServer::config), config);
+}
+
+// Of a command that opens 2,000 files and then becomes the wizard, with a soft limit of
+// descriptors: above that number and below it.
+class InheritedDescriptors : public testing::TestWithParam<std::string> {};
+
+TEST_P(InheritedDescriptors, do_not_keep_the_answers_from_being_applied) {
+    WizardRun wizard(Command{"bash", "-c",
+                             "ulimit -Sn 4096\n"
+                             "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
+                             "ulimit -Sn " +
+                                 GetParam() + "\nexec \"$0\"",
+                             WIZARD_PROGRAM});
+    wizard.walkToTheEnd();
+    EXPECT_EQ(wizard.finish(), exited(0));
+}
+
+INSTANTIATE_TEST_SUITE_P(Limit, InheritedDescriptors, testing::Values("4096", "1024"));
+
+// What the server's executable finds.
+TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
+    const InstalledServer server;
+    server.replaceBy(
+        "for limit in -Sn -Hn -Sc -Hc; do ulimit $limit; done >/run/scratch/new\n"
+        "mv /run/scratch/new /run/scratch/limits\nexec sleep 1000\n");
+    // The sanitizers have a limit of their own.
+    Command wizard_without_it = wizard_with_limits("200:4096");
+    wizard_without_it.insert(
+        wizard_without_it.begin(),
+        {"sh", "-c", "ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0 exec \"$@\"", "sh"});
+    WizardRun wizard(wizard_without_it);
+    wizard.walkToTheEnd();
+    wait_until([] { return exists("/run/scratch/limits"); }, "the command ran");
+    EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n1\n2\n");
+}
+
+// A file of the server's that is larger than the limit.
+struct LargeFile {
+    std::string name;
+    const char* path;
+    const char* message;
+    bool ends;  // with the message
+};
+
+class FileSizeLimit : public testing::TestWithParam<LargeFile> {};
+
+TEST_P(FileSizeLimit, fails_the_step_and_leaves_the_file_alone) {
+    const InstalledServer server;
+    server.start();
+    std::string content = read_file(GetParam().path);
+    while (content.size() < 200000)
+        content += "# padding\n";
+    write_file(GetParam().path, content);
+    WizardRun wizard(Command{"prlimit", "--fsize=100000", WIZARD_PROGRAM});
+    wizard.walkToTheEnd();
+    wizard.dismissError(GetParam().message);
+    if (GetParam().ends) {
+        EXPECT_TRUE(ends_with(wizard, exited(1), ""));
+    } else {
+        wizard.waitForScreen(Stop::relay);
+        wizard.press(Key::ctrl_c);
+        EXPECT_TRUE(is_aborted(wizard));
+    }
+    EXPECT_EQ(read_file(GetParam().path), content);
+}
+
+const LargeFile large_files[] = {
+    {"configuration", InstalledServer::config, "the CLI port is not in use!", true},
+    {"filters_script", InstalledServer::filters, "Could not configure relay!", false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Below, FileSizeLimit, testing::ValuesIn(large_files), CaseName());
+
+}  // namespace
