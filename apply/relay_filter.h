@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "wizard/base/relay_networks.h"
 #include "wizard/base/tel_help.h"
 
 class FileRewrite;

@@ -8,6 +8,7 @@
 #include "ui/label.h"
 #include "ui/line_breaker.h"
 #include "ui/list.h"
+#include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/listeners.h"
 

@@ -5,6 +5,7 @@
 #include "screens/screen.h"
 #include "screens/screen_table.h"
 #include "ui/text_field.h"
+#include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/base/wizard_settings.h"

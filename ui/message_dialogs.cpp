@@ -11,6 +11,8 @@
 #include "ui/label.h"
 #include "ui/line_breaker.h"
 #include "ui/main_window.h"
+#include "ui/terminal/colours.h"
+#include "ui/terminal/terminal.h"
 #include "wizard/base/screen_state.h"
 #include "wizard/system/port_probe.h"
 

@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Terminals, KindOfTerminal,
 // Many terminals, when they take UTF-8, show the letters that stand for lines as letters, whatever
 // character set is chosen.
 TEST_P(KindOfTerminal, has_frames_of_lines_not_of_letters) {
-    EXPECT_SCREEN(wizard, term != "vt220" ? "../e2e/golden/default_walk/password"
+    EXPECT_SCREEN(wizard, term != "vt220" ? "../screens/golden/password_on_password"
                                           : "golden/without_colours/password");
     if (locale != "C") {
         EXPECT_NE(wizard.output().find("┌─"), std::string::npos);
