@@ -6,24 +6,27 @@
 
 #include "ui/keys.h"
 
-ListEntries::ListEntries(const char* const* items, int count, int normalPair, int selectedPair)
-    : texts(items, items + count), longest(0), normalPair(normalPair), selectedPair(selectedPair) {
-    for (const std::string& text : texts)
-        longest = std::max(longest, static_cast<int>(text.size()));
+ListEntries::ListEntries(const char* const* texts, int count, int normalPair, int selectedPair)
+    : normalPair(normalPair),
+      selectedPair(selectedPair),
+      items(texts, texts + count),
+      count(count) {
+    for (const std::string& item : items)
+        maxLength = std::max(maxLength, static_cast<int>(item.size()));
 }
 
 bool ListEntries::moveBar(int key) {
     const int step = key == KEY_DOWN ? 1 : key == KEY_UP ? -1 : 0;
-    const int target = std::clamp(bar + step, 0, std::max(count() - 1, 0));
-    return std::exchange(bar, target) != target;
+    const int target = std::clamp(selected + step, 0, std::max(count - 1, 0));
+    return std::exchange(selected, target) != target;
 }
 
 void ListEntries::draw(WINDOW* window, int index, const char* marker) const {
-    const bool is_selected = index == bar;
+    const bool is_selected = index == selected;
     const attr_t look = is_selected ? COLOR_PAIR(selectedPair) | A_BOLD : COLOR_PAIR(normalPair);
     wattron(window, look);
-    mvwprintw(window, index, 0, "%s%-*s", marker, longest,
-              texts[static_cast<size_t>(index)].c_str());
+    mvwprintw(window, index, 0, "%s%-*s", marker, maxLength,
+              items[static_cast<size_t>(index)].c_str());
     // The others' pair stays on: every later entry and every later draw starts from it.
     if (is_selected)
         wattroff(window, look);
@@ -35,18 +38,18 @@ List::List(Window* parent, int count, const char* const* items, int row, int col
     constexpr int marker_width = 2;
     this->parent = parent;
     setPosition(row, col);
-    setSize(count, entries.longest + marker_width);
+    setSize(count, entries.maxLength + marker_width);
     create();
     keypad(cursesWindow, TRUE);
 }
 
 void List::setSelected(int index) {
-    if (index >= 0 && index < entries.count())
-        entries.bar = index;
+    if (index >= 0 && index < entries.count)
+        entries.selected = index;
 }
 
 void List::placeCursor() {
-    wmove(cursesWindow, entries.bar, entries.longest + 1);
+    wmove(cursesWindow, entries.selected, entries.maxLength + 1);
 }
 
 int List::onKey(int key) {
@@ -56,8 +59,8 @@ int List::onKey(int key) {
 }
 
 void List::draw() {
-    for (int i = 0; i < entries.count(); ++i)
-        entries.draw(cursesWindow, i, i == entries.bar ? "$ " : "  ");
+    for (int i = 0; i < entries.count; ++i)
+        entries.draw(cursesWindow, i, i == entries.selected ? "$ " : "  ");
 }
 
 ChoiceList::ChoiceList(Window* parent, int count, const char* const* items,
@@ -67,28 +70,28 @@ ChoiceList::ChoiceList(Window* parent, int count, const char* const* items,
     constexpr int box_width = 4;
     this->parent = parent;
     if (checked != nullptr)
-        std::copy(checked, checked + entries.count(), this->checked);
+        std::copy(checked, checked + entries.count, this->checked);
     setPosition(row, col);
     // A height of 0 would reach down to the bottom of the terminal.
-    setSize(std::max(entries.count(), 1), entries.longest + box_width);
+    setSize(std::max(entries.count, 1), entries.maxLength + box_width);
     create();
     keypad(cursesWindow, TRUE);
 }
 
 unsigned char* ChoiceList::getChecked(int* count) const {
     auto* flags = static_cast<unsigned char*>(std::malloc(sizeof(checked)));
-    *count = entries.count();
+    *count = entries.count;
     std::copy(checked, checked + *count, flags);
     return flags;
 }
 
 void ChoiceList::placeCursor() {
-    wmove(cursesWindow, entries.bar, entries.longest + 1);
+    wmove(cursesWindow, entries.selected, entries.maxLength + 1);
 }
 
 int ChoiceList::onKey(int key) {
     if (key == key_space || key == key_enter)
-        checked[entries.bar] ^= 1U;
+        checked[entries.selected] ^= 1U;
     else if (!entries.moveBar(key))
         return key;
     draw();
@@ -98,7 +101,7 @@ int ChoiceList::onKey(int key) {
 void ChoiceList::draw() {
     curs_set(0);
     Window::draw();
-    for (int i = 0; i < entries.count(); ++i)
+    for (int i = 0; i < entries.count; ++i)
         entries.draw(cursesWindow, i, checked[i] != 0 ? "[x] " : "[ ] ");
-    wmove(cursesWindow, entries.bar, entries.longest + 2);
+    wmove(cursesWindow, entries.selected, entries.maxLength + 2);
 }

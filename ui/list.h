@@ -7,23 +7,22 @@
 
 /// What the two kinds of list share: a column of texts, one a line, and a bar on one of them.
 struct ListEntries {
-    ListEntries(const char* const* items, int count, int normalPair, int selectedPair);
-
-    int count() const { return static_cast<int>(texts.size()); }
+    ListEntries(const char* const* texts, int count, int normalPair, int selectedPair);
 
     /// Moves the bar by one on the up and down keys, unless it is at the end. Returns true when it
     /// moved.
     bool moveBar(int key);
 
-    /// Draws entry `index` on its line of `window`: `marker` and the text, filled up to the longest
-    /// one's length; bold in `selectedPair` under the bar, else in `normalPair`.
+    /// Draws entry `index` on its line of `window`: `marker` and the text, filled up to
+    /// `maxLength`; bold in `selectedPair` under the bar, else in `normalPair`.
     void draw(WINDOW* window, int index, const char* marker) const;
 
-    std::vector<std::string> texts;
-    int longest;  ///< the length of the longest text, 0 where there is none
+    int selected = 0;   ///< the entry under the bar
+    int maxLength = 0;  ///< the length of the longest entry, 0 where there is none
     int normalPair;
     int selectedPair;
-    int bar = 0;
+    std::vector<std::string> items;
+    int count;
 };
 
 /// A column of texts with a bar that selects one. It is as high as it has entries and does not
@@ -35,7 +34,7 @@ class List : public Window {
     List(Window* parent, int count, const char* const* items, int row, int col, int normalPair,
          int selectedPair);
 
-    int getSelected() const { return entries.bar; }
+    int getSelected() const { return entries.selected; }
 
     /// Selects entry `index` without drawing; an index that is none is ignored.
     void setSelected(int index);

@@ -237,6 +237,10 @@ TEST_F(PassTextFieldTest, a_character_typed_after_a_shortened_text_uncovers_what
     typeIn("X");
     EXPECT_EQ(text(), "abXdefgh");
     EXPECT_EQ(line(), "***** ");
+    // It counts at once, up to the last place, so that there is no room for more.
+    set("abcd");
+    typeIn("XY");
+    EXPECT_EQ(text(), "abcdXfgh");
 }
 
 TEST_F(PassTextFieldTest, drawing_blanks_nothing_so_stars_of_a_longer_text_stay) {

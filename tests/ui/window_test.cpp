@@ -1,7 +1,5 @@
 #include "ui/window.h"
 
-#include <cstring>
-
 #include "tests/ui/ui_test.h"
 #include "ui/keys.h"
 
