@@ -107,10 +107,3 @@ void Screen::refuse(const char* message, int focus) {
     showMessage(message, "Error!");
     screen_focus(state) = focus;
 }
-
-std::vector<const char*> text_pointers(const std::vector<std::string>& entries) {
-    std::vector<const char*> texts;
-    for (const std::string& entry : entries)
-        texts.push_back(entry.c_str());
-    return texts;
-}

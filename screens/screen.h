@@ -118,6 +118,3 @@ class Screen {
     std::vector<std::unique_ptr<Window>> widgets;
     std::vector<Control> controls;
 };
-
-/// The texts of `entries`, as the lists take them; valid as long as those are.
-std::vector<const char*> text_pointers(const std::vector<std::string>& entries);

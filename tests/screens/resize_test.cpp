@@ -15,6 +15,7 @@
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
 #include "ui/keys.h"
+#include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "ui/pending_box.h"
 #include "wizard/base/screen_size.h"
@@ -43,7 +44,7 @@ void PrintTo(const Scene& scene, std::ostream* out) {
 // A pending box takes no keys; something else goes on while it stands. Here that is a wait for one.
 void show_pending(const std::string& message) {
     showPending(message.c_str(), "Operation pending!");
-    read_key(*pending_frame());
+    read_key(*main_window);
 }
 
 void show_progress() {
@@ -78,7 +79,7 @@ std::vector<Scene> dialogs() {
         {"progress", state_pending,
          [] {
              show_progress();
-             read_key(*pending_frame());
+             read_key(*main_window);
          }},
         {"progress_ok", state_pending,
          [] {
