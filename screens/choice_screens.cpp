@@ -29,8 +29,8 @@ struct Plan {
     int rows_above_list = 4;  // between the frame's top and the list, less the question's lines
     int next_col = 49;        // column of the "Next" button
     bool back_stores = true;  // "Back" stores the choices too
-    bool next_refocuses =
-        true;  // "Next" moves the screen's own focus to the list, not the next one's
+    // Whether the screen's own focus goes back to the list with "Next", or the next screen's does.
+    bool next_refocuses = true;
     bool back_refocuses = true;
 
     int count() const { return static_cast<int>(choices.size()); }

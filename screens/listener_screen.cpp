@@ -65,7 +65,6 @@ class ListenerScreen : public Screen {
                  interface_count + 9),
           listener(listener_of(state)) {
         const int port_col = lengthOf(rows) + 5;
-        const int cols = frame.getWidth();
         std::vector<const char*> texts;
         for (const std::string& row : rows)
             texts.push_back(row.c_str());
@@ -80,7 +79,7 @@ class ListenerScreen : public Screen {
         }
         addControl({focus_list, list, Enter::moves_on});
         addControl({focus_port, ports.front(), Enter::moves_on});
-        addButton(focus_ok, interface_count + 5, cols - 8, "OK");
+        addButton(focus_ok, interface_count + 5, frameCols - 8, "OK");
         addButton(focus_back, interface_count + 5, 2, "Back");
     }
 

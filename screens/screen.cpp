@@ -12,9 +12,9 @@
 
 Screen::Screen(int state, int rows, int cols, int centringRows)
     : state(state),
+      frameCols(cols),
       frame(main_window, centred(screen_rows, centringRows), centred(screen_cols, cols), rows,
             cols),
-      frameCols(cols),
       centringRows(centringRows) {
     frame.setTitle(screen_table[state].title, pair_screen);
     frame.setColors(pair_screen, pair_screen, 1);

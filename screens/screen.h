@@ -96,6 +96,7 @@ class Screen {
     virtual void takeKey(const Control& control, int key) { control.widget->onKey(key); }
 
     const int state;
+    const int frameCols;  ///< the frame's width
     Window frame;
 
   private:
@@ -113,7 +114,6 @@ class Screen {
     void place();
     void moveOn();
 
-    int frameCols;
     int centringRows;
     std::vector<std::unique_ptr<Window>> widgets;
     std::vector<Control> controls;
