@@ -1,8 +1,6 @@
 // The screens with check boxes: a question, and below it a list of things to tick and the buttons
 // "Next" and "Back".
 
-#include <algorithm>
-
 #include "screens/screen.h"
 #include "screens/screen_table.h"
 #include "ui/label.h"
@@ -19,17 +17,24 @@ enum Focus { focus_choices, focus_next, focus_back };
 // Every such screen is centred as if it were this high.
 constexpr int centring_rows = 15;
 
-using Texts = std::vector<std::string>;
+struct Choice {
+    std::string text;
+    unsigned char* flag;  // the setting, 0 or 1
+};
 
 /// What one of them has different from the next.
 struct Plan {
-    int cols;             // width of the frame
-    int rows_above_list;  // between the frame's top and the list, less the question's lines
-    int next_col;         // column of the "Next" button
     std::string question;
-    Texts entries;
+    std::vector<Choice> choices;
+    int cols = 60;            // width of the frame
+    int rows_above_list = 4;  // between the frame's top and the list, less the question's lines
+    int next_col = 49;        // column of the "Next" button
+    bool back_stores = true;  // "Back" stores the choices too
+    // Whether the screen's own focus goes back to the list with "Next", or the next screen's does.
+    bool next_refocuses = true;
+    bool back_refocuses = true;
 
-    int count() const { return static_cast<int>(entries.size()); }
+    int count() const { return static_cast<int>(choices.size()); }
     int questionCols() const { return cols - 2; }
     int listRow() const {
         return rows_above_list + countLines(question.c_str(), questionCols(), break_between_words);
@@ -38,136 +43,86 @@ struct Plan {
 };
 
 class ChoiceScreen : public Screen {
-  protected:
-    // `checked` are the flags to start from, one per entry.
-    ChoiceScreen(int state, const Plan& plan, const unsigned char* checked)
-        : Screen(state, plan.buttonRow() + 5, plan.cols, centring_rows) {
+  public:
+    ChoiceScreen(int state, const Plan& plan, bool ticked)
+        : Screen(state, plan.buttonRow() + 5, plan.cols, centring_rows), plan(plan) {
         add<FormatLabel>(plan.question.c_str(), 3, 1, &frame, plan.questionCols(),
                          break_between_words);
-        list = &add<ChoiceList>(&frame, plan.count(), text_pointers(plan.entries).data(), checked,
-                                plan.listRow(), 1, pair_screen, pair_focus);
+        std::vector<const char*> texts;
+        std::vector<unsigned char> checked;
+        for (const Choice& choice : plan.choices) {
+            texts.push_back(choice.text.c_str());
+            checked.push_back(ticked ? 1 : *choice.flag);
+        }
+        list = &add<ChoiceList>(&frame, plan.count(), texts.data(), checked.data(), plan.listRow(),
+                                1, pair_screen, pair_focus);
         list->setColors(pair_screen, pair_screen, 0);
         addControl({focus_choices, list, Enter::goes_to_widget});
         addButton(focus_next, plan.buttonRow(), plan.next_col, "Next");
         addButton(focus_back, plan.buttonRow(), 3, "Back");
     }
 
-    // Copies the check marks to `flags`; leaves it alone where the list is empty.
-    void store(unsigned char* flags) {
-        int count = 0;
-        const std::unique_ptr<unsigned char, FreeHeap> marks(list->getChecked(&count));
-        std::copy(marks.get(), marks.get() + count, flags);
-    }
-
   private:
-    virtual void goOn() = 0;
-    virtual void goBack() = 0;
-
     WizardEnd press(int button) override {
-        if (button == focus_next)
-            goOn();
-        else
-            goBack();
+        const bool forwards = button == focus_next;
+        if (forwards || plan.back_stores)
+            store();
+        const int to = forwards ? next_screen_state(state) : previous_screen_state(state);
+        const bool refocuses = forwards ? plan.next_refocuses : plan.back_refocuses;
+        leave(to, refocuses ? state : to);
         return WizardEnd::not_yet;
     }
 
+    void store() {
+        int count = 0;
+        const std::unique_ptr<unsigned char, FreeHeap> marks(list->getChecked(&count));
+        for (int i = 0; i < count; ++i)
+            *plan.choices[static_cast<size_t>(i)].flag = marks.get()[i];
+    }
+
+    const Plan plan;
     ChoiceList* list = nullptr;
-};
-
-class AliasScreen : public ChoiceScreen {
-  public:
-    // Its "Next" stands where that of the domain screen does, which is narrower.
-    AliasScreen(int state, const unsigned char* chosen)
-        : ChoiceScreen(state,
-                       {62,
-                        4,
-                        52,
-                        std::string("Select which aliases to configure for the \"") +
-                            wizard_settings.primary_domain + "\" domain.",
-                        {"Redirect all mails for root account to postmaster",
-                         "Add the 'localhost' alias to this domain",
-                         "Add the 'localhost.localdomain' alias to this domain"}},
-                       chosen) {}
-
-  private:
-    void goOn() override { storeAndLeave(next_screen_state(state)); }
-    void goBack() override { storeAndLeave(previous_screen_state(state)); }
-
-    void storeAndLeave(int to) {
-        leave(to, to);
-        unsigned char chosen[3] = {};
-        store(chosen);
-        wizard_settings.alias_root_to_postmaster = chosen[0];
-        wizard_settings.alias_localhost = chosen[1];
-        wizard_settings.alias_localhost_localdomain = chosen[2];
-    }
-};
-
-class ServicesScreen : public ChoiceScreen {
-  public:
-    ServicesScreen(int state, const unsigned char* chosen)
-        : ChoiceScreen(
-              state,
-              {60,
-               4,
-               49,
-               "Which one of the following services do you want to enable in Teluma?",
-               {optional_listeners[service_pop3].name, optional_listeners[service_imap].name,
-                optional_listeners[service_webmail].name}},
-              chosen) {}
-
-  private:
-    void goOn() override {
-        store(wizard_settings.service_enabled);
-        leave(next_screen_state(state), state);
-    }
-
-    void goBack() override { leave(previous_screen_state(state), previous_screen_state(state)); }
-};
-
-Texts network_texts() {
-    Texts texts;
-    for (int i = 0; i < relay_network_count; ++i)
-        texts.push_back(std::string(relay_network_list[i].network) + "/" +
-                        relay_network_list[i].netmask);
-    return texts;
-}
-
-class RelayScreen : public ChoiceScreen {
-  public:
-    explicit RelayScreen(int state)
-        : ChoiceScreen(state,
-                       {60, 3, 49,
-                        "Please select the networks which are allowed to relay mails through "
-                        "TELUMA, without requiring authentication:",
-                        network_texts()},
-                       wizard_settings.relay_ticks) {}
-
-  private:
-    void goOn() override { storeAndLeave(next_screen_state(state)); }
-    void goBack() override { storeAndLeave(previous_screen_state(state)); }
-
-    void storeAndLeave(int to) {
-        store(wizard_settings.relay_ticks);
-        leave(to, state);
-    }
 };
 
 }  // namespace
 
 std::unique_ptr<Screen> create_alias_screen(int state) {
-    const unsigned char chosen[] = {wizard_settings.alias_root_to_postmaster,
-                                    wizard_settings.alias_localhost,
-                                    wizard_settings.alias_localhost_localdomain};
-    return std::make_unique<AliasScreen>(state, chosen);
+    WizardSettings& settings = wizard_settings;
+    Plan plan;
+    plan.question = std::string("Select which aliases to configure for the \"") +
+                    settings.primary_domain + "\" domain.";
+    plan.choices = {
+        {"Redirect all mails for root account to postmaster", &settings.alias_root_to_postmaster},
+        {"Add the 'localhost' alias to this domain", &settings.alias_localhost},
+        {"Add the 'localhost.localdomain' alias to this domain",
+         &settings.alias_localhost_localdomain}};
+    plan.cols = 62;
+    plan.next_col = 52;
+    plan.next_refocuses = plan.back_refocuses = false;
+    return std::make_unique<ChoiceScreen>(state, plan, false);
 }
 
 std::unique_ptr<Screen> create_services_screen(int state) {
-    const unsigned char all_ticked[optional_service_count] = {1, 1, 1};
-    return std::make_unique<ServicesScreen>(state, all_ticked);
+    Plan plan;
+    plan.question = "Which one of the following services do you want to enable in Teluma?";
+    for (const int service : {service_pop3, service_imap, service_webmail})
+        plan.choices.push_back(
+            {optional_listeners[service].name, &wizard_settings.service_enabled[service]});
+    plan.back_stores = plan.back_refocuses = false;
+    return std::make_unique<ChoiceScreen>(state, plan, true);
 }
 
 std::unique_ptr<Screen> create_relay_screen(int state) {
-    std::fill_n(wizard_settings.relay_ticks, relay_network_count, 1);
-    return std::make_unique<RelayScreen>(state);
+    Plan plan;
+    plan.question =
+        "Please select the networks which are allowed to relay mails through TELUMA, without "
+        "requiring authentication:";
+    for (int i = 0; i < relay_network_count; ++i) {
+        const relay_network& record = relay_network_list[i];
+        wizard_settings.relay_ticks[i] = 1;
+        plan.choices.push_back(
+            {std::string(record.network) + "/" + record.netmask, &wizard_settings.relay_ticks[i]});
+    }
+    plan.rows_above_list = 3;
+    return std::make_unique<ChoiceScreen>(state, plan, true);
 }

@@ -19,7 +19,7 @@ namespace {
 enum Focus { focus_list, focus_port, focus_ok, focus_back };
 
 constexpr int list_row = 4;
-constexpr int max_port_digits = 5;
+constexpr int port_digits = 5;
 constexpr int highest_port = 65535;
 
 const Listener& listener_of(int state) {
@@ -48,14 +48,6 @@ std::vector<std::string> interface_rows() {
     return rows;
 }
 
-int port_col() {
-    return longest(&interf_addr::name) + longest(&interf_addr::address) + 8;
-}
-
-int frame_cols() {
-    return std::max(port_col() + 8, 27);
-}
-
 bool port_is_free(const char* address, int port) {
     showPending("Please wait until the port is being checked!", "Operation pending!");
     const bool is_free = probe_port(address, port) != 0;
@@ -68,32 +60,33 @@ bool port_is_free(const char* address, int port) {
 // pressed.
 class ListenerScreen : public Screen {
   public:
-    explicit ListenerScreen(int state)
-        : Screen(state, interface_count + 9, frame_cols(), interface_count + 9),
+    // `rows` are those of the interfaces, all of the same length.
+    ListenerScreen(int state, const std::vector<std::string>& rows)
+        : Screen(state, interface_count + 9, std::max(lengthOf(rows) + 13, 27),
+                 interface_count + 9),
           listener(listener_of(state)) {
+        const int port_col = lengthOf(rows) + 5;
+        std::vector<const char*> texts;
+        for (const std::string& row : rows)
+            texts.push_back(row.c_str());
         add<Label>(&frame, 3, 1, "Interface:");
-        add<Label>(&frame, 3, port_col(), "Port:");
-        addList();
-        addPorts();
-        addButton(focus_ok, interface_count + 5, frame_cols() - 8, "OK");
+        add<Label>(&frame, 3, port_col, "Port:");
+        list =
+            &add<List>(&frame, interface_count, texts.data(), list_row, 1, pair_screen, pair_focus);
+        for (int row = 0; row < interface_count; ++row) {
+            ports.push_back(
+                &add<TextField>(&frame, list_row + row, port_col, port_digits, port_digits, 1));
+            ports.back()->setText(listener.default_port);
+        }
+        addControl({focus_list, list, Enter::moves_on});
+        addControl({focus_port, ports.front(), Enter::moves_on});
+        addButton(focus_ok, interface_count + 5, frameCols - 8, "OK");
         addButton(focus_back, interface_count + 5, 2, "Back");
     }
 
   private:
-    void addList() {
-        const std::vector<std::string> rows = interface_rows();
-        list = &add<List>(&frame, interface_count, text_pointers(rows).data(), list_row, 1,
-                          pair_screen, pair_focus);
-        addControl({focus_list, list, Enter::moves_on});
-    }
-
-    void addPorts() {
-        for (int row = 0; row < interface_count; ++row) {
-            ports.push_back(&add<TextField>(&frame, list_row + row, port_col(), max_port_digits,
-                                            max_port_digits, 1));
-            ports.back()->setText(listener.default_port);
-        }
-        addControl({focus_port, ports.front(), Enter::moves_on});
+    static int lengthOf(const std::vector<std::string>& rows) {
+        return static_cast<int>(rows.front().size());
     }
 
     bool isWebadmin() const { return &listener == &webadmin_listener; }
@@ -200,5 +193,5 @@ class ListenerScreen : public Screen {
 }  // namespace
 
 std::unique_ptr<Screen> create_listener_screen(int state) {
-    return std::make_unique<ListenerScreen>(state);
+    return std::make_unique<ListenerScreen>(state, interface_rows());
 }

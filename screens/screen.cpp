@@ -12,9 +12,9 @@
 
 Screen::Screen(int state, int rows, int cols, int centringRows)
     : state(state),
+      frameCols(cols),
       frame(main_window, centred(screen_rows, centringRows), centred(screen_cols, cols), rows,
             cols),
-      frameCols(cols),
       centringRows(centringRows) {
     frame.setTitle(screen_table[state].title, pair_screen);
     frame.setColors(pair_screen, pair_screen, 1);
@@ -106,11 +106,4 @@ void Screen::refuse(const char* message, int focus) {
     hide();
     showMessage(message, "Error!");
     screen_focus(state) = focus;
-}
-
-std::vector<const char*> text_pointers(const std::vector<std::string>& entries) {
-    std::vector<const char*> texts;
-    for (const std::string& entry : entries)
-        texts.push_back(entry.c_str());
-    return texts;
 }

@@ -96,6 +96,7 @@ class Screen {
     virtual void takeKey(const Control& control, int key) { control.widget->onKey(key); }
 
     const int state;
+    const int frameCols;  ///< the frame's width
     Window frame;
 
   private:
@@ -113,11 +114,7 @@ class Screen {
     void place();
     void moveOn();
 
-    int frameCols;
     int centringRows;
     std::vector<std::unique_ptr<Window>> widgets;
     std::vector<Control> controls;
 };
-
-/// The texts of `entries`, as the lists take them; valid as long as those are.
-std::vector<const char*> text_pointers(const std::vector<std::string>& entries);

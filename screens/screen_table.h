@@ -19,9 +19,9 @@ struct ScreenRow {
     int state;
     const char* title;
     std::unique_ptr<Screen> (*create)(int state);  ///< builds it on top of the panel stack
-    Hidden hidden;
-    int next;  ///< where "Next" leads, see next_screen_state()
+    int next;                                      ///< where "Next" leads, see next_screen_state()
     int back;
+    Hidden hidden = Hidden::stays;
 
     /// Shows the screen, which is built if need be, until a button has been pressed. Returns
     /// whether that was the wizard's end.

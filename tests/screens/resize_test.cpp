@@ -42,7 +42,7 @@ void PrintTo(const Scene& scene, std::ostream* out) {
 // A pending box takes no keys; something else goes on while it stands. Here that is a wait for one.
 void show_pending(const std::string& message) {
     showPending(message.c_str(), "Operation pending!");
-    read_key(*pending_frame());
+    read_key(*main_window);
 }
 
 void show_progress() {
@@ -77,7 +77,7 @@ std::vector<Scene> dialogs() {
         {"progress", state_pending,
          [] {
              show_progress();
-             read_key(*pending_frame());
+             read_key(*main_window);
          }},
         {"progress_ok", state_pending,
          [] {

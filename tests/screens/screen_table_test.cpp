@@ -60,7 +60,6 @@ TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
 
 void expect_nothing_left() {
     EXPECT_TRUE(states_built().empty());
-    EXPECT_EQ(pending_frame(), nullptr);
     EXPECT_EQ(main_window, nullptr);
     EXPECT_EQ(interface_table, nullptr);
     EXPECT_EQ(relay_network_list, nullptr);
