@@ -32,7 +32,7 @@ struct Listener {
     const char* service;
 };
 
-const Listener listeners[] = {
+constexpr Listener listeners[] = {
     {&WizardSettings::webadmin_interface, &WizardSettings::webadmin_port, "webadmin",
      "--> configuring WebAdmin", nullptr},
     {&WizardSettings::smtp_interface, &WizardSettings::smtp_port, "smtp", "--> configuring SMTP",
@@ -44,9 +44,9 @@ const Listener listeners[] = {
     {&WizardSettings::webmail_interface, &WizardSettings::webmail_port, "webmail",
      "--> configuring WEBMAIL", "webmail"},
 };
-const Listener& webadmin_listener = listeners[0];
-const Listener& smtp_listener = listeners[1];
-const Listener* const optional_listeners = listeners + 2;
+constexpr const Listener& webadmin_listener = listeners[0];
+constexpr const Listener& smtp_listener = listeners[1];
+constexpr const Listener* optional_listeners = listeners + 2;
 
 // Runs of steps return 0, or 1 when they have failed.
 
@@ -139,7 +139,7 @@ constexpr char login_failure[] =
     "Could not login to Teluma server! Please make sure that the CLI port is not in use!";
 
 // In the order in which they are applied.
-const Step steps[] = {
+constexpr Step steps[] = {
     {&WizardSettings::done_password, always, "pass", "--> setting admin password", restart_server,
      no_way_back, no_way_back, login_failure},
     {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, no_way_back,
