@@ -114,7 +114,7 @@ constexpr char login_failure[] =
     "Could not login to Teluma server! Please make sure that the CLI port is not in use!";
 
 // In the order in which they are applied.
-const Step steps[] = {
+constexpr Step steps[] = {
     {&WizardSettings::done_password, always, "pass", "--> setting admin password", restart_server,
      no_way_back, no_way_back, login_failure},
     {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, no_way_back,
