@@ -48,13 +48,6 @@ std::vector<std::string> interface_rows() {
     return rows;
 }
 
-bool port_is_free(const char* address, int port) {
-    showPending("Please wait until the port is being checked!", "Operation pending!");
-    const bool is_free = probe_port(address, port) != 0;
-    closePending();
-    return is_free;
-}
-
 // WebAdmin takes its answers as they are given: the interface when the bar moves, the port when
 // "OK" is pressed. The others take both when they are accepted, the interface also when "OK" is
 // pressed.
@@ -139,7 +132,7 @@ class ListenerScreen : public Screen {
             return;
         }
         hide();
-        if (!port_is_free(interfaceUnderBar().address, port)) {
+        if (!probe_port_visibly(interfaceUnderBar().address, port)) {
             warnOfTakenPort(port);
         } else if (!loopbackIsMeant()) {
             screen_focus(state) = focus_list;
