@@ -1,6 +1,7 @@
 #include "wizard/ending.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
@@ -79,7 +80,8 @@ TEST(Ending, of_any_other_kind_has_its_own_words_and_status) {
     EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::without_login), 1); }), "");
     EXPECT_EQ(printed_by([] { EXPECT_EQ(refuse_terminal(), 0); }),
               "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
-    EXPECT_EXIT(abort_wizard(SIGINT), testing::ExitedWithCode(1), "");
+    EXPECT_EXIT((dup2(STDERR_FILENO, STDOUT_FILENO), abort_wizard(SIGINT)),
+                testing::ExitedWithCode(1), "\nTELUMA Configuration Wizard Aborted!\n");
 }
 
 }  // namespace
