@@ -30,10 +30,6 @@ bool is_domain(const char* name) {
            std::all_of(name, name + length, [](char c) { return c >= ' ' && c <= '~'; });
 }
 
-bool is_empty(const char* text) {
-    return text[0] == '\0';
-}
-
 class DomainScreen : public Screen {
   public:
     explicit DomainScreen(int state) : Screen(state, rows, cols, rows) {
@@ -70,7 +66,7 @@ class DomainScreen : public Screen {
         if (button == focus_next)
             goOn();
         else
-            leave(previous_screen_state(state), previous_screen_state(state));
+            leave(previous_screen_state(state));
         return WizardEnd::not_yet;
     }
 
@@ -78,11 +74,11 @@ class DomainScreen : public Screen {
         const HeapText name(domain.getText());
         const HeapText directory(location.getText());
         const SecretText password(postmaster.getText());
-        if (is_empty(name.get()))
+        if (name.get()[0] == '\0')
             refuse("A blank domain is not allowed!", focus_domain);
-        else if (is_empty(directory.get()))
+        else if (directory.get()[0] == '\0')
             refuse("A blank domain location is not allowed!", focus_location);
-        else if (is_empty(password.get()))
+        else if (password.get()[0] == '\0')
             refuse("A blank password is not allowed!", focus_postmaster);
         else
             accept(name.get(), directory.get(), password.get());
@@ -94,7 +90,7 @@ class DomainScreen : public Screen {
         std::snprintf(settings.domain_location, sizeof(settings.domain_location), "%s", directory);
         std::snprintf(settings.postmaster_password, sizeof(settings.postmaster_password), "%s",
                       password);
-        leave(next_screen_state(state), next_screen_state(state));
+        leave(next_screen_state(state));
     }
 
     TextField& domain = addField<TextField>(focus_domain, 3, "Primary Domain:", max_domain);

@@ -44,7 +44,7 @@ class PasswordScreen : public Screen {
         if (typed.get()[0] == '\0')
             refuse("A blank password is not allowed!", focus_password);
         else
-            leave(next_screen_state(state), next_screen_state(state));
+            leave(next_screen_state(state));
     }
 
     PassTextField& password = addField<PassTextField>(focus_password, 3, "Password:", max_password);

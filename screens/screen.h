@@ -87,6 +87,7 @@ class Screen {
     /// Leaves for the screen of state `to`. The screen of state `refocused`, one of the two, will
     /// be shown with the focus on its first control.
     void leave(int to, int refocused);
+    void leave(int to) { leave(to, to); }
 
     /// Hides the screen, shows a message with an "OK" button under the title "Error!", and sends
     /// the focus to `focus`.

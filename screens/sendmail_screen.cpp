@@ -30,15 +30,11 @@ int lines_of(const char* text, int width) {
     return countLines(text, width, break_between_words);
 }
 
-int warning_row() {
-    int row = item_row + 1;
+int button_row() {
+    int row = item_row;
     for (const char* item : items)
         row += lines_of(item, item_cols);
-    return row;
-}
-
-int button_row() {
-    return warning_row() + lines_of(warning, warning_cols) + 1;
+    return row + 1 + lines_of(warning, warning_cols) + 1;
 }
 
 class SendmailScreen : public Screen {
@@ -48,18 +44,18 @@ class SendmailScreen : public Screen {
         int row = item_row;
         for (const char* item : items) {
             add<Label>(&frame, row, 1, "* ");
-            addText(item, row, 3, item_cols);
-            row += lines_of(item, item_cols);
+            row += addText(item, row, 3, item_cols);
         }
-        addText(warning, warning_row(), 1, warning_cols);
+        addText(warning, row + 1, 1, warning_cols);
         addButton(focus_yes, button_row(), cols - 10, "Yes");
         addButton(focus_no, button_row(), (cols - 6) / 2, "No");
         addButton(focus_back, button_row(), 3, "Back");
     }
 
   private:
-    void addText(const char* text, int row, int col, int width) {
-        add<FormatLabel>(text, row, col, &frame, width, break_between_words);
+    // Returns how many lines it takes.
+    int addText(const char* text, int row, int col, int width) {
+        return add<FormatLabel>(text, row, col, &frame, width, break_between_words).getLineCount();
     }
 
     WizardEnd press(int button) override {

@@ -29,11 +29,4 @@ TEST(DefaultPort, that_is_taken_is_warned_of_on_the_smallest_terminal) {
     EXPECT_SCREEN(wizard.image(), "golden/port_in_use_on_the_smallest_terminal");
 }
 
-TEST(Port, with_leading_zeros_counts) {
-    WizardRig wizard(state_webadmin);
-    wizard.play(answer_listener(row_eth0, "00080"));
-    EXPECT_EQ(screen_state, state_smtp);
-    EXPECT_EQ(wizard_settings.webadmin_port, 80);
-}
-
 }  // namespace

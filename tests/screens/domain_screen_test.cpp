@@ -65,24 +65,6 @@ TEST(DomainDefault, is_localdomain_where_the_host_has_none_that_can_be_offered) 
     }
 }
 
-TEST(DomainLocation, follows_the_domain_when_the_focus_leaves_it_and_when_the_screen_is_drawn) {
-    DomainRig wizard;
-    wizard.play({"x"});
-    EXPECT_EQ(wizard.domainShown(), "localdomainx");
-    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomain/");
-    wizard.play({});
-    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomainx/");
-    EXPECT_STREQ(wizard_settings.primary_domain, "/var/opt/teluma/domains/localdomainx/");
-    wizard.play({"y", Key::enter});
-    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomainxy/");
-}
-
-TEST(DomainLocation, counts_as_edited_by_a_key_that_changes_nothing) {
-    DomainRig wizard;
-    wizard.play({Key::tab, Key::left, "\t\t\t\t", retyped("example.com"), Key::tab});
-    EXPECT_EQ(wizard.locationShown(), "/var/opt/teluma/domains/localdomain/");
-}
-
 struct Refusal {
     std::string domain;
     std::string location;

@@ -22,13 +22,6 @@ class EachListener : public testing::TestWithParam<ListenerFacts> {
     const std::string number = std::to_string(port.number());
 };
 
-TEST_P(EachListener, lets_keys_that_are_none_of_the_list_do_nothing_in_it) {
-    wizard.play({});
-    const ScreenImage before = wizard.image();
-    wizard.play({" x5", Key::left, Key::right, Key::backspace});
-    EXPECT_SAME_LOOK(before, wizard.image());
-}
-
 TEST_P(EachListener, refuses_what_is_no_port_with_an_error) {
     wizard.play(answer_listener(row_eth0, "8x") + std::vector<Step>{[&] {
                     expect_error_box(wizard.image(),
