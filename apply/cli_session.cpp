@@ -1,7 +1,5 @@
 #include "apply/cli_session.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 
 #include "apply/cli_wire.h"
@@ -32,10 +30,10 @@ int wait_for_server_pid() {
 // connection, which it has done once it has greeted.
 EndOwners look_for_owners(uid_t& own, uid_t& peer) {
     constexpr int most_sleeps = 2;
-    EndOwners owners = find_end_owners(server_session.socket, own, peer);
+    EndOwners owners = find_end_owners(server_session.socket.get(), own, peer);
     for (int sleeps = 0; owners == EndOwners::missing && sleeps < most_sleeps; ++sleeps) {
         sleep_seconds(1);
-        owners = find_end_owners(server_session.socket, own, peer);
+        owners = find_end_owners(server_session.socket.get(), own, peer);
     }
     return owners;
 }
@@ -53,28 +51,27 @@ bool peer_is_trusted() {
 }
 
 int close_session(int failure) {
-    close(server_session.socket);
-    server_session.socket = -1;
+    server_session.socket.close();
     return failure;
 }
 
 }  // namespace
 
 int cli_connect() {
-    server_session.socket = open_tcp_socket();
-    if (server_session.socket == -1)
+    server_session.socket = Descriptor(open_tcp_socket());
+    if (!server_session.socket.isOpen())
         return errno;
     sockaddr_in address{};
     if (!resolve_host(server_session.cli_host, server_session.cli_port, address))
         return close_session(errno != 0 ? errno : EHOSTUNREACH);
     sleep_seconds(2);
-    const int failure = connect_socket(server_session.socket, address);
+    const int failure = connect_socket(server_session.socket.get(), address);
     return failure != 0 ? close_session(failure) : 0;
 }
 
 int cli_read_reply(const std::function<bool(const std::string&)>& take) {
     for (;;) {
-        const HeapText line(cli_read_line(server_session.socket));
+        const HeapText line(cli_read_line(server_session.socket.get()));
         if (line == nullptr)
             return 1;
         if (take(line.get()))
@@ -83,7 +80,7 @@ int cli_read_reply(const std::function<bool(const std::string&)>& take) {
 }
 
 int cli_ask(const char* command, const std::function<bool(const std::string&)>& take) {
-    return cli_send_line(server_session.socket, command) != 0 ? 1 : cli_read_reply(take);
+    return cli_send_line(server_session.socket.get(), command) != 0 ? 1 : cli_read_reply(take);
 }
 
 int cli_wait_prompt() {

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "wizard/base/descriptor.h"
+
 /// What the wizard has learned of the server, and its one session with the server's command-line
 /// interface. The session is opened after the server has been restarted and stays open until the
 /// program ends.
@@ -20,8 +22,8 @@ struct ServerSession {
     char cli_host[256] = "";
     std::uint16_t cli_port = 0;
 
-    /// The connection; -1 while there is none.
-    int socket = -1;
+    /// The connection, if there is one.
+    Descriptor socket;
 
     /// Whether its other end has been seen to belong to the wizard's own user, root: not so where
     /// that is the user "teluma", or where nothing could be looked at.

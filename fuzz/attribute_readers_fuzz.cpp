@@ -1,6 +1,8 @@
 // Whatever a server answers to "show attr", the services and the path of the filters script are the
 // model's.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <optional>
@@ -71,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes = input.takeRest();
     const ScriptedPeer peer(bytes);
     ReplyModel model(bytes);
-    server_session.socket = peer.clientEnd();
+    server_session.socket = Descriptor(dup(peer.clientEnd()));
     const HeapText text(services ? cli_read_services("show") : cli_read_filters_file("show"));
     const auto expected = services ? expected_services(model) : expected_filters_file(model);
     require((text != nullptr) == expected.has_value(), "a text is there where the model has one");

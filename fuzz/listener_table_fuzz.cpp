@@ -1,6 +1,8 @@
 // Whatever a server answers to "list listeners" and to the commands behind it, the wizard sends
 // what the model sends, ten removals at most, and judges the same.
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <csignal>
 #include <cstdint>
@@ -82,7 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string bytes = FuzzInput(data, size).takeRest();
     ScriptedPeer peer(bytes);
     ReplyModel model(bytes);
-    server_session.socket = peer.clientEnd();
+    server_session.socket = Descriptor(dup(peer.clientEnd()));
     const int result = cli_reset_listeners("list listeners");
     const Outcome expected = expected_outcome(model);
     require_equal(peer.received(), expected.sent, "the commands are the model's");

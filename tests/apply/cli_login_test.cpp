@@ -88,10 +88,7 @@ class CliLogin : public testing::Test {
         server_session.pid = 4711;
     }
 
-    ~CliLogin() override {
-        close(server_session.socket);
-        server_session = {};
-    }
+    ~CliLogin() override { server_session = {}; }
 
     // A server with these answers. It sends them as soon as it has a client.
     void serve(const std::string& answers) {
@@ -146,7 +143,7 @@ TEST_F(CliLogin, gives_up_after_two_seconds_when_nobody_has_the_other_end) {
     };
     EXPECT_EQ(cli_login(), 1);
     EXPECT_EQ(waits.sleeps, (std::vector<int>{2, 1, 1}));
-    EXPECT_EQ(server_session.socket, -1);
+    EXPECT_FALSE(server_session.socket.isOpen());
     EXPECT_FALSE(server_session.peer_is_root);
 }
 
@@ -171,14 +168,14 @@ TEST_F(CliLogin, tries_to_connect_once_and_leaves_no_socket_when_nobody_listens)
     EXPECT_EQ(cli_login(), 1);
     EXPECT_EQ(waits.sleeps, before_connecting);
     EXPECT_EQ(cli_connect(), ECONNREFUSED);
-    EXPECT_EQ(server_session.socket, -1);
+    EXPECT_FALSE(server_session.socket.isOpen());
 }
 
 TEST_F(CliLogin, a_host_that_has_no_address_is_an_error_without_a_sleep) {
     set_text(server_session.cli_host, "");
     errno = 0;
     EXPECT_NE(cli_connect(), 0);
-    EXPECT_EQ(server_session.socket, -1);
+    EXPECT_FALSE(server_session.socket.isOpen());
     EXPECT_TRUE(waits.sleeps.empty());
     EXPECT_EQ(cli_login(), 1);
 }
@@ -191,7 +188,7 @@ TEST_F(CliLogin, a_socket_that_is_not_to_be_had_is_an_error_without_a_sleep) {
     const int failure = cli_connect();
     setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(failure, EMFILE);
-    EXPECT_EQ(server_session.socket, -1);
+    EXPECT_FALSE(server_session.socket.isOpen());
     EXPECT_TRUE(waits.sleeps.empty());
 }
 

@@ -72,7 +72,7 @@ TEST_F(CliCommand, fails_when_it_cannot_be_sent_and_without_a_connection) {
     EXPECT_EQ(cli_reset_listeners("list listeners"), 1);
     EXPECT_EQ(HeapText(cli_read_services("show attr services")), nullptr);
     EXPECT_EQ(HeapText(cli_read_filters_file("show attr smtpfiltersfile")), nullptr);
-    server_session.socket = -1;
+    server_session.socket.close();
     EXPECT_EQ(cli_command("commit"), 1);
     EXPECT_EQ(cli_wait_prompt(), 1);
 }

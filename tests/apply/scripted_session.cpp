@@ -1,5 +1,7 @@
 #include "tests/apply/scripted_session.h"
 
+#include <unistd.h>
+
 #include <csignal>
 
 #include "apply/server_session.h"
@@ -16,7 +18,7 @@ ScriptedSession::~ScriptedSession() {
 
 void ScriptedSession::answer(const std::string& answers) {
     peer.emplace(answers);
-    server_session.socket = peer->clientEnd();
+    server_session.socket = Descriptor(dup(peer->clientEnd()));
 }
 
 void ScriptedSession::expectConversation(const Conversation& conversation,

@@ -1,6 +1,7 @@
 #include "apply/shell_command.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 
 #include "tests/apply/failing_fork.h"
 #include "tests/support/files.h"
+#include "wizard/system/resource_limits.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
@@ -80,6 +82,15 @@ TEST_F(Shell, a_command_has_the_signal_actions_that_the_program_was_started_with
     ignore_signal(SIGPIPE);
     EXPECT_EQ(WTERMSIG(run("kill -USR1 $$")), SIGUSR1);
     EXPECT_EQ(WTERMSIG(run("kill -PIPE $$")), SIGPIPE);
+}
+
+TEST_F(Shell, a_command_has_the_limits_that_the_program_was_started_with) {
+    rlimit before{};
+    getrlimit(RLIMIT_NOFILE, &before);
+    change_limit(RLIMIT_NOFILE, before.rlim_cur - 1);
+    run("ulimit -n >" + directory / "limit");
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(read_file(directory / "limit"), std::to_string(before.rlim_cur) + "\n");
 }
 
 TEST_F(Shell, a_command_that_changes_files_is_out_of_reach_of_the_interrupt_key) {
