@@ -41,12 +41,12 @@ bool Connection::sendsTooMuch() const {
 }
 
 void Connection::send(Delivery delivery, Clock::time_point now) {
-    for (Piece& piece : delivery.pieces) {
-        if (pieces.empty())
-            nextDue = now + piece.wait;
-        pieces.push_back(std::move(piece));
-    }
     closing = closing || delivery.then_close;
+    if (delivery.bytes.empty())
+        return;
+    if (deliveries.empty())
+        nextDue = now + delivery.wait;
+    deliveries.push_back(std::move(delivery));
 }
 
 bool Connection::flush(Clock::time_point now) {
@@ -55,31 +55,31 @@ bool Connection::flush(Clock::time_point now) {
         if (!writeSome(now))
             return is_passing(errno);
     }
-    return !(closing && pieces.empty());
+    return !(closing && deliveries.empty());
 }
 
 std::optional<Clock::time_point> Connection::due() const {
-    return pieces.empty() ? std::nullopt : std::optional(nextDue);
+    return deliveries.empty() ? std::nullopt : std::optional(nextDue);
 }
 
 bool Connection::wantsToWrite(Clock::time_point now) const {
-    return !pieces.empty() && nextDue <= now;
+    return !deliveries.empty() && nextDue <= now;
 }
 
 bool Connection::writeSome(Clock::time_point now) {
-    const Piece& piece = pieces.front();
-    const bool one_by_one = piece.gap > Clock::duration::zero();
-    const std::size_t most = one_by_one ? 1 : piece.bytes.size() - written;
-    const ssize_t count = ::send(socket.get(), piece.bytes.data() + written, most, MSG_NOSIGNAL);
+    const Delivery& delivery = deliveries.front();
+    const bool one_by_one = delivery.gap > Clock::duration::zero();
+    const std::size_t most = one_by_one ? 1 : delivery.bytes.size() - written;
+    const ssize_t count = ::send(socket.get(), delivery.bytes.data() + written, most, MSG_NOSIGNAL);
     if (count < 0)
         return false;
     written += static_cast<std::size_t>(count);
-    nextDue = now + piece.gap;
-    if (written == piece.bytes.size()) {
-        pieces.pop_front();
+    nextDue = now + delivery.gap;
+    if (written == delivery.bytes.size()) {
+        deliveries.pop_front();
         written = 0;
-        if (!pieces.empty())
-            nextDue = now + pieces.front().wait;
+        if (!deliveries.empty())
+            nextDue = now + deliveries.front().wait;
     }
     return true;
 }

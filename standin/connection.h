@@ -49,8 +49,8 @@ class Connection {
     Descriptor socket;
     std::string name;
     std::string received;
-    std::deque<Piece> pieces;
-    std::size_t written = 0;    ///< bytes of the first piece
-    Clock::time_point nextDue;  ///< of the first piece's next byte
-    bool closing = false;       ///< when all pieces are written
+    std::deque<Delivery> deliveries;
+    std::size_t written = 0;    ///< bytes of the first delivery
+    Clock::time_point nextDue;  ///< of the first delivery's next byte
+    bool closing = false;       ///< when all deliveries are written
 };

@@ -15,21 +15,21 @@ Delivery deliver(const Fault& fault, const std::string& reply, const std::string
     const auto size = static_cast<std::size_t>(fault.amount);
     switch (fault.kind) {
         case FaultKind::close:
-            return {{}, true};
+            return {"", {}, {}, true};
         case FaultKind::silent:
             return {};
         case FaultKind::late:
-            return {{{reply, as_duration(fault.amount), {}}}, false};
+            return {reply, as_duration(fault.amount)};
         case FaultKind::dribble:
-            return {{{reply, {}, as_duration(fault.amount)}}, false};
+            return {reply, {}, as_duration(fault.amount)};
         case FaultKind::overlong:
-            return {{{std::string(size, 'x') + "\r\n" + reply, {}, {}}}, false};
+            return {std::string(size, 'x') + "\r\n" + reply};
         case FaultKind::garbage:
-            return {{{garbage_bytes(size), {}, {}}}, false};
+            return {garbage_bytes(size)};
         case FaultKind::garbage_prompt:
-            return {{{garbage_bytes(size) + "\r\n" + prompt, {}, {}}}, false};
+            return {garbage_bytes(size) + "\r\n" + prompt};
         default:
-            return {{{reply, {}, {}}}, false};
+            return {reply};
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <string>
-#include <vector>
 
 #include "fault_rules.h"
 
@@ -11,16 +10,11 @@ using Clock = std::chrono::steady_clock;
 /// `seconds` on the server's clock.
 Clock::duration as_duration(double seconds);
 
-/// Some bytes on their way to a client.
-struct Piece {
+/// What a client is sent for one event.
+struct Delivery {
     std::string bytes;
     Clock::duration wait{};  ///< before the first byte
     Clock::duration gap{};   ///< between two bytes; zero: all at once
-};
-
-/// What a client is sent for one event.
-struct Delivery {
-    std::vector<Piece> pieces;
     bool then_close = false;
 };
 

@@ -157,9 +157,9 @@ TEST_F(FaultBookTest, WhileTheFileIsBadEverythingIsRefusedAndTheLogSaysWhy) {
 
 TEST(Delivery, OfALateOrDribblingReplyWaits) {
     const Delivery late = deliver({FaultKind::late, 1.5}, "reply", "> ");
-    EXPECT_EQ(late.pieces[0].wait, std::chrono::milliseconds(1500));
+    EXPECT_EQ(late.wait, std::chrono::milliseconds(1500));
     const Delivery dribble = deliver({FaultKind::dribble, 0.25}, "reply", "> ");
-    EXPECT_EQ(dribble.pieces[0].gap, std::chrono::milliseconds(250));
+    EXPECT_EQ(dribble.gap, std::chrono::milliseconds(250));
 }
 
 TEST(Garbage, HasEveryKindOfBadByteButNoEndOfALineOrReply) {
