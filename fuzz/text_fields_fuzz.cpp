@@ -51,7 +51,7 @@ class FieldModel {
     }
 
   protected:
-    // The characters that stand in the field for the text's last ones, filled up with blanks.
+    // The characters that stand in the field for the text's last ones, filled up with spaces.
     virtual std::string echo() const {
         const std::string all = text();
         const auto width = static_cast<std::size_t>(measures.visible_width);
@@ -72,7 +72,7 @@ class FieldModel {
         row = echo();
     }
 
-    // What stands behind a shorter text stays.
+    // What stands after a shorter text stays.
     void store(const std::string& text) {
         buffer.resize(std::max(buffer.size(), text.size() + 1));
         buffer.replace(0, text.size() + 1, text + '\0');
@@ -85,7 +85,7 @@ class FieldModel {
 };
 
 // The same for PassTextField, which draws stars over what stands there, counts its characters anew
-// when it does, and does not end the text behind a character that is typed.
+// when it does, and does not end the text after a character that is typed.
 class PassFieldModel : public FieldModel {
   public:
     using FieldModel::FieldModel;
