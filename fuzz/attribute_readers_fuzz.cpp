@@ -41,8 +41,8 @@ std::string enclosed(const std::string& line, char open, char close) {
     const std::size_t from = line.find(open);
     if (from == std::string::npos)
         return "";
-    const std::string behind = line.substr(from + 1);
-    return behind.substr(0, behind.find(close));
+    const std::string rest = line.substr(from + 1);
+    return rest.substr(0, rest.find(close));
 }
 
 std::optional<std::string> expected_services(ReplyModel& model) {

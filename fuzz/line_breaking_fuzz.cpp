@@ -29,12 +29,12 @@ int length_of(const std::string& text) {
     return static_cast<int>(text.size());
 }
 
-// A line that is stretched ends at the edge. One column behind it where a word of one letter came
-// behind a word that had left it one column: there is no room for the blank between the two.
+// A line that is stretched ends at the edge. One column beyond it where a word of one letter came
+// after a word that had left it one column: there is no room for the space between the two.
 void require_filled(const TextRun& run, int width) {
     const int end = run.col + length_of(run.text);
-    const std::size_t blank = run.text.rfind(' ');
-    const bool last_word_has_one_letter = blank == run.text.size() - 2;
+    const std::size_t space = run.text.rfind(' ');
+    const bool last_word_has_one_letter = space == run.text.size() - 2;
     require(end == width || (end == width + 1 && last_word_has_one_letter),
             "a stretched line ends at the edge");
 }

@@ -1,4 +1,4 @@
-// Whatever a server answers to "list listeners" and to the commands behind it, the wizard sends
+// Whatever a server answers to "list listeners" and to the commands after it, the wizard sends
 // what the model sends, ten removals at most, and judges the same.
 
 #include <unistd.h>
@@ -19,7 +19,7 @@
 
 namespace {
 
-// The addresses in the rows behind a line of dashes.
+// The addresses in the rows after a line of dashes.
 std::vector<std::string> listed_addresses(const std::vector<std::string>& lines) {
     constexpr std::size_t most_addresses = 10;
     std::vector<std::string> addresses;

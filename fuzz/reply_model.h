@@ -6,7 +6,7 @@
 #include <vector>
 
 /// What the wizard has to make of the bytes that a server sends, told once more in the plainest
-/// way: all of them are known beforehand, and the connection ends behind them.
+/// way: all of them are known beforehand, and the connection ends after them.
 class ReplyModel {
   public:
     explicit ReplyModel(std::string bytes);

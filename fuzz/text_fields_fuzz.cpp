@@ -20,26 +20,34 @@ struct Measures {
     int visible_width;
 };
 
-// A field that remembers and shows as TextField does.
+// A field that remembers and shows as TextField does; or, if it hides, as PassTextField, which
+// draws stars over what stands there, counts its characters anew when it does, and does not end the
+// text after a character that is typed.
 class FieldModel {
   public:
-    explicit FieldModel(Measures measures)
+    FieldModel(Measures measures, bool hides)
         : measures(measures),
+          hides(hides),
           buffer(static_cast<std::size_t>(measures.max_length) + 1, '\0'),
           row(static_cast<std::size_t>(measures.visible_width) + 1, ' ') {}
-    virtual ~FieldModel() = default;
-    FieldModel(const FieldModel&) = delete;
-    FieldModel& operator=(const FieldModel&) = delete;
 
     std::string text() const { return c_text(buffer); }
     const std::string& shown() const { return row; }
     int cursor() const { return std::min(length, measures.visible_width); }
 
-    virtual void draw() { row = echo(); }
+    void draw() {
+        if (!hides)
+            return echo();
+        length = static_cast<int>(text().size());
+        star();
+    }
 
-    virtual void setText(const std::string& text) {
-        store(text);
-        length = static_cast<int>(text.size());
+    // What stands after a shorter text stays.
+    void setText(const std::string& text) {
+        buffer.resize(std::max(buffer.size(), text.size() + 1));
+        buffer.replace(0, text.size() + 1, text + '\0');
+        if (!hides)
+            length = static_cast<int>(text.size());
     }
 
     void press(int key) {
@@ -49,73 +57,45 @@ class FieldModel {
             append(static_cast<char>(key));
     }
 
-  protected:
-    // The characters that stand in the field for the text's last ones, filled up with blanks.
-    virtual std::string echo() const {
+  private:
+    // The characters that stand in the field for the text's last ones, filled up with spaces.
+    void echo() {
         const std::string all = text();
         const auto width = static_cast<std::size_t>(measures.visible_width);
-        std::string tail = all.size() > width ? all.substr(all.size() - width) : all;
-        return tail + std::string(width + 1 - tail.size(), ' ');
+        row = all.size() > width ? all.substr(all.size() - width) : all;
+        row.resize(width + 1, ' ');
     }
 
-    virtual void append(char character) {
+    void star() { std::fill_n(row.begin(), cursor(), '*'); }
+
+    void append(char character) {
         buffer[static_cast<std::size_t>(length++)] = character;
-        buffer[static_cast<std::size_t>(length)] = '\0';
-        row = echo();
-    }
-
-    virtual void removeLast() {
-        if (length == 0)
-            return;
-        buffer[static_cast<std::size_t>(--length)] = '\0';
-        row = echo();
-    }
-
-    // What stands behind a shorter text stays.
-    void store(const std::string& text) {
-        buffer.resize(std::max(buffer.size(), text.size() + 1));
-        buffer.replace(0, text.size() + 1, text + '\0');
-    }
-
-    const Measures measures;
-    std::string buffer;
-    std::string row;
-    int length = 0;
-};
-
-// The same for PassTextField, which draws stars over what stands there, counts its characters anew
-// when it does, and does not end the text behind a character that is typed.
-class PassFieldModel : public FieldModel {
-  public:
-    using FieldModel::FieldModel;
-
-    void draw() override {
-        length = static_cast<int>(text().size());
-        star(std::min(length, measures.visible_width));
-    }
-
-    void setText(const std::string& text) override { store(text); }
-
-  protected:
-    void append(char character) override {
-        buffer[static_cast<std::size_t>(length++)] = character;
-        star(std::min(length, measures.visible_width));
+        if (!hides) {
+            buffer[static_cast<std::size_t>(length)] = '\0';
+            return echo();
+        }
+        star();
         if (length <= measures.visible_width)
             draw();
     }
 
-    void removeLast() override {
+    void removeLast() {
         if (length == 0)
             return;
         buffer[static_cast<std::size_t>(--length)] = '\0';
-        if (length >= measures.visible_width)
-            star(measures.visible_width);
+        if (!hides)
+            echo();
+        else if (length >= measures.visible_width)
+            star();
         else
             row[static_cast<std::size_t>(length)] = ' ';
     }
 
-  private:
-    void star(int count) { std::fill_n(row.begin(), count, '*'); }
+    const Measures measures;
+    const bool hides;
+    std::string buffer;
+    std::string row;
+    int length = 0;
 };
 
 void require_same(TextField& field, const FieldModel& model) {
@@ -152,22 +132,19 @@ void use(TextField& field, FieldModel& model, FuzzInput& input) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     need_curses();
     FuzzInput input(data, size);
-    const bool hidden = input.takeNumber(0, 1) == 1;
+    const bool hides = input.takeNumber(0, 1) == 1;
     const Measures measures{input.takeNumber(1, 60), input.takeNumber(1, 40)};
+    FieldModel model(measures, hides);
     std::unique_ptr<TextField> field;
-    std::unique_ptr<FieldModel> model;
-    if (hidden) {
+    if (hides)
         field = std::make_unique<PassTextField>(nullptr, 1, 1, measures.max_length,
                                                 measures.visible_width, 1);
-        model = std::make_unique<PassFieldModel>(measures);
-    } else {
+    else
         field = std::make_unique<TextField>(nullptr, 1, 1, measures.max_length,
                                             measures.visible_width, 1);
-        model = std::make_unique<FieldModel>(measures);
-    }
     field->draw();
-    model->draw();
+    model.draw();
     while (!input.isEmpty())
-        use(*field, *model, input);
+        use(*field, model, input);
     return 0;
 }

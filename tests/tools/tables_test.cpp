@@ -78,13 +78,6 @@ TEST(ComparisonTable, compares_the_printed_figures_with_the_better_peer_or_a_lim
     }
 }
 
-TEST(ComparisonTable, names_what_has_not_been_measured) {
-    EXPECT_EQ(thrown_by([] {
-                  comparison_table({{"row", "", 0, 0}}, {{"row", "wizard", 1}});
-              }),
-              "no sample of row for whiptail");
-}
-
 TEST(OwnTable, has_the_median_of_the_samples_in_any_order_and_says_whether_a_limit_is_kept) {
     const std::vector<Row> rows{
         {"fast", "fast, ms", 1, 2}, {"slow", "slow, ms", 1, 2}, {"free", "free, ms", 1, anything}};
@@ -112,6 +105,7 @@ TEST(AllTables, follow_one_another_and_count_the_targets) {
         samples.push_back({row.key, "29", 3});
     }
     EXPECT_EQ(thrown_by([&] { all_tables(samples); }), "no sample of calls");
+    EXPECT_EQ(thrown_by([] { own_table(own_rows, {}); }), "no sample of apply_whole for wizard");
     samples.push_back({calls_row, "login", 3});
     samples.push_back({calls_row, "alias", 4});
     samples.push_back({calls_row, "login", 5});

@@ -172,9 +172,10 @@ std::string line_strokes(const ScreenImage& image) {
                 paths[foreground_of(image.cell(row, col))] += strokes;
         }
     }
-    std::string svg;
+    std::ostringstream out;
     for (const auto& [colour, path] : paths)
-        svg += "<path stroke=\"" + colour + "\" d=\"" + path + "\"/>\n";
+        out << "<path stroke=\"" << colour << "\" d=\"" << path << "\"/>\n";
+    const std::string svg = out.str();
     // Half a pixel further a stroke of one pixel covers exactly one.
     return svg.empty() ? ""
                        : "<g transform=\"translate(.5 .5)\" fill=\"none\" "
@@ -222,11 +223,12 @@ std::string word_runs(const ScreenImage& image) {
             col += static_cast<int>(word.size()) - 1;
         }
     }
-    std::string svg;
+    std::ostringstream svg;
     for (const auto& [look, texts] : runs)
-        svg += "<g fill=\"" + look.first + "\"" + (look.second ? " font-weight=\"700\"" : "") +
-               ">\n" + texts + "</g>\n";
-    return svg;
+        svg << "<g fill=\"" << look.first << "\"" << (look.second ? " font-weight=\"700\"" : "")
+            << ">\n"
+            << texts << "</g>\n";
+    return svg.str();
 }
 
 std::string window(int width, int height) {

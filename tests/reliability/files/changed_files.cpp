@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -95,6 +96,12 @@ void ChangedFiles::expectOriginalsKept() const {
         EXPECT_TRUE(stands_at(kept(path), old.at(path))) << path;
         EXPECT_FALSE(exists(kept(path) + ".new"));
     }
+}
+
+bool ChangedFiles::areUntouched() const {
+    return std::all_of(std::begin(rewritten), std::end(rewritten), [this](const char* path) {
+        return stands_at(path, old.at(path)) && !exists(kept(path));
+    });
 }
 
 int ChangedFiles::restoreBroken() const {

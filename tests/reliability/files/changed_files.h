@@ -34,6 +34,9 @@ class ChangedFiles {
     /// Expects the old ones beside both files.
     void expectOriginalsKept() const;
 
+    /// Whether both files are the old ones and nothing stands beside them.
+    bool areUntouched() const;
+
     /// Does what an administrator has to do who finds a file neither old nor new: copies the old
     /// one back. Returns how many files that were.
     int restoreBroken() const;

@@ -125,15 +125,21 @@ TEST(QuitKey, ends_the_wizard_like_a_crash_and_leaves_a_usable_terminal) {
     EXPECT_TRUE(leaves_terminal_usable(wizard));
 }
 
+// The wizard that unshare(1) has started and waits for.
+pid_t child_of(pid_t process) {
+    const std::string name = std::to_string(process);
+    std::string path = "/proc/";
+    path.append(name).append("/task/").append(name).append("/children");
+    return std::stoi(read_file(path));
+}
+
 // As the first process of a container, which the kernel lets no signal end that takes its default
-// course. unshare(1) starts the wizard and waits for it.
+// course.
 TEST(FirstProcess, ends_of_what_would_crash_another_and_leaves_the_terminal_usable) {
     for (const int signal : {SIGQUIT, SIGUSR1}) {
         WizardRun wizard({"unshare", "--pid", "--fork", "--kill-child", WIZARD_PROGRAM});
         wizard.waitForText(title_of(Stop::password));
-        const std::string starter = std::to_string(wizard.pid());
-        const pid_t process =
-            std::stoi(read_file("/proc/" + starter + "/task/" + starter + "/children"));
+        const pid_t process = child_of(wizard.pid());
         const std::string directory = link_target("/proc/" + std::to_string(process) + "/cwd");
         ASSERT_NE(directory.find("/teluma-wizard."), std::string::npos);
         kill(process, signal);
