@@ -1,12 +1,10 @@
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "screens/screen.h"
 #include "screens/screen_table.h"
 #include "ui/text_field.h"
 #include "wizard/base/wizard_settings.h"
-#include "wizard/ending.h"
 #include "wizard/system/secret.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "screens/screen_table.h"
 
 #include "screens/screen.h"
+#include "ui/keys.h"
 #include "wizard/base/wizard_settings.h"
 
 std::unique_ptr<Screen> built_screens[screen_count];
@@ -20,6 +21,9 @@ Screen& build(int state) {
 void redraw(int state) {
     if (built_screens[state] != nullptr)
         built_screens[state]->redraw();
+    // A screen that is not built yet forgets a key all the same, by the window of one that is.
+    else if (built_screens[state_password] != nullptr)
+        drain_key(built_screens[state_password]->getFrame().getCursesWindow(), false);
 }
 
 }  // namespace
@@ -87,12 +91,6 @@ int previous_listener_state(int state) {
     while (service >= 0 && !wizard_settings.service_enabled[service])
         --service;
     return service + state_pop3;
-}
-
-void create_screens() {
-    for (const int state :
-         {state_password, state_domain, state_services, state_sendmail, state_relay})
-        build(state);
 }
 
 void redraw_screens() {

@@ -18,7 +18,7 @@ enum class Hidden {
 struct ScreenRow {
     int state;
     const char* title;
-    std::unique_ptr<Screen> (*create)(int state);  ///< builds it on top of the panel stack
+    std::unique_ptr<Screen> (*create)(int state);  ///< builds it, on top of the panel stack
     int next;                                      ///< where "Next" leads, see next_screen_state()
     int back;
     Hidden hidden = Hidden::stays;
@@ -53,12 +53,9 @@ int next_listener_state(int state);
 /// screen (9): to the enabled one of POP3, IMAP and WebMail before it, or to the services screen.
 int previous_listener_state(int state);
 
-/// Builds the screens that exist from the start, hidden; the others are built when they are
-/// visited. Curses and `main_window` must be there.
-void create_screens();
-
 /// After the terminal has been resized: redraws the screen on show, if no dialog is on top, and
-/// puts those in their places that are placed at every resize.
+/// puts those in their places that are placed at every resize. Each of them forgets a key, also
+/// before its first visit, which builds it.
 void redraw_screens();
 
 /// Releases every screen that is built.

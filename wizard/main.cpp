@@ -23,6 +23,5 @@ int main() {
     silence_standard_error();
     if (!is_superuser())
         return refuse_user();
-    create_screens();
     return end_wizard(run_screens());
 }

@@ -19,7 +19,7 @@
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
-#include "wizard/release_screens.h"
+#include "wizard/ending.h"
 #include "wizard/terminal_session.h"
 
 CursesScreen::CursesScreen() {

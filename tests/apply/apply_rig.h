@@ -38,7 +38,7 @@ class InstalledServerCase : public testing::Test {
     void logIn();
 
     /// The commands that the server has received since the login.
-    Lines received() const { return server.commandsBehind(password); }
+    Lines received() const { return server.commandsAfter(password); }
 
     /// Goes to an empty directory in which files can take 4096 bytes in all.
     static void goToSmallDirectory();

@@ -81,7 +81,6 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     check_terminal_size();
     draw_background();
     main_window = new Window(stdscr, nullptr);
-    create_screens();
 }
 
 WizardRig::~WizardRig() {

@@ -10,9 +10,14 @@
 
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/golden.h"
-#include "tests/support/terminfo.h"
+#include "tests/support/process.h"
 
 namespace {
+
+// What the terminal sends by its entry in terminfo; empty where it has nothing of the kind.
+std::string terminfo_text(const std::string& term, const std::string& capability) {
+    return run_command({"tput", "-T", term, capability}, {{"PATH", "/usr/bin:/bin"}}).out;
+}
 
 /// What TERM and LC_ALL say.
 using Kind = std::tuple<std::string, std::string>;
