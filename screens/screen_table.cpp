@@ -12,12 +12,6 @@ namespace {
 constexpr int by_services = -1;
 constexpr int nowhere = -2;
 
-Screen& build(int state) {
-    built_screens[state] = screen_table[state].create(state);
-    built_screens[state]->hide();
-    return *built_screens[state];
-}
-
 void redraw(int state) {
     if (built_screens[state] != nullptr)
         built_screens[state]->redraw();
@@ -48,8 +42,16 @@ const ScreenRow screen_table[screen_count] = {
      Hidden::stays_in_place},
 };
 
+Screen& built_screen(int state) {
+    if (built_screens[state] == nullptr) {
+        built_screens[state] = screen_table[state].create(state);
+        built_screens[state]->hide();
+    }
+    return *built_screens[state];
+}
+
 WizardEnd ScreenRow::operator()() const {
-    Screen& screen = built_screens[state] != nullptr ? *built_screens[state] : build(state);
+    Screen& screen = built_screen(state);
     screen.draw();
     const WizardEnd end = screen.run();
     screen.hide();

@@ -35,6 +35,10 @@ extern const ScreenRow screen_table[screen_count];
 /// The screens that are built, by state; null for the others.
 extern std::unique_ptr<Screen> built_screens[screen_count];
 
+/// The screen of `state`, which is built, hidden, if it was not. Curses and `main_window` must be
+/// there.
+Screen& built_screen(int state);
+
 /// Shows the screen that `screen_state` names, again and again, until that is state_end or a screen
 /// has ended the wizard. Returns how the wizard has ended.
 WizardEnd run_screens();

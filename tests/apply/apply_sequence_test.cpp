@@ -373,7 +373,7 @@ TEST_F(ApplyLoginFailure, is_what_shows_that_too_few_files_can_be_opened) {
 TEST_F(ApplyFailure, for_want_of_memory_leaves_the_wizard_at_once) {
     server_session.out_of_memory = true;
     EXPECT_TRUE(apply().empty());
-    EXPECT_EQ(end, WizardEnd::left);
+    EXPECT_EQ(end, WizardEnd::out_of_memory);
     EXPECT_EQ(server.commands(), Lines{"-A Adm1n secret"});
 }
 

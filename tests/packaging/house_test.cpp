@@ -84,7 +84,7 @@ TEST(Includes, name_what_only_some_systems_bring_along) {
     }
 }
 
-constexpr size_t most_lines = 327;
+constexpr size_t most_lines = 300;
 
 TEST(Files, are_short) {
     for (const fs::path& file : product_files()) {
@@ -93,7 +93,7 @@ TEST(Files, are_short) {
     }
 }
 
-constexpr size_t most_variables = 64;
+constexpr size_t most_variables = 15;
 
 // What the program remembers outside of its functions: a name, or a file and a name where only the
 // file knows it. A line of nm's table: name, value, class, type, size, line, section.
@@ -166,7 +166,6 @@ TEST(Documents, agree_on_the_version) {
     const std::string version = PROJECT_VERSION;
     const std::pair<const char*, std::string> places[] = {
         {"CHANGELOG.md", "\n## " + version + "\n"},
-        {"packaging/debian/changelog", "teluma-wizard (" + version + ") "},
         {"wizard/terminal_session.cpp", "(v" + version + ")"},
     };
     for (const auto& [file, text] : places)

@@ -38,6 +38,7 @@ Texts messages_below(const std::string& directory) {
             continue;
         for (std::string text : texts_in(read_file(entry.path()))) {
             text = std::regex_replace(text, std::regex(R"(\\n)"), "");
+            text = std::regex_replace(text, std::regex("%s"), "NAME");
             if (is_message(text))
                 messages.push_back(text);
         }

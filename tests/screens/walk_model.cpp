@@ -44,7 +44,6 @@ std::vector<unsigned char*> flags_of(int state, WizardSettings& settings) {
 
 WalkModel::WalkModel(int state) : screen(state) {
     ticks = {{state_services, {1, 1, 1}}, {state_relay, {1, 1, 1}}};
-    std::fill_n(settings.relay_ticks, 3, 1);
     for (const ListenerFacts& each : all_listeners()) {
         for (int row = 0; row < 3; ++row)
             texts[each.name + std::to_string(row)] = std::to_string(each.defaultPort());
@@ -222,6 +221,10 @@ void WalkModel::leave(int to, int refocused) {
         focus(refocused) = 0;
     if (isListener())
         bars[screen] = settings.*listener().interface_index;
+    if (screen == state_relay && !relay_is_built) {
+        relay_is_built = true;
+        std::fill_n(settings.relay_ticks, 3, 1);
+    }
     if (screen == state_aliases && is_new_visit) {
         bars[screen] = 0;
         ticks[screen].clear();

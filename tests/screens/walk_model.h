@@ -68,6 +68,7 @@ struct WalkModel {
     int focus_numbers[screen_count] = {};
     std::map<std::string, std::string> texts = {{"domain", "localdomain"}};
     bool location_is_edited = false;
+    bool relay_is_built = false;
     std::map<int, int> bars;                 // by state
     std::map<int, std::vector<bool>> ticks;  // by state
 };

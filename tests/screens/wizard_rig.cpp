@@ -81,6 +81,7 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     check_terminal_size();
     draw_background();
     main_window = new Window(stdscr, nullptr);
+    built_screen(state_password);
 }
 
 WizardRig::~WizardRig() {
