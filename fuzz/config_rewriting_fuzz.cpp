@@ -136,7 +136,7 @@ Outcome expected_outcome(const std::vector<std::string>& pieces) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
     static RewrittenFile file;
     const std::string content = FuzzInput(data, size).takeRest();
     file.fill(content);

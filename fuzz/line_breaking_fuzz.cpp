@@ -132,7 +132,7 @@ bool is_plain(const std::string& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
     need_curses();
     FuzzInput input(data, size);
     const int width = input.takeNumber(1, 80);

@@ -18,7 +18,7 @@
 
 #include "tests/support/files.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
+extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* bytes, std::size_t count);
 
 namespace {
 
@@ -89,7 +89,7 @@ std::vector<std::string> read_seeds(const std::string& path) {
 void give(const std::string& input, const char* kept) {
     if (kept != nullptr)
         write_file(kept, input);
-    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+    llvm_fuzzer_test_one_input(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
 }  // namespace

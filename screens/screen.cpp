@@ -10,12 +10,12 @@
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 
-Screen::Screen(int state, int rows, int cols, int centringRows)
+Screen::Screen(int state, int rows, int cols, int centring_rows)
     : state(state),
       frameCols(cols),
-      frame(main_window, centred(screen_rows, centringRows), centred(screen_cols, cols), rows,
+      frame(main_window, centred(screen_rows, centring_rows), centred(screen_cols, cols), rows,
             cols),
-      centringRows(centringRows) {
+      centringRows(centring_rows) {
     frame.setTitle(screen_table[state].title, pair_screen);
     frame.setColors(pair_screen, pair_screen, 1);
     frame.create();

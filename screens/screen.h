@@ -51,7 +51,7 @@ class Screen {
   protected:
     /// Creates the frame of the screen of `state`, `rows` by `cols`, in the place where a frame of
     /// `centringRows` would be in the middle of the terminal.
-    Screen(int state, int rows, int cols, int centringRows);
+    Screen(int state, int rows, int cols, int centring_rows);
 
     /// Makes a widget of `arguments`, which name the frame as its parent, in the wizard's colours.
     template <class Widget, class... Arguments>
@@ -65,11 +65,11 @@ class Screen {
 
     /// Adds a label and, right after it, a field for at most `maxLength` characters, as a control.
     template <class Field>
-    Field& addField(int focus, int row, const char* text, int maxLength) {
+    Field& addField(int focus, int row, const char* text, int max_length) {
         constexpr int margin = 2;
         const int col = margin + static_cast<int>(std::strlen(text));
         auto& label = add<Label>(&frame, row, margin, text);
-        auto& field = add<Field>(&frame, row, col, maxLength, frameCols - 2 * margin - col, 1);
+        auto& field = add<Field>(&frame, row, col, max_length, frameCols - 2 * margin - col, 1);
         field.setLabel(&label);
         addControl({focus, &field, Enter::moves_on});
         return field;

@@ -17,8 +17,8 @@ constexpr int warning_cols = cols - 2;
 
 // What "Yes" does.
 const char* const items[] = {
-    "set both set-user-ID and set-group-ID bits for the TELUMA's sendmail wrapper "
-    "(/opt/teluma/bin/sendmail)",
+    ("set both set-user-ID and set-group-ID bits for the TELUMA's sendmail wrapper "
+     "(/opt/teluma/bin/sendmail)"),
     "rename /usr/sbin/sendmail (if the file exists) to /usr/sbin/sendmail.beforeteluma",
     "link /usr/sbin/sendmail to /opt/teluma/bin/sendmail"};
 

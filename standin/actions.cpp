@@ -88,7 +88,7 @@ Refusal show_services(Call& call) {
 }
 
 Refusal show_smtp_filters_file(Call& call) {
-    call.lines.push_back("smtpFiltersFile = \"" + call.store.smtpFilters + "\"");
+    call.lines.push_back("smtpFiltersFile = \"" + call.store.smtp_filters + "\"");
     return nullptr;
 }
 

@@ -79,7 +79,7 @@ std::string prepare(Run& run, Descriptor& listener, std::string& address) {
         return run.paths.config + ": " + std::strerror(errno);
     const Config config = parse_config(text);
     if (!config.smtp_filters.empty())
-        run.store.smtpFilters = config.smtp_filters;
+        run.store.smtp_filters = config.smtp_filters;
     std::string problem = run.store.load(config.state);
     if (problem.empty())
         problem = run.faults.reload();

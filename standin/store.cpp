@@ -141,7 +141,7 @@ std::string state_from_text(const std::string& text, State& state) {
 }
 
 Store::Store(RunPaths paths)
-    : live(empty_state()), smtpFilters(paths.smtp_filters), paths(std::move(paths)) {}
+    : live(empty_state()), smtp_filters(paths.smtp_filters), paths(std::move(paths)) {}
 
 std::string Store::load(const State& first) {
     std::string text;

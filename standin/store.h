@@ -45,8 +45,8 @@ class Store {
     /// True when `text` is the administrator's password. Nothing is while none has been set.
     bool isPassword(const std::string& text) const;
 
-    State live;               ///< what has been committed
-    std::string smtpFilters;  ///< path of the SMTP filters script
+    State live;                ///< what has been committed
+    std::string smtp_filters;  ///< path of the SMTP filters script
 
   private:
     RunPaths paths;

@@ -14,9 +14,9 @@ Button::Button(Window* parent, int row, int col, int height, int width, const ch
     create();
 }
 
-void Button::setLook(int newCaptionPair, int newEmphasis) {
-    captionPair = newCaptionPair;
-    emphasis = newEmphasis;
+void Button::setLook(int new_caption_pair, int new_emphasis) {
+    captionPair = new_caption_pair;
+    emphasis = new_emphasis;
 }
 
 void Button::setFocused(bool focused) {

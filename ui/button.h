@@ -12,7 +12,7 @@ class Button : public Window {
     Button(Window* parent, int row, int col, int height, int width, const char* caption, int pair);
 
     /// Colour pair of the caption, below 0 for the block's own, and whether it is bold (0 or 1).
-    void setLook(int newCaptionPair, int newEmphasis);
+    void setLook(int new_caption_pair, int new_emphasis);
 
     /// The look of a button that has the keyboard, or of one that has not.
     void setFocused(bool focused) override;

@@ -10,8 +10,8 @@ int length_of(const std::string& text) {
 // `startCol` of the current line.
 class LineBreaker {
   public:
-    LineBreaker(const std::vector<std::string>& allWords, int lineWidth)
-        : words(allWords), width(lineWidth) {}
+    LineBreaker(const std::vector<std::string>& all_words, int line_width)
+        : words(all_words), width(line_width) {}
 
     BrokenText run() {
         for (size_t i = 0; i < words.size(); ++i)

@@ -6,9 +6,9 @@
 
 #include "ui/keys.h"
 
-ListEntries::ListEntries(const char* const* texts, int count, int normalPair, int selectedPair)
-    : normalPair(normalPair),
-      selectedPair(selectedPair),
+ListEntries::ListEntries(const char* const* texts, int count, int normal_pair, int selected_pair)
+    : normalPair(normal_pair),
+      selectedPair(selected_pair),
       items(texts, texts + count),
       count(count) {
     for (const std::string& item : items)
@@ -32,9 +32,9 @@ void ListEntries::draw(WINDOW* window, int index, const char* marker) const {
         wattroff(window, look);
 }
 
-List::List(Window* parent, int count, const char* const* items, int row, int col, int normalPair,
-           int selectedPair)
-    : entries(items, count, normalPair, selectedPair) {
+List::List(Window* parent, int count, const char* const* items, int row, int col, int normal_pair,
+           int selected_pair)
+    : entries(items, count, normal_pair, selected_pair) {
     constexpr int marker_width = 2;
     this->parent = parent;
     setPosition(row, col);
@@ -64,9 +64,9 @@ void List::draw() {
 }
 
 ChoiceList::ChoiceList(Window* parent, int count, const char* const* items,
-                       const unsigned char* checked, int row, int col, int normalPair,
-                       int selectedPair)
-    : entries(items, std::min(count, max_choices), normalPair, selectedPair) {
+                       const unsigned char* checked, int row, int col, int normal_pair,
+                       int selected_pair)
+    : entries(items, std::min(count, max_choices), normal_pair, selected_pair) {
     constexpr int box_width = 4;
     this->parent = parent;
     if (checked != nullptr)

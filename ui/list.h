@@ -7,7 +7,7 @@
 
 /// What the two kinds of list share: a column of texts, one a line, and a bar on one of them.
 struct ListEntries {
-    ListEntries(const char* const* texts, int count, int normalPair, int selectedPair);
+    ListEntries(const char* const* texts, int count, int normal_pair, int selected_pair);
 
     /// Moves the bar by one on the up and down keys, unless it is at the end. Returns true when it
     /// moved.
@@ -31,8 +31,8 @@ class List : public Window {
   public:
     /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
     /// bar.
-    List(Window* parent, int count, const char* const* items, int row, int col, int normalPair,
-         int selectedPair);
+    List(Window* parent, int count, const char* const* items, int row, int col, int normal_pair,
+         int selected_pair);
 
     int getSelected() const { return entries.selected; }
 
@@ -61,7 +61,7 @@ class ChoiceList : public Window {
     /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
     /// bar.
     ChoiceList(Window* parent, int count, const char* const* items, const unsigned char* checked,
-               int row, int col, int normalPair, int selectedPair);
+               int row, int col, int normal_pair, int selected_pair);
 
     /// The flags in the order of the entries, malloc'ed, their number in *count; the caller frees
     /// them.

@@ -7,11 +7,12 @@
 #include "ui/label.h"
 #include "wizard/system/secret.h"
 
-TextField::TextField(Window* parent, int row, int col, int maxLength, int visibleWidth, int height)
-    : Window(parent, row, col, height, visibleWidth + 1),
-      visibleWidth(visibleWidth),
-      buffer(static_cast<size_t>(maxLength) + 1, '\0'),
-      maxLength(maxLength) {
+TextField::TextField(Window* parent, int row, int col, int max_length, int visible_width,
+                     int height)
+    : Window(parent, row, col, height, visible_width + 1),
+      visibleWidth(visible_width),
+      buffer(static_cast<size_t>(max_length) + 1, '\0'),
+      maxLength(max_length) {
     create();
     keypad(cursesWindow, TRUE);
 }

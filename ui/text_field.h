@@ -12,14 +12,14 @@ class TextField : public Window {
   public:
     /// A field that accepts at most `maxLength` characters and shows `visibleWidth` of them, with
     /// one column more for the cursor after the last.
-    TextField(Window* parent, int row, int col, int maxLength, int visibleWidth, int height);
+    TextField(Window* parent, int row, int col, int max_length, int visible_width, int height);
 
     /// A malloc'ed copy of the text; the caller frees it.
     char* getText() const;
 
     /// Makes `newLabel`, or no label for null, the one that is marked while the field has the
     /// keyboard. It is not owned and must outlive the field's last setFocused().
-    void setLabel(Label* newLabel) { label = newLabel; }
+    void setLabel(Label* new_label) { label = new_label; }
 
     /// Marks the field's label or takes the mark away.
     void setFocused(bool focused) override;

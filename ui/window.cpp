@@ -31,24 +31,24 @@ void Window::setTitle(const char* text, int pair) {
     titlePair = pair;
 }
 
-void Window::setColors(int back, int fore, int boldText) {
+void Window::setColors(int back, int fore, int bold_text) {
     backPair = back;
     forePair = fore;
-    bold = boldText;
+    bold = bold_text;
 }
 
-void Window::setSize(int newHeight, int newWidth) {
-    height = newHeight;
-    width = newWidth;
+void Window::setSize(int new_height, int new_width) {
+    height = new_height;
+    width = new_width;
 }
 
-void Window::setPosition(int newRow, int newCol) {
-    row = newRow;
-    col = newCol;
+void Window::setPosition(int new_row, int new_col) {
+    row = new_row;
+    col = new_col;
 }
 
-void Window::move(int newRow, int newCol) {
-    setPosition(newRow, newCol);
+void Window::move(int new_row, int new_col) {
+    setPosition(new_row, new_col);
     const bool has_its_size = getHeight() == height && getWidth() == width;
     if (!has_its_size || move_panel(panel, screenRow(), screenCol()) == ERR)
         replaceCursesWindow();
@@ -89,7 +89,7 @@ void Window::drawTitleFrame() {
     printCentered(1, 0, columns, title.c_str(), attributes);
 }
 
-void Window::printCentered(int line, int firstCol, int columns, const char* text,
+void Window::printCentered(int line, int first_col, int columns, const char* text,
                            attr_t attributes) {
     constexpr int default_columns = 80;
     if (columns == 0)
@@ -98,10 +98,10 @@ void Window::printCentered(int line, int firstCol, int columns, const char* text
         line = getcury(cursesWindow);
     const int length = static_cast<int>(std::strlen(text));
     wattron(cursesWindow, attributes);
-    mvwprintw(cursesWindow, line, firstCol + 1, "%*s", columns - 2, "");
+    mvwprintw(cursesWindow, line, first_col + 1, "%*s", columns - 2, "");
     // A text that is longer than the place for it is left out, not cut.
     if (length <= columns)
-        mvwprintw(cursesWindow, line, firstCol + (columns - length) / 2, "%s", text);
+        mvwprintw(cursesWindow, line, first_col + (columns - length) / 2, "%s", text);
     wattroff(cursesWindow, attributes);
 }
 

@@ -63,17 +63,17 @@ class Window {
     void setBoxed() { boxed = 1; }
 
     /// `back` and `fore` are colour pairs, of the background and of text; `boldText` is 0 or 1.
-    void setColors(int back, int fore, int boldText);
+    void setColors(int back, int fore, int bold_text);
 
     /// Only store, for create().
-    void setSize(int newHeight, int newWidth);
-    void setPosition(int newRow, int newCol);
+    void setSize(int new_height, int new_width);
+    void setPosition(int new_row, int new_col);
 
     /// Moves the window to (row, col) of its parent, in its own size, which curses may have cut
     /// when the terminal was resized; the panel keeps its place in the stack. A place that reaches
     /// over the edge of the terminal shows what fits. What was in the window may be lost: draw()
     /// it.
-    void move(int newRow, int newCol);
+    void move(int new_row, int new_col);
 
     /// Moves the window after a parent that has moved.
     void follow() { move(row, col); }
@@ -95,7 +95,7 @@ class Window {
 
     /// Prints `text` in the middle of `columns` columns (0 for 80) from `firstCol` on, which it
     /// clears but for the outermost; on the cursor's line if `line` is 0.
-    void printCentered(int line, int firstCol, int columns, const char* text, attr_t attributes);
+    void printCentered(int line, int first_col, int columns, const char* text, attr_t attributes);
 
     WINDOW* cursesWindow = nullptr;
     Window* parent = nullptr;

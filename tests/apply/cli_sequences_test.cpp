@@ -168,7 +168,7 @@ TEST_F(CliSequenceCase, webadmin_does_not_step_back_after_a_success) {
 }
 
 TEST_F(CliSequenceCase, the_filters_file_is_asked_for_in_the_servers_context) {
-    const auto expectPath = [&](const char* path, const Conversation& conversation) {
+    const auto expect_path = [&](const char* path, const Conversation& conversation) {
         expectConversation(conversation,
                            [&] { EXPECT_STREQ(HeapText(cli_get_filters_file()).get(), path); });
     };
@@ -176,12 +176,12 @@ TEST_F(CliSequenceCase, the_filters_file_is_asked_for_in_the_servers_context) {
         {"config server"},
         {"show attr smtpfiltersfile", "smtpFiltersFile = \"/var/smtp filters\"\r\n+OK: done\r\n> "},
         {"back"}};
-    expectPath("/var/smtpfilters", all);
-    expectPath("", {all[0], {all[1].command}, all[2]});
-    expectPath(nullptr, broken_at(all, 0, refused));
-    expectPath(nullptr, broken_at(all, 2, refused));
+    expect_path("/var/smtpfilters", all);
+    expect_path("", {all[0], {all[1].command}, all[2]});
+    expect_path(nullptr, broken_at(all, 0, refused));
+    expect_path(nullptr, broken_at(all, 2, refused));
     for (size_t index = 0; index < all.size(); ++index)
-        expectPath(nullptr, broken_at(all, index, ""));
+        expect_path(nullptr, broken_at(all, index, ""));
 }
 
 }  // namespace

@@ -161,6 +161,6 @@ INSTANTIATE_TEST_SUITE_P(Line, ReadCliAddress, testing::ValuesIn(address_lines),
 }  // namespace
 
 // The sanitizer would end a process that has no memory left. Elsewhere nobody calls this.
-extern "C" const char* __asan_default_options() {
+extern "C" const char* asan_default_options() {
     return "allocator_may_return_null=1";
 }

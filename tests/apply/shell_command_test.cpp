@@ -33,7 +33,7 @@ class Shell : public testing::Test {
     static int run(const std::string& command) { return run_server_command(command); }
 
     // The process group that a command is run in; /proc/PID/stat is described in proc(5).
-    std::string group_of(int (*runner)(const std::string&)) {
+    std::string groupOf(int (*runner)(const std::string&)) {
         runner("cut -d' ' -f5 /proc/$$/stat >" + directory / "group");
         return read_file(directory / "group");
     }
@@ -94,9 +94,9 @@ TEST_F(Shell, a_command_has_the_limits_that_the_program_was_started_with) {
 }
 
 TEST_F(Shell, a_command_that_changes_files_is_out_of_reach_of_the_interrupt_key) {
-    EXPECT_EQ(group_of(run_server_command), std::to_string(getpgrp()) + "\n");
+    EXPECT_EQ(groupOf(run_server_command), std::to_string(getpgrp()) + "\n");
     const auto runner = [](const std::string& command) { return run_file_command(command); };
-    EXPECT_NE(group_of(runner), std::to_string(getpgrp()) + "\n");
+    EXPECT_NE(groupOf(runner), std::to_string(getpgrp()) + "\n");
 }
 
 TEST_F(Shell, a_text_in_double_quotes_arrives_as_it_stands) {

@@ -66,7 +66,7 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
     if (kind == ApplyWait::old_pid_file || kind == ApplyWait::connection)
         decoy.emplace();
     if (kind == ApplyWait::connection)
-        silent_port.emplace(cli_port);
+        silentPort.emplace(cli_port);
     if (kind == ApplyWait::old_pid_file)
         write_file(InstalledServer::pid_file, std::to_string(decoy->pid()) + "\n");
     if (!facts_of(kind).script.empty())
@@ -76,8 +76,8 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
         checked(mkfifo("/etc/passwd", 0644), "mkfifo");
     }
     if (kind == ApplyWait::system_log) {
-        system_log.emplace();
-        system_log->fill();
+        systemLog.emplace();
+        systemLog->fill();
         unlink("/opt/teluma/bin/sendmail");
     }
 }

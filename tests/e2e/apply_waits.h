@@ -46,8 +46,8 @@ class ApplyStage {
     ApplyWait kind;
     InstalledServer server;
     std::optional<Decoy> decoy;
-    std::optional<SilentPort> silent_port;
-    std::optional<SystemLog> system_log;
+    std::optional<SilentPort> silentPort;
+    std::optional<SystemLog> systemLog;
 };
 
 std::string apply_wait_name(const testing::TestParamInfo<ApplyWait>& info);

@@ -15,7 +15,7 @@ TEST(DefaultPort, of_each_listener_that_is_taken_is_warned_of) {
         WizardRig wizard(listener.state);
         wizard.play({"\t\t", Key::enter});
         EXPECT_TRUE(wizard.image().shows("Warning!")) << listener.name;
-        if (listener.is_webadmin()) {
+        if (listener.isWebadmin()) {
             EXPECT_SCREEN(wizard.image(), "golden/port_in_use_of_WebAdmin");
         }
     }

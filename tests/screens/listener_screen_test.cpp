@@ -53,12 +53,12 @@ TEST_P(EachListener, checks_the_port_under_a_pending_box_with_the_screen_hidden)
 TEST_P(EachListener, asks_whether_a_loopback_interface_is_meant) {
     wizard.play(answer_listener(row_lo, number));
     const ScreenImage image = wizard.image();
-    if (listener.is_webadmin() || listener.name == "POP3") {
+    if (listener.isWebadmin() || listener.name == "POP3") {
         EXPECT_SCREEN(image, "golden/loopback_question_" + listener.name);
     }
     EXPECT_EQ(words_on(image.region(2, 9, 20, 62)),
               "WARNING! Selecting 127.0.0.1 will enable access to " + listener.name +
-                  (listener.is_webadmin() ? " interface" : " service") +
+                  (listener.isWebadmin() ? " interface" : " service") +
                   " only from this machine and not remotely from other machines. Are you sure? No "
                   "Yes ");
 }

@@ -32,7 +32,7 @@ const std::vector<ScreenFacts>& all_screens() {
 std::vector<ScreenView> all_views() {
     std::vector<ScreenView> views;
     for (const ScreenFacts& screen : all_screens()) {
-        for (int tabs = 0; tabs < screen.control_count(); ++tabs)
+        for (int tabs = 0; tabs < screen.controlCount(); ++tabs)
             views.push_back({&screen, tabs});
     }
     return views;

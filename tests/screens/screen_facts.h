@@ -27,7 +27,7 @@ struct ScreenFacts {
     std::string name = facts_of(stop_at(state)).name;
     std::string title = facts_of(stop_at(state)).title;
 
-    int control_count() const { return static_cast<int>(controls.size()); }
+    int controlCount() const { return static_cast<int>(controls.size()); }
 };
 
 /// All screens, 0 to 10.
@@ -49,8 +49,8 @@ struct ScreenView {
 /// Each screen with the focus on each of its controls.
 std::vector<ScreenView> all_views();
 
-void PrintTo(const ScreenFacts& screen, std::ostream* out);
-void PrintTo(const ScreenView& view, std::ostream* out);
+void print_to(const ScreenFacts& screen, std::ostream* out);
+void print_to(const ScreenView& view, std::ostream* out);
 
 /// Goes to a view that the wizard is to show, the domain being "example.com".
 void enter(const ScreenView& view);
@@ -66,7 +66,7 @@ struct ListenerFacts {
     int WizardSettings::*port;
     int next_state;  // while all services are enabled
 
-    bool is_webadmin() const { return name == "WebAdmin"; }
+    bool isWebadmin() const { return name == "WebAdmin"; }
     std::string title() const { return title_of(stop_at(state)); }
     int defaultPort() const { return std::stoi(facts_of(stop_at(state)).port); }
 };
@@ -74,4 +74,4 @@ struct ListenerFacts {
 /// WebAdmin, SMTP, POP3, IMAP, WebMail.
 const std::vector<ListenerFacts>& all_listeners();
 
-void PrintTo(const ListenerFacts& listener, std::ostream* out);
+void print_to(const ListenerFacts& listener, std::ostream* out);

@@ -57,7 +57,7 @@ TEST_P(EachView, stands_in_the_middle_of_terminals_of_all_sizes) {
 
 TEST_P(EachView, looks_fresh_after_resizes_and_takes_keys) {
     const ScreenImage picture = drawn(view);
-    const ScreenView next = {&screen, (view.tabs + 1) % screen.control_count()};
+    const ScreenView next = {&screen, (view.tabs + 1) % screen.controlCount()};
     const ScreenImage after_tab = moved(drawn(next), screen, {60, 72});
     std::vector<ScreenImage> fresh;
     const Size sizes[] = {large, usual, smallest, large, odd, smallest, {60, 72}};

@@ -61,7 +61,7 @@ int WalkModel::tabsToNext() const {
     const auto first = std::find_if(controls.begin(), controls.end(),
                                     [](const ControlFacts& each) { return each.is_button; });
     const auto tabs = &*first - &control();
-    return static_cast<int>(tabs < 0 ? tabs + facts().control_count() : tabs);
+    return static_cast<int>(tabs < 0 ? tabs + facts().controlCount() : tabs);
 }
 
 const ListenerFacts& WalkModel::listener() const {
@@ -88,7 +88,7 @@ void WalkModel::press(int key) {
         pressInList(key);
     } else if (std::string* text = field()) {
         const size_t longest = isListener() ? 5 : fields.at(control().name).longest;
-        location_is_edited |= control().name == "location";
+        locationIsEdited |= control().name == "location";
         if (key == model_erase)
             text->erase(std::max<size_t>(text->size(), 1) - 1);
         else if (key < model_up && text->size() < longest)
@@ -169,12 +169,12 @@ void WalkModel::checkPort() {
     const bool is_webadmin = screen == state_webadmin;
     settings.*listener().interface_index = bars[screen];
     const bool is_number = port().find_first_not_of("0123456789") == std::string::npos;
-    typed_port = is_number && !port().empty() ? std::stoi(port()) : -1;
-    if (is_webadmin && typed_port != -1)
-        settings.webadmin_port = typed_port;
-    if (typed_port < 0 || typed_port > 65535)
+    typedPort = is_number && !port().empty() ? std::stoi(port()) : -1;
+    if (is_webadmin && typedPort != -1)
+        settings.webadmin_port = typedPort;
+    if (typedPort < 0 || typedPort > 65535)
         return open(state_message, "The port must be a valid number in [0-65535] range!", 1);
-    if (port_77_is_taken && typed_port == 77)
+    if (port_77_is_taken && typedPort == 77)
         return open(state_retry_back, "Warning!", 1);
     if (bars[screen] == 1)
         return open(state_yes_no, "WARNING!", 0);
@@ -182,35 +182,35 @@ void WalkModel::checkPort() {
 }
 
 void WalkModel::acceptPort() {
-    settings.*listener().port = typed_port;
+    settings.*listener().port = typedPort;
     leave(neighbour(true), state_smtp);
 }
 
 void WalkModel::pressInDialog(bool is_tab) {
     const int closed = dialog;
     if (is_tab) {
-        on_second_button = !on_second_button;
+        onSecondButton = !onSecondButton;
         return;
     }
     dialog = 0;
-    if (closed == state_yes_no && on_second_button)
+    if (closed == state_yes_no && onSecondButton)
         return acceptPort();
-    if (closed == state_retry_back && !on_second_button) {
+    if (closed == state_retry_back && !onSecondButton) {
         if (port_77_is_taken)
             return open(state_retry_back, "Warning!", 1);
         if (screen != state_webadmin)
             focus(state_services) = 0;
         return leave(neighbour(true), state_smtp);
     }
-    focus(screen) = focus_afterwards;
+    focus(screen) = focusAfterwards;
     leave(screen, -1);
 }
 
 void WalkModel::open(int dialog_state, const std::string& text, int new_focus) {
-    focus_afterwards = new_focus;
+    focusAfterwards = new_focus;
     dialog = dialog_state;
-    dialog_text = text;
-    on_second_button = false;
+    dialogText = text;
+    onSecondButton = false;
 }
 
 // Goes to a screen, which is drawn; to none but its own after a dialog.
@@ -221,8 +221,8 @@ void WalkModel::leave(int to, int refocused) {
         focus(refocused) = 0;
     if (isListener())
         bars[screen] = settings.*listener().interface_index;
-    if (screen == state_relay && !relay_is_built) {
-        relay_is_built = true;
+    if (screen == state_relay && !relayIsBuilt) {
+        relayIsBuilt = true;
         std::fill_n(settings.relay_ticks, 3, 1);
     }
     if (screen == state_aliases && is_new_visit) {
@@ -235,7 +235,7 @@ void WalkModel::leave(int to, int refocused) {
 }
 
 void WalkModel::followDomain() {
-    if (screen != state_domain || location_is_edited)
+    if (screen != state_domain || locationIsEdited)
         return;
     texts["location"] = "/var/opt/teluma/domains/" + texts["domain"] + "/";
     store(settings.primary_domain, texts["location"]);
@@ -252,7 +252,7 @@ int WalkModel::neighbour(bool forwards) const {
 
 std::vector<std::string> WalkModel::shown() {
     if (dialog != 0)
-        return {dialog_text};
+        return {dialogText};
     std::vector<std::string> lines = {facts().title};
     for (int row = 0; row < 3 && facts().controls.front().name == "list"; ++row) {
         const bool has_bar = bars[screen] == row;

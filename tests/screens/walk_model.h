@@ -30,8 +30,8 @@ struct WalkModel {
     std::string* field();
 
     int state() const { return dialog != 0 ? dialog : screen; }
-    int& focus(int state) { return focus_numbers[focus_place(state)]; }
-    int focus(int state) const { return focus_numbers[focus_place(state)]; }
+    int& focus(int state) { return focusNumbers[focusPlace(state)]; }
+    int focus(int state) const { return focusNumbers[focusPlace(state)]; }
 
     WizardSettings settings = {};
     bool port_77_is_taken = false;     // on all interfaces
@@ -39,7 +39,7 @@ struct WalkModel {
     int applied = 0;                   // how often the answers were applied
 
   private:
-    static int focus_place(int state) {
+    static int focusPlace(int state) {
         return state >= state_pop3 && state <= state_webmail ? state_smtp : state;
     }
     const ScreenFacts& facts() const { return all_screens()[static_cast<size_t>(screen)]; }
@@ -61,14 +61,14 @@ struct WalkModel {
 
     int screen;
     int dialog = 0;
-    std::string dialog_text;
-    bool on_second_button = false;
-    int focus_afterwards = 0;
-    int typed_port = 0;
-    int focus_numbers[screen_count] = {};
+    std::string dialogText;
+    bool onSecondButton = false;
+    int focusAfterwards = 0;
+    int typedPort = 0;
+    int focusNumbers[screen_count] = {};
     std::map<std::string, std::string> texts = {{"domain", "localdomain"}};
-    bool location_is_edited = false;
-    bool relay_is_built = false;
+    bool locationIsEdited = false;
+    bool relayIsBuilt = false;
     std::map<int, int> bars;                 // by state
     std::map<int, std::vector<bool>> ticks;  // by state
 };

@@ -7,7 +7,7 @@ namespace {
 class PackageTest : public DaemonTest {
   protected:
     std::string root = directory / "host";
-    std::string run_directory = root + "/var/opt/teluma/run";
+    std::string runDirectory = root + "/var/opt/teluma/run";
 
     CommandResult install() const { return run_command({STANDIN_PACKAGE "/install", root}); }
 };
@@ -22,9 +22,8 @@ TEST_F(PackageTest, IsInstalledAtThePathsOfALinuxHostAndRuns) {
         EXPECT_GT(file_facts(root + file).size, 0) << file;
     EXPECT_TRUE(file_facts(root + "/var/opt/teluma/domains").is_directory);
 
-    paths = RunPaths{run_directory};
-    const CommandResult result =
-        run_command({root + "/opt/teluma/bin/teluma", "-r", run_directory});
+    paths = RunPaths{runDirectory};
+    const CommandResult result = run_command({root + "/opt/teluma/bin/teluma", "-r", runDirectory});
     EXPECT_EQ(result.status, exited(0)) << result.err;
     EXPECT_TRUE(exists(paths.pid));
     EXPECT_EQ(stop(), exited(0));
@@ -32,11 +31,11 @@ TEST_F(PackageTest, IsInstalledAtThePathsOfALinuxHostAndRuns) {
 
 TEST_F(PackageTest, InstallingAgainLeavesTheServersStateAlone) {
     install();
-    write_file(run_directory + "/teluma.state", "primarydomain example.com\n");
-    write_file(run_directory + "/teluma.cfg", "broken\n");
+    write_file(runDirectory + "/teluma.state", "primarydomain example.com\n");
+    write_file(runDirectory + "/teluma.cfg", "broken\n");
     EXPECT_EQ(install().status, exited(0));
-    EXPECT_EQ(read_file(run_directory + "/teluma.state"), "primarydomain example.com\n");
-    EXPECT_EQ(read_file(run_directory + "/teluma.cfg"), read_file(STANDIN_PACKAGE "/teluma.cfg"));
+    EXPECT_EQ(read_file(runDirectory + "/teluma.state"), "primarydomain example.com\n");
+    EXPECT_EQ(read_file(runDirectory + "/teluma.cfg"), read_file(STANDIN_PACKAGE "/teluma.cfg"));
 }
 
 TEST_F(PackageTest, InstallingWithoutAServerBesideSaysSo) {

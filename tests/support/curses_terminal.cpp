@@ -109,7 +109,7 @@ std::unique_lock<std::mutex> CursesTerminal::lockAndAbsorb() {
 
 CursesTerminal::CursesTerminal(int rows, int cols, const std::string& term,
                                const std::string& locale)
-    : locale_before(change_locale(locale)),
+    : localeBefore(change_locale(locale)),
       pty(rows, cols),
       emulator(rows, cols, term),
       reader(*this),
@@ -128,7 +128,7 @@ void CursesTerminal::startCurses(const std::string& term) {
     if (stream == nullptr)
         throw std::runtime_error("no stream for the terminal");
     program_side.release();
-    input_before =
+    inputBefore =
         Descriptor(checked(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
     checked(dup2(fileno(stream.get()), STDIN_FILENO), "dup2");
     screen = newterm(term.c_str(), stream.get(), stream.get());
@@ -149,8 +149,8 @@ CursesTerminal::~CursesTerminal() {
         endwin();
     delscreen(screen);
     keep_ground_panel(ground);
-    dup2(input_before.get(), STDIN_FILENO);
-    std::setlocale(LC_CTYPE, locale_before.c_str());
+    dup2(inputBefore.get(), STDIN_FILENO);
+    std::setlocale(LC_CTYPE, localeBefore.c_str());
 }
 
 void CursesTerminal::type(const std::string& bytes) {

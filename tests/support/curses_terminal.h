@@ -78,8 +78,8 @@ class CursesTerminal {
     std::unique_lock<std::mutex> lockAndAbsorb();
     void startCurses(const std::string& term);
 
-    std::string locale_before;
-    Descriptor input_before;
+    std::string localeBefore;
+    Descriptor inputBefore;
     Pty pty;
     std::mutex mutex;
     Emulator emulator;

@@ -97,7 +97,7 @@ std::string OutputFilter::prepared(const std::string& unit) {
         std::string repeated;
         for (int count = last.empty() ? 0 : repetitions(unit); count > 0; --count)
             repeated += last;
-        return linux_console && unit == palette_reset ? "" : repeated.empty() ? unit : repeated;
+        return linuxConsole && unit == palette_reset ? "" : repeated.empty() ? unit : repeated;
     }
     if (unit.size() < character_length(unit[0]))
         return "";

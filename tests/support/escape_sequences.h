@@ -15,7 +15,7 @@ std::string plain_text(const std::string& output);
 class OutputFilter {
   public:
     /// `linux_console`: the output is for one.
-    explicit OutputFilter(bool linux_console) : linux_console(linux_console) {}
+    explicit OutputFilter(bool linux_console) : linuxConsole(linux_console) {}
 
     /// The next piece as libvterm understands it. A unit that is not complete at its end is kept
     /// for the next call.
@@ -24,7 +24,7 @@ class OutputFilter {
   private:
     std::string prepared(const std::string& unit);
 
-    bool linux_console;
+    bool linuxConsole;
     std::string incomplete;
     std::string last;  // the character before; empty after a control character
 };

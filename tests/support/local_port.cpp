@@ -64,5 +64,5 @@ Descriptor connection_to(int port, const std::string& address) {
 SilentPort::SilentPort(int number) : port(number) {
     constexpr int room_for_one = 0;
     port.open("0.0.0.0", room_for_one);
-    first_caller = connection_to(number);
+    firstCaller = connection_to(number);
 }

@@ -44,5 +44,5 @@ class SilentPort {
 
   private:
     LocalPort port;
-    Descriptor first_caller;
+    Descriptor firstCaller;
 };

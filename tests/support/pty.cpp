@@ -44,33 +44,33 @@ std::ostream& operator<<(std::ostream& out, const TerminalModes& modes) {
 }
 
 Pty::Pty(int rows, int cols)
-    : screen_side(
+    : screenSide(
           checked(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK), "posix_openpt")) {
-    checked(grantpt(screen_side.get()), "grantpt");
-    checked(unlockpt(screen_side.get()), "unlockpt");
+    checked(grantpt(screenSide.get()), "grantpt");
+    checked(unlockpt(screenSide.get()), "unlockpt");
     char name[64];
-    checked(-ptsname_r(screen_side.get(), name, sizeof name), "ptsname_r");
-    program_side_name = name;
-    program_side = openProgramSide();
+    checked(-ptsname_r(screenSide.get(), name, sizeof name), "ptsname_r");
+    programSideName = name;
+    programSide = openProgramSide();
     resize(rows, cols);
 }
 
 Descriptor Pty::openProgramSide() const {
     return Descriptor(
-        checked(open(program_side_name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open a terminal"));
+        checked(open(programSideName.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open a terminal"));
 }
 
 std::string Pty::read() {
     std::string output;
     char piece[4096];
     ssize_t length;
-    while ((length = ::read(screen_side.get(), piece, sizeof piece)) > 0)
+    while ((length = ::read(screenSide.get(), piece, sizeof piece)) > 0)
         output.append(piece, static_cast<size_t>(length));
     return output;
 }
 
 size_t Pty::write(const std::string& bytes) {
-    const ssize_t written = ::write(screen_side.get(), bytes.data(), bytes.size());
+    const ssize_t written = ::write(screenSide.get(), bytes.data(), bytes.size());
     if (written >= 0)
         return static_cast<size_t>(written);
     if (errno == EAGAIN || errno == EINTR)
@@ -83,7 +83,7 @@ void Pty::fill() const {
     checked(fcntl(filler.get(), F_SETFL, O_WRONLY | O_NONBLOCK), "fcntl");
     const std::string plenty(4096, 'x');
     pollfd output{filler.get(), POLLOUT, 0};
-    pollfd on_its_way{screen_side.get(), POLLIN, 0};
+    pollfd on_its_way{screenSide.get(), POLLIN, 0};
     do {
         while (::write(filler.get(), plenty.data(), plenty.size()) > 0)
             continue;
@@ -92,7 +92,7 @@ void Pty::fill() const {
 }
 
 bool Pty::hasUnreadInput() const {
-    pollfd input{program_side.get(), POLLIN, 0};
+    pollfd input{programSide.get(), POLLIN, 0};
     return poll(&input, 1, 0) == 1;
 }
 
@@ -100,17 +100,17 @@ void Pty::resize(int rows, int cols) {
     winsize size{};
     size.ws_row = static_cast<unsigned short>(rows);
     size.ws_col = static_cast<unsigned short>(cols);
-    checked(ioctl(screen_side.get(), TIOCSWINSZ, &size), "TIOCSWINSZ");
+    checked(ioctl(screenSide.get(), TIOCSWINSZ, &size), "TIOCSWINSZ");
 }
 
 int Pty::foregroundGroup() const {
-    return std::max(0, checked(tcgetpgrp(screen_side.get()), "tcgetpgrp"));
+    return std::max(0, checked(tcgetpgrp(screenSide.get()), "tcgetpgrp"));
 }
 
 TerminalModes Pty::modes() const {
-    return read_terminal_modes(screen_side.get());
+    return read_terminal_modes(screenSide.get());
 }
 
 void Pty::hangUp() {
-    screen_side.close();
+    screenSide.close();
 }

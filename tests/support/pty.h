@@ -38,7 +38,7 @@ class Pty {
     Descriptor openProgramSide() const;
 
     /// Readable when the program has written; for poll(2).
-    int descriptor() const { return screen_side.get(); }
+    int descriptor() const { return screenSide.get(); }
 
     /// What has been written to the screen since the last call; empty if nothing, never waits. A
     /// write that has returned before the call is in it: the kernel delivers what is on its way
@@ -69,7 +69,7 @@ class Pty {
     void hangUp();
 
   private:
-    std::string program_side_name;
-    Descriptor screen_side;
-    Descriptor program_side;
+    std::string programSideName;
+    Descriptor screenSide;
+    Descriptor programSide;
 };

@@ -29,7 +29,7 @@ std::ostream& operator<<(std::ostream& out, const Position& position) {
 }
 
 ScreenImage::ScreenImage(int rows, int cols)
-    : row_count(rows), col_count(cols), cells(static_cast<size_t>(rows) * cols) {}
+    : rowCount(rows), colCount(cols), cells(static_cast<size_t>(rows) * cols) {}
 
 const Cell& ScreenImage::cell(int row, int col) const {
     return cells[index(row, col)];
@@ -41,14 +41,14 @@ Cell& ScreenImage::cell(int row, int col) {
 
 std::string ScreenImage::rowText(int row) const {
     std::string text;
-    for (int col = 0; col < col_count; ++col)
+    for (int col = 0; col < colCount; ++col)
         text += cell(row, col).text;
     return text;
 }
 
 std::string ScreenImage::text() const {
     std::string text;
-    for (int row = 0; row < row_count; ++row) {
+    for (int row = 0; row < rowCount; ++row) {
         const std::string line = rowText(row);
         text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
     }
@@ -56,7 +56,7 @@ std::string ScreenImage::text() const {
 }
 
 std::optional<Position> ScreenImage::find(const std::string& wanted) const {
-    for (int row = 0; row < row_count; ++row) {
+    for (int row = 0; row < rowCount; ++row) {
         const size_t offset = rowText(row).find(wanted);
         if (offset == std::string::npos)
             continue;
@@ -74,17 +74,17 @@ ScreenImage ScreenImage::region(int row, int col, int rows, int cols) const {
         for (int c = 0; c < cols; ++c)
             part.cell(r, c) = cell(row + r, col + c);
     }
-    const Position at{cursor_state.position.row - row, cursor_state.position.col - col};
+    const Position at{cursorState.position.row - row, cursorState.position.col - col};
     const bool inside = at.row >= 0 && at.row < rows && at.col >= 0 && at.col < cols;
-    part.setCursor({inside ? at : Position{}, inside && cursor_state.visible});
+    part.setCursor({inside ? at : Position{}, inside && cursorState.visible});
     return part;
 }
 
 size_t ScreenImage::index(int row, int col) const {
-    if (row < 0 || row >= row_count || col < 0 || col >= col_count) {
+    if (row < 0 || row >= rowCount || col < 0 || col >= colCount) {
         throw std::out_of_range("no cell " + std::to_string(row) + "," + std::to_string(col) +
-                                " on a screen of " + std::to_string(row_count) + " rows and " +
-                                std::to_string(col_count) + " columns");
+                                " on a screen of " + std::to_string(rowCount) + " rows and " +
+                                std::to_string(colCount) + " columns");
     }
-    return static_cast<size_t>(row) * col_count + col;
+    return static_cast<size_t>(row) * colCount + col;
 }

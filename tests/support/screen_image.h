@@ -47,15 +47,15 @@ class ScreenImage {
     /// A blank screen with a visible cursor in the upper left corner.
     ScreenImage(int rows, int cols);
 
-    int rows() const { return row_count; }
-    int cols() const { return col_count; }
+    int rows() const { return rowCount; }
+    int cols() const { return colCount; }
 
     /// The cell at a place inside the screen; std::out_of_range for any other.
     const Cell& cell(int row, int col) const;
     Cell& cell(int row, int col);
 
-    const Cursor& cursor() const { return cursor_state; }
-    void setCursor(const Cursor& cursor) { cursor_state = cursor; }
+    const Cursor& cursor() const { return cursorState; }
+    void setCursor(const Cursor& cursor) { cursorState = cursor; }
 
     /// The characters of a row, spaces at its end included.
     std::string rowText(int row) const;
@@ -75,8 +75,8 @@ class ScreenImage {
   private:
     size_t index(int row, int col) const;
 
-    int row_count;
-    int col_count;
+    int rowCount;
+    int colCount;
     std::vector<Cell> cells;
-    Cursor cursor_state;
+    Cursor cursorState;
 };

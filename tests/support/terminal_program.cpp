@@ -30,7 +30,7 @@ std::string quoted(const std::string& text) {
 
 TerminalProgram::TerminalProgram(const ProgramSetup& setup)
     : pty(setup.rows, setup.cols),
-      modes_before(pty.modes()),
+      modesAtStart(pty.modes()),
       emulator(setup.rows, setup.cols, setup.term),
       session(pty.openProgramSide(), session_command(setup)) {}
 
@@ -41,7 +41,7 @@ TerminalProgram::~TerminalProgram() {
 
 void TerminalProgram::absorb() {
     const std::string output = pty.read();
-    all_output += output;
+    allOutput += output;
     emulator.feed(output);
     if (connected)
         pty.write(emulator.takeReplies());
@@ -158,7 +158,7 @@ bool TerminalProgram::alternateScreen() {
 
 std::string TerminalProgram::output() {
     waitForNews(0);
-    return all_output;
+    return allOutput;
 }
 
 std::string TerminalProgram::printedAfterwards() {

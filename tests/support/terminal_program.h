@@ -104,7 +104,7 @@ class TerminalProgram {
 
     /// The terminal's modes now, and as they were before the program was started.
     TerminalModes modes() const { return pty.modes(); }
-    const TerminalModes& modesBefore() const { return modes_before; }
+    const TerminalModes& modesBefore() const { return modesAtStart; }
 
     pid_t pid() const { return session.program(); }
 
@@ -117,9 +117,9 @@ class TerminalProgram {
     [[noreturn]] void giveUp(const std::string& description, const Caller& caller);
 
     Pty pty;
-    TerminalModes modes_before;
+    TerminalModes modesAtStart;
     Emulator emulator;
-    std::string all_output;
+    std::string allOutput;
     TerminalSession session;
     bool connected = true;  // the screen's side of the terminal is open
     bool complete = false;  // the program has ended and all of its output has arrived

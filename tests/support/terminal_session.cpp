@@ -136,9 +136,9 @@ TerminalSession::TerminalSession(const Descriptor& terminal, SessionCommand comm
     reports.write_end.close();
     start_errors.write_end.close();
     report = std::move(reports.read_end);
-    program_pid = read_value(report.get()).value_or(-1);
+    programPid = read_value(report.get()).value_or(-1);
     const std::optional<int> error = read_value(start_errors.read_end.get());
-    if (program_pid < 0 || error) {
+    if (programPid < 0 || error) {
         throw std::system_error(error.value_or(EAGAIN), std::generic_category(),
                                 "cannot run " + command.arguments[0]);
     }
@@ -146,8 +146,8 @@ TerminalSession::TerminalSession(const Descriptor& terminal, SessionCommand comm
 
 TerminalSession::~TerminalSession() {
     while (!ended()) {
-        kill(-program_pid, SIGKILL);
-        kill(program_pid, SIGKILL);
+        kill(-programPid, SIGKILL);
+        kill(programPid, SIGKILL);
         pollfd waited{report.get(), POLLIN, 0};
         poll(&waited, 1, -1);
     }

@@ -35,7 +35,7 @@ class TerminalSession {
     TerminalSession(const TerminalSession&) = delete;
     TerminalSession& operator=(const TerminalSession&) = delete;
 
-    pid_t program() const { return program_pid; }
+    pid_t program() const { return programPid; }
 
     /// Readable when the program has ended and ended() has not yet told so; for poll(2).
     int descriptor() const { return report.get(); }
@@ -53,6 +53,6 @@ class TerminalSession {
 
     Descriptor report;
     Leader leader;
-    pid_t program_pid = -1;
+    pid_t programPid = -1;
     std::optional<ExitStatus> status;
 };

@@ -35,35 +35,35 @@ class DelayLine {
   public:
     // `delay` is how long a byte is on its way, `byte_time` how long the line is busy with it.
     DelayLine(Clock::duration delay, Clock::duration byte_time)
-        : delay(delay), byte_time(byte_time) {}
+        : delay(delay), byteTime(byte_time) {}
 
     void put(const std::string& bytes) {
         for (const char value : bytes) {
-            last_arrival = std::max(Clock::now() + delay, last_arrival) + byte_time;
-            under_way.emplace_back(last_arrival, value);
+            lastArrival = std::max(Clock::now() + delay, lastArrival) + byteTime;
+            underWay.emplace_back(lastArrival, value);
         }
     }
 
     // What has arrived since the last call.
     std::string take() {
         std::string arrived;
-        for (; nextArrival() <= Clock::now(); under_way.pop_front())
-            arrived += under_way.front().second;
+        for (; nextArrival() <= Clock::now(); underWay.pop_front())
+            arrived += underWay.front().second;
         return arrived;
     }
 
-    bool isEmpty() const { return under_way.empty(); }
+    bool isEmpty() const { return underWay.empty(); }
 
     // When the next byte arrives; in the far future if none is under way.
     Clock::time_point nextArrival() const {
-        return isEmpty() ? Clock::time_point::max() : under_way.front().first;
+        return isEmpty() ? Clock::time_point::max() : underWay.front().first;
     }
 
   private:
     Clock::duration delay;
-    Clock::duration byte_time;
-    Clock::time_point last_arrival;
-    std::deque<std::pair<Clock::time_point, char>> under_way;
+    Clock::duration byteTime;
+    Clock::time_point lastArrival;
+    std::deque<std::pair<Clock::time_point, char>> underWay;
 };
 
 volatile std::sig_atomic_t resized = 0;
@@ -109,18 +109,18 @@ class SlowLine {
     SlowLine(Clock::duration delay, Clock::duration byte_time, const SessionCommand& command)
         : pty(terminal_size().ws_row, terminal_size().ws_col),
           session(pty.openProgramSide(), command),
-          to_program(delay, byte_time),
-          to_screen(delay, byte_time) {}
+          toProgram(delay, byte_time),
+          toScreen(delay, byte_time) {}
 
     // Returns how the program ended, once the last byte that it wrote has arrived.
     ExitStatus run() {
         while (connected) {
             const auto ended = session.ended();
-            to_screen.put(pty.read());
-            write_all(to_screen.take());
-            if (ended && to_screen.isEmpty())
+            toScreen.put(pty.read());
+            write_all(toScreen.take());
+            if (ended && toScreen.isEmpty())
                 return *ended;
-            waiting += to_program.take();
+            waiting += toProgram.take();
             waiting.erase(0, pty.write(waiting));
             waitForNews();
         }
@@ -146,13 +146,13 @@ class SlowLine {
         const ssize_t length = read(STDIN_FILENO, bytes, sizeof(bytes));
         connected = length > 0 || (length < 0 && errno == EINTR);
         if (length > 0)
-            to_program.put(std::string(bytes, static_cast<size_t>(length)));
+            toProgram.put(std::string(bytes, static_cast<size_t>(length)));
     }
 
     // For poll(2): -1 while nothing is under way.
     int millisecondsToNextArrival() const {
         constexpr std::chrono::milliseconds retry(10);
-        Clock::time_point next = std::min(to_program.nextArrival(), to_screen.nextArrival());
+        Clock::time_point next = std::min(toProgram.nextArrival(), toScreen.nextArrival());
         if (!waiting.empty())
             next = std::min(next, Clock::now() + retry);
         if (next == Clock::time_point::max())
@@ -163,8 +163,8 @@ class SlowLine {
 
     Pty pty;
     TerminalSession session;
-    DelayLine to_program;
-    DelayLine to_screen;
+    DelayLine toProgram;
+    DelayLine toScreen;
     std::string waiting;  // has arrived, but the program's terminal has no room for it yet
     bool connected = true;
 };

@@ -23,7 +23,7 @@ class CrashGuard : public TerminalTest {
         int status = 0;
         checked(waitpid(child, &status, 0), "waitpid");
         EXPECT_EQ(from_wait_status(status), end);
-        EXPECT_EQ(pty.modes() == modes_before, gives_back);
+        EXPECT_EQ(pty.modes() == modesBefore, gives_back);
         EXPECT_EQ(pty.read().find("\033[?1049l") != std::string::npos, gives_back);
     }
 };

@@ -89,7 +89,7 @@ TEST_F(TerminalTest, of_a_new_size_is_told_in_one_go_and_has_its_modes_and_keypa
     const TerminalModes modes_of_wizard = pty.modes();
     draw(0, "before");
     show();
-    tcsetattr(STDIN_FILENO, TCSANOW, &modes_before.settings);
+    tcsetattr(STDIN_FILENO, TCSANOW, &modesBefore.settings);
     news();
     resize(34, 100);
     EXPECT_EQ(news(), "");

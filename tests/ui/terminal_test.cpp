@@ -26,7 +26,7 @@ TEST_F(TerminalTest, has_keys_one_by_one_and_unseen) {
 TEST_F(TerminalTest, that_can_not_move_its_cursor_is_left_as_it_was) {
     setenv("TERM", "dumb", 1);
     EXPECT_FALSE(open_terminal());
-    EXPECT_EQ(pty.modes(), modes_before);
+    EXPECT_EQ(pty.modes(), modesBefore);
     EXPECT_EQ(wizard_terminal.stream, nullptr);
 }
 
@@ -126,7 +126,7 @@ class LeftTerminal : public TerminalTest, public testing::WithParamInterface<con
   protected:
     LeftTerminal() {
         openAndShow(GetParam());
-        modes_of_wizard = pty.modes();
+        modesOfWizard = pty.modes();
         attron(A_BOLD);
         draw(0, "bold");
         curs_set(0);
@@ -135,14 +135,14 @@ class LeftTerminal : public TerminalTest, public testing::WithParamInterface<con
     void expectOthersWriteAsEver() {
         EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
         news();
-        EXPECT_EQ(pty.modes(), modes_before);
+        EXPECT_EQ(pty.modes(), modesBefore);
         EXPECT_FALSE(emulator.alternateScreen());
         EXPECT_TRUE(emulator.image().cursor().visible);
         const Position where = emulator.image().find("plain").value();
         EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
     }
 
-    TerminalModes modes_of_wizard;
+    TerminalModes modesOfWizard;
 };
 
 INSTANTIATE_TEST_SUITE_P(Terminals, LeftTerminal, testing::Values("xterm-256color", "vt220"),
@@ -172,7 +172,7 @@ TEST_P(LeftTerminal, comes_back_with_its_modes_and_attributes) {
     close_terminal();
     expectOthersWriteAsEver();
     EXPECT_TRUE(renew_terminal());
-    EXPECT_EQ(pty.modes(), modes_of_wizard);
+    EXPECT_EQ(pty.modes(), modesOfWizard);
     draw(3, "back");
     show();
     EXPECT_EQ(news().find(normal_screen), std::string::npos);
@@ -189,13 +189,13 @@ TEST_P(LeftTerminal, has_everything_drawn_anew_whatever_it_shows) {
     news();
     const ScreenImage drawn = emulator.image();
     emulator.feed("\033[?1049l\033[2J\033[m\033[?25h\033[?1l\033[4;1H\r\nkernel: oops");
-    tcsetattr(STDIN_FILENO, TCSANOW, &modes_before.settings);
+    tcsetattr(STDIN_FILENO, TCSANOW, &modesBefore.settings);
     redraw_terminal();
     keypad(stdscr, TRUE);
     send_output();
     news();
     EXPECT_SAME_LOOK(drawn, emulator.image());
-    EXPECT_EQ(pty.modes(), modes_of_wizard);
+    EXPECT_EQ(pty.modes(), modesOfWizard);
     if (GetParam() != std::string("vt220")) {
         EXPECT_TRUE(emulator.alternateScreen());
         EXPECT_EQ(emulator.keyBytes(Key::up), "\033OA");
@@ -231,7 +231,7 @@ TEST_F(TerminalTest, is_written_to_at_once_where_files_must_stay_small) {
     resize(34, 100);
     EXPECT_EQ(getmaxy(stdscr), 34);
     close_terminal();
-    EXPECT_EQ(pty.modes(), modes_before);
+    EXPECT_EQ(pty.modes(), modesBefore);
     news();
     EXPECT_FALSE(emulator.alternateScreen());
 }
@@ -274,7 +274,7 @@ TEST_F(TerminalTest, that_takes_nothing_keeps_nobody_from_ending) {
         if (!by_itself) {
             EXPECT_EQ(fcntl(STDOUT_FILENO, F_GETFL), flags);
         }
-        EXPECT_EQ(pty.modes(), modes_before);
+        EXPECT_EQ(pty.modes(), modesBefore);
         EXPECT_EQ(news().find("aborted"), std::string::npos);
         wizard_terminal = {};
     }

@@ -28,9 +28,9 @@ class TerminalTest : public testing::Test {
             unsetenv(variable);
         setenv("LC_ALL", "C.UTF-8", 1);
         for (int signal = 1; signal < 32; ++signal)
-            sigaction(signal, nullptr, &actions_before[signal]);
+            sigaction(signal, nullptr, &actionsBefore[signal]);
         for (const int resource : {RLIMIT_FSIZE, RLIMIT_NOFILE})
-            getrlimit(resource, &limits_before[resource]);
+            getrlimit(resource, &limitsBefore[resource]);
         const Descriptor terminal = pty.openProgramSide();
         dup2(terminal.get(), STDIN_FILENO);
         dup2(terminal.get(), STDOUT_FILENO);
@@ -43,16 +43,16 @@ class TerminalTest : public testing::Test {
         set_term(nullptr);
         wizard_terminal = {};
         for (const int resource : {RLIMIT_FSIZE, RLIMIT_NOFILE})
-            setrlimit(resource, &limits_before[resource]);
+            setrlimit(resource, &limitsBefore[resource]);
         for (int signal = 1; signal < 32; ++signal)
-            sigaction(signal, &actions_before[signal], nullptr);
+            sigaction(signal, &actionsBefore[signal], nullptr);
         std::setlocale(LC_CTYPE, "C");
         news();
-        dup2(input_before.get(), STDIN_FILENO);
-        dup2(output_before.get(), STDOUT_FILENO);
+        dup2(inputBefore.get(), STDIN_FILENO);
+        dup2(outputBefore.get(), STDOUT_FILENO);
         // A failure was told to the terminal.
         if (HasFailure())
-            std::cout << all_bytes << std::flush;
+            std::cout << allBytes << std::flush;
     }
 
     void open(const char* term = "xterm-256color") {
@@ -68,7 +68,7 @@ class TerminalTest : public testing::Test {
     }
 
     void limit(int resource, rlim_t most) {
-        const rlimit limit{most, limits_before[resource].rlim_max};
+        const rlimit limit{most, limitsBefore[resource].rlim_max};
         setrlimit(resource, &limit);
     }
 
@@ -79,7 +79,7 @@ class TerminalTest : public testing::Test {
     std::string news() {
         std::string bytes = pty.read();
         emulator.feed(bytes);
-        all_bytes += bytes;
+        allBytes += bytes;
         return bytes;
     }
 
@@ -101,14 +101,14 @@ class TerminalTest : public testing::Test {
         EXPECT_TRUE(renew_terminal());
     }
 
-    Descriptor input_before{dup(STDIN_FILENO)};
-    Descriptor output_before{dup(STDOUT_FILENO)};
+    Descriptor inputBefore{dup(STDIN_FILENO)};
+    Descriptor outputBefore{dup(STDOUT_FILENO)};
     Pty pty{24, 80};
-    TerminalModes modes_before = pty.modes();
+    TerminalModes modesBefore = pty.modes();
     Emulator emulator{24, 80, "xterm-256color"};
 
   private:
-    struct sigaction actions_before[32] = {};
-    rlimit limits_before[RLIM_NLIMITS] = {};
-    std::string all_bytes;
+    struct sigaction actionsBefore[32] = {};
+    rlimit limitsBefore[RLIM_NLIMITS] = {};
+    std::string allBytes;
 };

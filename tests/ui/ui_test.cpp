@@ -18,7 +18,7 @@ void measure_screen() {
 }  // namespace
 
 UiTest::UiTest(int rows, int cols)
-    : terminal(rows, cols), root_frame(std::make_unique<Window>(stdscr, nullptr)) {
+    : terminal(rows, cols), rootFrame(std::make_unique<Window>(stdscr, nullptr)) {
     main_window = root();
     measure_screen();
     screen_state = state_password;

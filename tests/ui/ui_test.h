@@ -21,7 +21,7 @@ class UiTest : public testing::Test {
     ~UiTest() override;
 
     /// The root frame, as `main_window`.
-    Window* root() const { return root_frame.get(); }
+    Window* root() const { return rootFrame.get(); }
 
     /// The terminal after everything drawn has been brought onto it; the cursor where the widget
     /// drawn last has left it.
@@ -40,7 +40,7 @@ class UiTest : public testing::Test {
     CursesTerminal terminal;
 
   private:
-    std::unique_ptr<Window> root_frame;
+    std::unique_ptr<Window> rootFrame;
 };
 
 /// How many panels are on the screen; 0 where every widget has gone.

@@ -147,8 +147,8 @@ TEST_F(WindowTest, a_window_that_is_no_widget_takes_no_key_no_focus_and_no_curso
 /// A window full of one letter.
 class Tile : public Window {
   public:
-    Tile(Window* parent, int row, int col, int height, int width, char tileLetter)
-        : Window(parent, row, col, height, width), letter(tileLetter) {
+    Tile(Window* parent, int row, int col, int height, int width, char tile_letter)
+        : Window(parent, row, col, height, width), letter(tile_letter) {
         create();
         draw();
     }

@@ -78,7 +78,7 @@ void ChangedFiles::reset() {
 
 void ChangedFiles::rememberAsNew() {
     for (const char* path : rewritten)
-        new_contents[path] = read_file(path);
+        newContents[path] = read_file(path);
 }
 
 void ChangedFiles::expectNothingLost() const {
@@ -117,5 +117,5 @@ int ChangedFiles::restoreBroken() const {
 
 bool ChangedFiles::isOldOrNew(const std::string& path) const {
     const std::string content = read_file(path);
-    return content == old.at(path).content || content == new_contents.at(path);
+    return content == old.at(path).content || content == newContents.at(path);
 }

@@ -46,5 +46,5 @@ class ChangedFiles {
 
     InstalledServer server;
     std::map<std::string, FileState> old;
-    std::map<std::string, std::string> new_contents;
+    std::map<std::string, std::string> newContents;
 };

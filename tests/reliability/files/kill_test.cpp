@@ -26,12 +26,12 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
   protected:
     Killed() {
         const auto changes = [](const std::string& call) { return call[0] == '+'; };
-        std::copy_if(calls.begin(), calls.end(), std::back_inserter(changing_calls), changes);
+        std::copy_if(calls.begin(), calls.end(), std::back_inserter(changingCalls), changes);
     }
 
     // Whether this test kills at a call: who dies there would be the same, or nobody, elsewhere.
     bool takesOn(size_t number) const {
-        const std::string& call = changing_calls[number - 1];
+        const std::string& call = changingCalls[number - 1];
         if (GetParam().whom == "all")
             return number % shares == GetParam().share;
         if (GetParam().whom == "halfway")
@@ -54,7 +54,7 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
     }
 
     void killAt(size_t number) {
-        SCOPED_TRACE(changing_calls[number - 1]);
+        SCOPED_TRACE(changingCalls[number - 1]);
         files.reset();
         WatchedRun run(killing(static_cast<int>(number), GetParam().whom));
         seeThrough(run);
@@ -84,14 +84,14 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
         files.expectOriginalsKept();
     }
 
-    std::vector<std::string> changing_calls;
+    std::vector<std::string> changingCalls;
     int restored = 0;
 };
 
 TEST_P(Killed, leaves_the_old_file_or_the_new_one_or_the_old_one_beside_it_and_runs_again) {
-    ASSERT_GE(changing_calls.size(), 30u);
+    ASSERT_GE(changingCalls.size(), 30u);
     int kills = 0;
-    for (size_t number = 1; number <= changing_calls.size(); ++number) {
+    for (size_t number = 1; number <= changingCalls.size(); ++number) {
         if (!takesOn(number))
             continue;
         ++kills;

@@ -119,10 +119,10 @@ extern "C" int mvwprintw(WINDOW* window, int row, int col, const char* format, .
 }
 
 // The sanitizers' allocator, which is part of the program, calls these.
-extern "C" void __sanitizer_malloc_hook(const volatile void* /*memory*/, std::size_t /*size*/) {
+extern "C" void sanitizer_malloc_hook(const volatile void* /*memory*/, std::size_t /*size*/) {
     look("malloc");
 }
 
-extern "C" void __sanitizer_free_hook(const volatile void* /*memory*/) {
+extern "C" void sanitizer_free_hook(const volatile void* /*memory*/) {
     look("free");
 }
