@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
 #include <set>
 
 #include "tests/support/files.h"
@@ -28,6 +29,17 @@ TEST(KeptPictures, show_the_screens_as_the_wizard_draws_them_now) {
             << name << " is out of date; ./demo --pictures renews it";
     }
     EXPECT_EQ(drawn, kept_pictures());
+}
+
+// As long as somebody looks at it, and soon loaded.
+TEST(KeptPictures, play_a_whole_run_within_a_minute) {
+    const std::string picture = read_file(KEPT_PICTURES "/run.svg");
+    EXPECT_LT(picture.size(), 300'000U);
+    std::smatch duration;
+    ASSERT_TRUE(
+        std::regex_search(picture, duration, std::regex("animation:([0-9]+)ms .*infinite")));
+    EXPECT_GE(std::stoi(duration[1]), 30'000);
+    EXPECT_LE(std::stoi(duration[1]), 60'000);
 }
 
 }  // namespace

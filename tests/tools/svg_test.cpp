@@ -41,4 +41,34 @@ TEST(Svg, refuses_a_colour_that_it_has_no_shade_for) {
     EXPECT_EQ(thrown_by([&] { svg_of(image, ""); }), "there is no shade for colour 8");
 }
 
+std::vector<Frame> frames_of(const std::vector<std::pair<std::string, int>>& characters) {
+    std::vector<Frame> frames;
+    for (const auto& [character, milliseconds] : characters)
+        frames.push_back({row_of({character, " ", "z"}), std::chrono::milliseconds(milliseconds)});
+    return frames;
+}
+
+TEST(MovingSvg, shows_each_element_while_it_is_on_the_screen) {
+    const std::string drawing =
+        moving_svg_of(frames_of({{"a", 100}, {"b", 200}, {"b", 100}, {"a", 400}}), "");
+    EXPECT_TRUE(holds(drawing, "g{animation:800ms step-end infinite}\n"));
+    EXPECT_TRUE(holds(drawing,
+                      "t0{0%{visibility:visible}12.5%{visibility:hidden}"
+                      "50%{visibility:visible}}\n"));
+    EXPECT_TRUE(holds(drawing,
+                      "t1{0%{visibility:hidden}12.5%{visibility:visible}"
+                      "50%{visibility:hidden}}\n"));
+    EXPECT_TRUE(holds(drawing,
+                      "<g style=\"animation-name:t0\">\n"
+                      "<text x=\"0\" y=\"13\">a</text>\n</g>\n"));
+    EXPECT_TRUE(holds(drawing,
+                      "<g style=\"animation-name:t1\" visibility=\"hidden\">\n"
+                      "<text x=\"0\" y=\"13\">b</text>\n</g>\n"));
+}
+
+TEST(MovingSvg, leaves_alone_what_is_always_there) {
+    const std::string drawing = moving_svg_of(frames_of({{"a", 1}, {"b", 1}}), "");
+    EXPECT_TRUE(holds(drawing, "</g>\n<text x=\"16\" y=\"13\">z</text>\n<g"));
+}
+
 }  // namespace

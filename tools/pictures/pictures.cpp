@@ -6,7 +6,7 @@
 #include "tools/pictures/picture_walk.h"
 
 /// pictures PROGRAM DIRECTORY: draws every screen of the wizard PROGRAM into DIRECTORY, an SVG file
-/// each. To be run in a sandbox with the stand-in server installed.
+/// each, and one that plays a whole run. To be run in a sandbox with the stand-in server installed.
 
 int main(int argument_count, char** arguments) {
     if (argument_count != 3) {

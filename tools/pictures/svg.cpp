@@ -1,235 +1,16 @@
 #include "tools/pictures/svg.h"
 
-#include <algorithm>
 #include <map>
 #include <sstream>
-#include <stdexcept>
-#include <utility>
-#include <vector>
+
+#include "tools/pictures/drawing.h"
 
 namespace {
 
-// The grid of the cells, in pixels, and the window around the screen.
-constexpr int cell_width = 8;
-constexpr int cell_height = 18;
-constexpr int base_line = 13;  // from the top of a cell to the line on which letters stand
+// The window around the screen, in pixels.
 constexpr int margin = 10;
 constexpr int title_bar = 24;
 constexpr int corner = 8;
-
-// Soft shades of the usual colours, in the order of their numbers.
-std::string shade(int colour, const char* unchosen) {
-    static const char* const shades[] = {"#15181e", "#c0453a", "#6f9e4b", "#d0a040",
-                                         "#1f3f8a", "#8f5aa8", "#3f98a8", "#e6e9ef"};
-    if (colour == default_colour)
-        return unchosen;
-    if (colour < 0 || colour >= 8)
-        throw std::invalid_argument("there is no shade for colour " + std::to_string(colour));
-    return shades[colour];
-}
-
-std::string foreground_of(const Cell& cell) {
-    return shade(cell.foreground, "#d8dbe2");
-}
-
-std::string background_of(const Cell& cell) {
-    return shade(cell.background, "#15181e");
-}
-
-// A text as it may stand between tags and in attributes.
-std::string escaped(const std::string& text) {
-    static const std::map<char, std::string> codes = {
-        {'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'"', "&quot;"}};
-    std::string result;
-    for (const char character : text) {
-        const auto code = codes.find(character);
-        result += code == codes.end() ? std::string(1, character) : code->second;
-    }
-    return result;
-}
-
-struct Block {
-    std::string colour;
-    int row;
-    int col;
-    int rows;
-    int cols;
-};
-
-std::string rectangle(const Block& block, const std::string& attributes = "") {
-    std::ostringstream out;
-    out << "<rect x=\"" << block.col * cell_width << "\" y=\"" << block.row * cell_height
-        << "\" width=\"" << block.cols * cell_width << "\" height=\"" << block.rows * cell_height
-        << "\" fill=\"" << block.colour << "\"" << attributes << "/>\n";
-    return out.str();
-}
-
-std::string usual_colour(const ScreenImage& image) {
-    std::map<std::string, int> cells;
-    for (int i = 0; i < image.rows() * image.cols(); ++i)
-        ++cells[background_of(image.cell(i / image.cols(), i % image.cols()))];
-    const auto fewer = [](const auto& left, const auto& right) {
-        return left.second < right.second;
-    };
-    return std::max_element(cells.begin(), cells.end(), fewer)->first;
-}
-
-// Makes a block that ends right above the stretch, and is as wide, one row higher, or adds one.
-void add_stretch(std::vector<Block>& blocks, const Block& stretch) {
-    const auto continues = [&](const Block& block) {
-        return block.colour == stretch.colour && block.col == stretch.col &&
-               block.cols == stretch.cols && block.row + block.rows == stretch.row;
-    };
-    const auto above = std::find_if(blocks.begin(), blocks.end(), continues);
-    if (above == blocks.end())
-        blocks.push_back(stretch);
-    else
-        ++above->rows;
-}
-
-// The backgrounds: one rectangle of the colour that most cells have, and on it as few as possible
-// for the others.
-std::string colour_blocks(const ScreenImage& image) {
-    const std::string usual = usual_colour(image);
-    std::vector<Block> blocks{{usual, 0, 0, image.rows(), image.cols()}};
-    for (int row = 0; row < image.rows(); ++row) {
-        for (int col = 0, end = 0; col < image.cols(); col = end) {
-            const std::string colour = background_of(image.cell(row, col));
-            while (end < image.cols() && background_of(image.cell(row, end)) == colour)
-                ++end;
-            if (colour != usual)
-                add_stretch(blocks, {colour, row, col, 1, end - col});
-        }
-    }
-    std::string svg;
-    for (const Block& block : blocks)
-        svg += rectangle(block);
-    return svg;
-}
-
-// In which directions a line goes from the middle of a cell.
-enum Arms : unsigned { left = 1, right = 2, up = 4, down = 8 };
-
-unsigned arms_of(const Cell& cell) {
-    static const std::map<std::string, unsigned> arms = {
-        {"─", left | right}, {"│", up | down}, {"┌", right | down},      {"┐", left | down},
-        {"└", right | up},   {"┘", left | up}, {"├", right | up | down}, {"┤", left | up | down},
-    };
-    const auto found = arms.find(cell.text);
-    return found == arms.end() ? 0 : found->second;
-}
-
-// A way along which strokes go.
-struct Way {
-    unsigned back;
-    unsigned forward;
-    int rows;
-    int cols;
-    int size;  // of a cell along it
-    char command;
-};
-
-constexpr Way across = {left, right, 0, 1, cell_width, 'H'};
-constexpr Way downwards = {up, down, 1, 0, cell_height, 'V'};
-
-// Whether a line of one colour goes on from a cell to the next one.
-bool joins(const ScreenImage& image, int row, int col, const Way& way) {
-    const int next_row = row + way.rows;
-    const int next_col = col + way.cols;
-    if (row < 0 || col < 0 || next_row >= image.rows() || next_col >= image.cols())
-        return false;
-    const Cell& cell = image.cell(row, col);
-    const Cell& next = image.cell(next_row, next_col);
-    return (arms_of(cell) & way.forward) != 0 && (arms_of(next) & way.back) != 0 &&
-           foreground_of(cell) == foreground_of(next);
-}
-
-// The stroke that begins in this cell, from end to end; empty if none does.
-std::string stroke_from(const ScreenImage& image, int row, int col, const Way& way) {
-    const unsigned arms = arms_of(image.cell(row, col));
-    if ((arms & (way.back | way.forward)) == 0 || joins(image, row - way.rows, col - way.cols, way))
-        return "";
-    int last = 0;
-    while (joins(image, row + last * way.rows, col + last * way.cols, way))
-        ++last;
-    const unsigned end = arms_of(image.cell(row + last * way.rows, col + last * way.cols));
-    const int begin = (way.cols != 0 ? col : row) * way.size;
-    const int from = begin + ((arms & way.back) != 0 ? 0 : way.size / 2);
-    const int to = begin + last * way.size + ((end & way.forward) != 0 ? way.size : way.size / 2);
-    std::ostringstream stroke;
-    stroke << "M" << (way.cols != 0 ? from : col * cell_width + cell_width / 2) << " "
-           << (way.cols != 0 ? row * cell_height + cell_height / 2 : from) << way.command << to;
-    return stroke.str();
-}
-
-std::string line_strokes(const ScreenImage& image) {
-    std::map<std::string, std::string> paths;
-    for (int row = 0; row < image.rows(); ++row) {
-        for (int col = 0; col < image.cols(); ++col) {
-            const std::string strokes =
-                stroke_from(image, row, col, across) + stroke_from(image, row, col, downwards);
-            if (!strokes.empty())
-                paths[foreground_of(image.cell(row, col))] += strokes;
-        }
-    }
-    std::ostringstream out;
-    for (const auto& [colour, path] : paths)
-        out << "<path stroke=\"" << colour << "\" d=\"" << path << "\"/>\n";
-    const std::string svg = out.str();
-    // Half a pixel further a stroke of one pixel covers exactly one.
-    return svg.empty() ? ""
-                       : "<g transform=\"translate(.5 .5)\" fill=\"none\" "
-                         "stroke-linecap=\"square\">\n" +
-                             svg + "</g>\n";
-}
-
-// The characters from a cell to before the next space, line or change of look.
-std::vector<std::string> word_at(const ScreenImage& image, int row, int col) {
-    const Cell& first = image.cell(row, col);
-    std::vector<std::string> word;
-    for (; col < image.cols(); ++col) {
-        const Cell& cell = image.cell(row, col);
-        if (cell.text == " " || cell.text.empty() || arms_of(cell) != 0 ||
-            cell.bold != first.bold || foreground_of(cell) != foreground_of(first))
-            break;
-        word.push_back(cell.text);
-    }
-    return word;
-}
-
-std::string text_element(int row, int col, const std::vector<std::string>& word) {
-    std::ostringstream out;
-    out << "<text x=\"" << col * cell_width << "\" y=\"" << row * cell_height + base_line << "\"";
-    if (word.size() > 1)
-        out << " textLength=\"" << static_cast<int>(word.size()) * cell_width << "\"";
-    out << ">";
-    for (const std::string& character : word)
-        out << escaped(character);
-    out << "</text>\n";
-    return out.str();
-}
-
-// Each word begins in its column, whatever the font, and is stretched to as many columns as it has
-// characters.
-std::string word_runs(const ScreenImage& image) {
-    std::map<std::pair<std::string, bool>, std::string> runs;
-    for (int row = 0; row < image.rows(); ++row) {
-        for (int col = 0; col < image.cols(); ++col) {
-            const std::vector<std::string> word = word_at(image, row, col);
-            if (word.empty())
-                continue;
-            const Cell& cell = image.cell(row, col);
-            runs[{foreground_of(cell), cell.bold}] += text_element(row, col, word);
-            col += static_cast<int>(word.size()) - 1;
-        }
-    }
-    std::ostringstream svg;
-    for (const auto& [look, texts] : runs)
-        svg << "<g fill=\"" << look.first << "\"" << (look.second ? " font-weight=\"700\"" : "")
-            << ">\n"
-            << texts << "</g>\n";
-    return svg.str();
-}
 
 std::string window(int width, int height) {
     std::ostringstream out;
@@ -244,17 +25,11 @@ std::string window(int width, int height) {
     return out.str();
 }
 
-std::string cursor_block(const Cursor& cursor) {
-    const Position& at = cursor.position;
-    return cursor.visible ? rectangle({foreground_of({}), at.row, at.col, 1, 1}, " opacity=\".8\"")
-                          : "";
-}
-
-}  // namespace
-
-std::string svg_of(const ScreenImage& image, const std::string& title) {
-    const int width = image.cols() * cell_width + 2 * margin;
-    const int height = image.rows() * cell_height + title_bar + margin;
+// A window of the size of that screen, with these elements in it.
+std::string document(const ScreenImage& size, const std::string& title,
+                     const std::string& elements) {
+    const int width = size.cols() * cell_width + 2 * margin;
+    const int height = size.rows() * cell_height + title_bar + margin;
     std::ostringstream out;
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" role=\"img\" viewBox=\"0 0 " << width << " "
         << height << "\" width=\"" << width << "\" height=\"" << height
@@ -262,7 +37,110 @@ std::string svg_of(const ScreenImage& image, const std::string& title) {
         << " font-size=\"13.3\">\n<title>" << escaped(title) << "</title>\n"
         << window(width, height) << "<g transform=\"translate(" << margin << " " << title_bar
         << ")\">\n"
-        << colour_blocks(image) << line_strokes(image) << word_runs(image)
-        << cursor_block(image.cursor()) << "</g>\n</svg>\n";
+        << elements << "</g>\n</svg>\n";
     return out.str();
+}
+
+std::string group(const std::string& attributes, const std::string& elements) {
+    return attributes.empty() ? elements : "<g" + attributes + ">\n" + elements + "</g>\n";
+}
+
+// When something comes and goes, comes and goes again, in milliseconds.
+using Times = std::vector<long>;
+
+// The elements of all frames, each once.
+using Appearances = std::map<Place, std::map<std::string, Times>>;
+
+void add_appearance(Times& times, long from, long to) {
+    if (!times.empty() && times.back() == from)
+        times.back() = to;
+    else
+        times.insert(times.end(), {from, to});
+}
+
+// Puts the appearances of all elements into `all`, and returns how long the frames take.
+long collect(const std::vector<Frame>& frames, Appearances& all) {
+    long now = 0;
+    for (const Frame& frame : frames) {
+        const long end = now + frame.time.count();
+        for (const auto& [place, elements] : drawing_of(frame.image)) {
+            for (const std::string& element : elements)
+                add_appearance(all[place][element], now, end);
+        }
+        now = end;
+    }
+    return now;
+}
+
+// The animations, one for all elements that come and go together.
+class Animations {
+  public:
+    explicit Animations(long duration) : duration(duration) {}
+
+    // The attributes of a group that is seen at these times; none if that is always.
+    std::string attributes(const Times& times) {
+        if (times == Times{0, duration})
+            return "";
+        const size_t next = names.size();
+        const std::string name = "t" + std::to_string(names.emplace(times, next).first->second);
+        return " style=\"animation-name:" + name +
+               (times.front() == 0 ? "\"" : "\" visibility=\"hidden\"");
+    }
+
+    std::string style() const {
+        std::ostringstream out;
+        out << "<style>\ng{animation:" << duration << "ms step-end infinite}\n"
+            << "@media(prefers-reduced-motion:reduce){g{animation:none!important}}\n";
+        for (const auto& [times, number] : names)
+            out << "@keyframes t" << number << "{" << keyframes(times) << "}\n";
+        out << "</style>\n";
+        return out.str();
+    }
+
+  private:
+    std::string keyframes(const Times& times) const {
+        std::ostringstream out;
+        bool visible = false;
+        if (times.front() != 0)
+            out << "0%{visibility:hidden}";
+        for (const long time : times) {
+            visible = !visible;
+            if (time != duration)
+                out << 100.0 * static_cast<double>(time) / static_cast<double>(duration)
+                    << "%{visibility:" << (visible ? "visible" : "hidden") << "}";
+        }
+        return out.str();
+    }
+
+    long duration;
+    std::map<Times, size_t> names;
+};
+
+}  // namespace
+
+std::string svg_of(const ScreenImage& image, const std::string& title) {
+    std::string svg;
+    for (const auto& [place, elements] : drawing_of(image)) {
+        std::string lines;
+        for (const std::string& element : elements)
+            lines += element;
+        svg += group(place.second, lines);
+    }
+    return document(image, title, svg);
+}
+
+std::string moving_svg_of(const std::vector<Frame>& frames, const std::string& title) {
+    Appearances all;
+    Animations animations(collect(frames, all));
+    std::string svg;
+    for (const auto& [place, elements] : all) {
+        std::map<Times, std::string> together;
+        for (const auto& [element, times] : elements)
+            together[times] += element;
+        std::string groups;
+        for (const auto& [times, lines] : together)
+            groups += group(animations.attributes(times), lines);
+        svg += group(place.second, groups);
+    }
+    return document(frames.at(0).image, title, animations.style() + svg);
 }

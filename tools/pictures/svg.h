@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <string>
+#include <vector>
 
 #include "tests/support/screen_image.h"
 
@@ -9,3 +11,13 @@
 /// columns. `title` is what it is called where it can't be seen. The same image gives the same
 /// bytes. std::invalid_argument for a colour beyond the eight usual ones.
 std::string svg_of(const ScreenImage& image, const std::string& title);
+
+/// A screen, and for how long it is seen.
+struct Frame {
+    ScreenImage image;
+    std::chrono::milliseconds time;
+};
+
+/// Screens of one size that follow each other, again and again, drawn as svg_of draws one. Who
+/// wants nothing to move, or has a viewer in which nothing does, sees the first.
+std::string moving_svg_of(const std::vector<Frame>& frames, const std::string& title);

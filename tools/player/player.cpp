@@ -49,9 +49,7 @@ class Player : public SceneWalk {
 
   private:
     void show(const Scene& scene) override {
-        if (live)
-            pause(std::chrono::milliseconds(1200));
-        else
+        if (!live)
             std::printf("\n--- %s\n\n%s", scene.name.c_str(), wizard.image().text().c_str());
         std::fflush(stdout);
     }

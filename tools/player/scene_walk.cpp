@@ -10,7 +10,7 @@ ExitStatus SceneWalk::run() {
         waitForKey();
         if (goes_on) {
             show(scene);
-            goes_on = strike(scene.leaves);
+            goes_on = pause(std::chrono::milliseconds(1200)) && strike(scene.leaves);
         }
         if (!goes_on) {
             wizard.press(Key::ctrl_c);
@@ -30,20 +30,23 @@ bool SceneWalk::strike(const std::vector<Stroke>& strokes) {
 }
 
 bool SceneWalk::strike(const Stroke& stroke) {
-    if (const auto* text = std::get_if<std::string>(&stroke)) {
-        for (const char character : *text) {
-            if (!pause(std::chrono::milliseconds(90)))
-                return false;
-            wizard.type(std::string(1, character));
-        }
-        return true;
-    }
     if (!pause(std::chrono::milliseconds(300)))
         return false;
+    if (const auto* text = std::get_if<std::string>(&stroke))
+        return type(*text);
     if (const Key* key = std::get_if<Key>(&stroke))
         wizard.press(*key);
     else
         other_programs.endBusyOne();
+    return true;
+}
+
+bool SceneWalk::type(const std::string& text) {
+    for (const char character : text) {
+        wizard.type(std::string(1, character));
+        if (!pause(std::chrono::milliseconds(90)))
+            return false;
+    }
     return true;
 }
 

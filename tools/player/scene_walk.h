@@ -23,8 +23,8 @@ class SceneWalk {
     /// Called when a screen has been filled in and is not yet left.
     virtual void show(const Scene& scene) = 0;
 
-    /// Called before each key and each character, with the time that a viewer needs to follow.
-    /// Where it returns false the walk ends with Ctrl-C.
+    /// Called before each stroke, after each character and after show(), with the time that a
+    /// viewer needs to follow. Where it returns false the walk ends with Ctrl-C.
     virtual bool pause(std::chrono::milliseconds /*time*/) { return true; }
 
     /// What the wizard has drawn is then on the screen.
@@ -35,6 +35,7 @@ class SceneWalk {
   private:
     bool strike(const std::vector<Stroke>& strokes);
     bool strike(const Stroke& stroke);
+    bool type(const std::string& text);
 
     OtherPrograms other_programs;
 };

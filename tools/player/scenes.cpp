@@ -21,8 +21,12 @@ Scene again(Scene scene, const std::vector<Stroke>& answers) {
     return scene;
 }
 
-template <class Element>
-void append(std::vector<Element>& list, const std::vector<Element>& more) {
+// The backspace key, so often.
+std::string erasing(size_t characters) {
+    return std::string(characters, '\x7f');
+}
+
+void append(std::vector<Scene>& list, const std::vector<Scene>& more) {
     list.insert(list.end(), more.begin(), more.end());
 }
 
@@ -36,23 +40,19 @@ std::vector<Scene> password_scenes() {
 }
 
 std::vector<Scene> domain_scenes() {
-    std::vector<Stroke> domain(11, Key::backspace);
-    append(domain, {"example.com", Key::tab, Key::tab, "postmaster's", Key::tab});
-    return {screen(Stop::domain, "Domain", domain),
+    return {screen(Stop::domain, "Domain",
+                   {erasing(11) + "example.com", Key::tab, Key::tab, "postmaster's", Key::tab}),
             screen(Stop::aliases, "Aliases", {Key::down, Key::down, Key::tab})};
 }
 
 // A port that another program has, and then the one that stood there at first.
 std::vector<Scene> webadmin_scenes() {
-    std::vector<Stroke> return_to_first(4, Key::backspace);
     Scene taken = listener(Stop::webadmin, "WebAdmin");
-    taken.leaves = {Key::tab, Key::tab, Key::tab};
-    append(taken.leaves, return_to_first);
-    append(taken.leaves, {std::to_string(port_in_use), Key::tab, Key::enter});
-    append(return_to_first, {"9000", Key::tab});
+    taken.leaves = {Key::tab, Key::tab,  Key::tab, erasing(4) + std::to_string(port_in_use),
+                    Key::tab, Key::enter};
     return {taken,
             {"A port that is taken", "port_in_use", "Warning!", {Key::tab}, {Key::enter}},
-            again(listener(Stop::webadmin, "WebAdmin"), return_to_first)};
+            again(listener(Stop::webadmin, "WebAdmin"), {erasing(4) + "9000", Key::tab})};
 }
 
 std::vector<Scene> service_scenes() {
