@@ -56,7 +56,9 @@ int save_system_sendmail(const std::string& target) {
     };
     while (number < last_backup && exists(backup_name(number)) && !is_saved())
         ++number;
-    if (is_saved() && unlink(sendmail) != 0)
+    if (is_saved() && unlink(sendmail) == 0)
+        return 0;
+    if (is_saved())
         return fail(-1, std::string("Unable to unlink file '") + sendmail + "'");
     return exists(sendmail) ? std::rename(sendmail, backup_name(number).c_str()) : 0;
 }

@@ -86,7 +86,7 @@ class ChoiceScreen : public Screen {
 
 }  // namespace
 
-std::unique_ptr<Screen> create_alias_screen(int state) {
+std::unique_ptr<Screen> alias_screen_build(int state) {
     WizardSettings& settings = wizard_settings;
     Plan plan;
     plan.question = std::string("Select which aliases to configure for the \"") +
@@ -102,7 +102,7 @@ std::unique_ptr<Screen> create_alias_screen(int state) {
     return std::make_unique<ChoiceScreen>(state, plan, false);
 }
 
-std::unique_ptr<Screen> create_services_screen(int state) {
+std::unique_ptr<Screen> services_screen_build(int state) {
     Plan plan;
     plan.question = "Which one of the following services do you want to enable in Teluma?";
     for (const int service : {service_pop3, service_imap, service_webmail})
@@ -112,7 +112,7 @@ std::unique_ptr<Screen> create_services_screen(int state) {
     return std::make_unique<ChoiceScreen>(state, plan, true);
 }
 
-std::unique_ptr<Screen> create_relay_screen(int state) {
+std::unique_ptr<Screen> relay_screen_build(int state) {
     Plan plan;
     plan.question =
         "Please select the networks which are allowed to relay mails through TELUMA, without "

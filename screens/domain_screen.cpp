@@ -104,6 +104,6 @@ class DomainScreen : public Screen {
 
 }  // namespace
 
-std::unique_ptr<Screen> create_domain_screen(int state) {
+std::unique_ptr<Screen> domain_screen_build(int state) {
     return std::make_unique<DomainScreen>(state);
 }

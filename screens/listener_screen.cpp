@@ -185,6 +185,6 @@ class ListenerScreen : public Screen {
 
 }  // namespace
 
-std::unique_ptr<Screen> create_listener_screen(int state) {
+std::unique_ptr<Screen> listener_screen_build(int state) {
     return std::make_unique<ListenerScreen>(state, interface_rows());
 }

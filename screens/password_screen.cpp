@@ -51,6 +51,6 @@ class PasswordScreen : public Screen {
 
 }  // namespace
 
-std::unique_ptr<Screen> create_password_screen(int state) {
+std::unique_ptr<Screen> password_screen_build(int state) {
     return std::make_unique<PasswordScreen>(state);
 }

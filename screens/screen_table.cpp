@@ -23,22 +23,20 @@ void redraw(int state) {
 }  // namespace
 
 const ScreenRow screen_table[screen_count] = {
-    {state_password, "Please enter admin's password", create_password_screen, state_domain,
-     nowhere},
-    {state_domain, "Domain configuration", create_domain_screen, state_aliases, state_password},
-    {state_aliases, "Alias Configuration", create_alias_screen, state_webadmin, state_domain,
+    {state_password, "Please enter admin's password", password_screen_build, state_domain, nowhere},
+    {state_domain, "Domain configuration", domain_screen_build, state_aliases, state_password},
+    {state_aliases, "Alias Configuration", alias_screen_build, state_webadmin, state_domain,
      Hidden::goes},
-    {state_webadmin, "Select WebAdmin Interface", create_listener_screen, state_smtp,
-     state_aliases},
-    {state_smtp, "Select SMTP Interface", create_listener_screen, by_services, by_services},
-    {state_services, "Services Selection", create_services_screen, by_services, state_smtp,
+    {state_webadmin, "Select WebAdmin Interface", listener_screen_build, state_smtp, state_aliases},
+    {state_smtp, "Select SMTP Interface", listener_screen_build, by_services, by_services},
+    {state_services, "Services Selection", services_screen_build, by_services, state_smtp,
      Hidden::stays_in_place},
-    {state_pop3, "Select POP3 Interface", create_listener_screen, by_services, by_services},
-    {state_imap, "Select IMAP Interface", create_listener_screen, by_services, by_services},
-    {state_webmail, "Select WebMail Interface", create_listener_screen, by_services, by_services},
-    {state_relay, "Relay Configuration", create_relay_screen, state_sendmail, by_services,
+    {state_pop3, "Select POP3 Interface", listener_screen_build, by_services, by_services},
+    {state_imap, "Select IMAP Interface", listener_screen_build, by_services, by_services},
+    {state_webmail, "Select WebMail Interface", listener_screen_build, by_services, by_services},
+    {state_relay, "Relay Configuration", relay_screen_build, state_sendmail, by_services,
      Hidden::stays_in_place},
-    {state_sendmail, "Sendmail Wrapper Configuration", create_sendmail_screen, nowhere, state_relay,
+    {state_sendmail, "Sendmail Wrapper Configuration", sendmail_screen_build, nowhere, state_relay,
      Hidden::stays_in_place},
 };
 

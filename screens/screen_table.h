@@ -66,25 +66,25 @@ void redraw_screens();
 void destroy_screens();
 
 /// The administrator password, typed twice; the only screen with an "Exit" button.
-std::unique_ptr<Screen> create_password_screen(int state);
+std::unique_ptr<Screen> password_screen_build(int state);
 
 /// The primary domain, where the server keeps it, and its postmaster's password.
-std::unique_ptr<Screen> create_domain_screen(int state);
+std::unique_ptr<Screen> domain_screen_build(int state);
 
 /// Which standard aliases the domain gets. The choices are kept whichever way the user leaves.
-std::unique_ptr<Screen> create_alias_screen(int state);
+std::unique_ptr<Screen> alias_screen_build(int state);
 
 /// The interface and the port of a listener of the server.
-std::unique_ptr<Screen> create_listener_screen(int state);
+std::unique_ptr<Screen> listener_screen_build(int state);
 
 /// Which of POP3, IMAP and WebMail to enable; all are ticked at first. Only "Next" stores the
 /// choices, the check boxes keep what was ticked either way.
-std::unique_ptr<Screen> create_services_screen(int state);
+std::unique_ptr<Screen> services_screen_build(int state);
 
 /// Which of the host's networks may relay mail without authentication; all are ticked at first. The
 /// choices are kept whichever way the user leaves.
-std::unique_ptr<Screen> create_relay_screen(int state);
+std::unique_ptr<Screen> relay_screen_build(int state);
 
 /// Whether the server's sendmail wrapper replaces the system's sendmail. "Yes" and "No" store the
 /// answer and apply all of the settings.
-std::unique_ptr<Screen> create_sendmail_screen(int state);
+std::unique_ptr<Screen> sendmail_screen_build(int state);

@@ -72,6 +72,6 @@ class SendmailScreen : public Screen {
 
 }  // namespace
 
-std::unique_ptr<Screen> create_sendmail_screen(int state) {
+std::unique_ptr<Screen> sendmail_screen_build(int state) {
     return std::make_unique<SendmailScreen>(state);
 }

@@ -74,8 +74,10 @@ class LineBreaker {
         std::string text;
         for (size_t i = first; i < end; ++i) {
             const int gap = static_cast<int>(i - first);
-            if (gap > 0)
-                text.append(static_cast<size_t>(1 + spare / gaps + (gap <= spare % gaps)), ' ');
+            if (gap > 0) {
+                const int spaces = 1 + spare / gaps + (gap <= spare % gaps);
+                text.append(static_cast<size_t>(spaces), ' ');
+            }
             text += words[i];
         }
         return text;

@@ -102,7 +102,7 @@ WATCH(endwin); WATCH(hide_panel); WATCH(idcok); WATCH(init_pair); WATCH(is_term_
 WATCH(keypad); WATCH(move_panel); WATCH(new_panel); WATCH(newwin); WATCH(newterm); WATCH(nodelay);
 WATCH(noecho); WATCH(noqiflush); WATCH(refresh); WATCH(replace_panel); WATCH(resizeterm);
 WATCH(set_escdelay); WATCH(show_panel); WATCH(start_color); WATCH(ungetch); WATCH(update_panels);
-WATCH(waddch); WATCH(wattr_off); WATCH(wattr_on); WATCH(wattr_set); WATCH(wbkgd); WATCH(wborder);
+WATCH(waddch); WATCH(waddnstr); WATCH(wattr_off); WATCH(wattr_on); WATCH(wattr_set); WATCH(wbkgd); WATCH(wborder);
 WATCH(werase); WATCH(wgetch); WATCH(whline); WATCH(wmove); WATCH(wrefresh); WATCH(wresize);
 WATCH(wtimeout); WATCH(wtouchln);
 // clang-format on
