@@ -93,7 +93,7 @@ void ApplyCase::chooseLeast() {
 std::vector<ScreenImage> ApplyCase::apply() {
     std::vector<ScreenImage> shown;
     waits.atKey = [&] {
-        shown.push_back(screen.terminal.terminalImage());
+        shown.push_back(screen.terminal.image());
         screen.terminal.type("\n");
     };
     end = apply_configuration();

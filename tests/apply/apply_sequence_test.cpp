@@ -53,7 +53,7 @@ class ApplySequence : public ApplyCase {
     void expectNothingOnTheScreen() {
         update_panels();
         doupdate();
-        EXPECT_EQ(boxed_text(screen.terminal.terminalImage()), "");
+        EXPECT_EQ(boxed_text(screen.terminal.image()), "");
     }
 
     // Expects that only this screen, and those that share its focus, start afresh.
@@ -116,7 +116,7 @@ TEST_F(ApplySequence, ends_the_wizard_stops_the_server_and_forgets_the_passwords
 
 TEST_F(ApplySequence, shows_a_step_that_runs_below_those_that_are_done) {
     waits.inSleep = [&] {
-        const ScreenImage image = screen.terminal.terminalImage();
+        const ScreenImage image = screen.terminal.image();
         EXPECT_EQ(boxed_lines(image),
                   (Lines{"Operations pending", "Please wait until the changes are applied!",
                          "--> setting admin password ...  ... DONE", "--> connecting to CLI ..."}));
@@ -265,7 +265,7 @@ TEST_F(ApplyFailure, the_error_box_stands_alone_and_a_second_run_shows_the_lines
     Lines lines;
     waits.atSocket = [&] {
         if (lines.empty())
-            lines = boxed_lines(screen.terminal.terminalImage());
+            lines = boxed_lines(screen.terminal.image());
     };
     apply();
     EXPECT_EQ(lines, (Lines{"Operations pending", "Please wait until the changes are applied!",

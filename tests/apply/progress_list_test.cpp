@@ -69,7 +69,7 @@ Lines lines_from(int from, int to) {
 
 TEST_F(ProgressListTest, the_first_line_stands_in_the_box_in_the_colours_of_the_screen) {
     progress_add("pass", "--> setting admin password");
-    EXPECT_SCREEN(screen.terminal.terminalImage(), "golden/first_line");
+    EXPECT_SCREEN(screen.terminal.image(), "golden/first_line");
 }
 
 TEST_F(ProgressListTest, the_newest_eight_lines_are_visible) {
@@ -77,7 +77,7 @@ TEST_F(ProgressListTest, the_newest_eight_lines_are_visible) {
         add_lines(count, count);
         EXPECT_EQ(lines(), lines_from(std::max(1, count - 7), count));
     }
-    EXPECT_FALSE(screen.terminal.terminalImage().shows("line 1 "));
+    EXPECT_FALSE(screen.terminal.image().shows("line 1 "));
 }
 
 TEST_F(ProgressListTest, a_key_that_has_a_line_gets_no_other_even_when_it_has_scrolled_off) {
@@ -117,22 +117,22 @@ TEST_F(ProgressListTest, a_text_of_more_than_45_characters_is_cut_and_ends_in_tw
     progress_add("cut", (std::string(44, 't') + "uv").c_str());
     EXPECT_EQ(lines(), (Lines{std::string(45, 't') + " ...", std::string(44, 't') + "u.. ..."}));
     progress_done("cut");
-    EXPECT_TRUE(screen.terminal.terminalImage().shows(std::string(44, 't') + "u.. ...  ... DONE"));
+    EXPECT_TRUE(screen.terminal.image().shows(std::string(44, 't') + "u.. ...  ... DONE"));
 }
 
 TEST_F(ProgressListTest, hiding_takes_the_lines_off_and_showing_brings_them_over_a_new_box) {
     add_lines(1, 9);
     progress_done("line 9");
-    const ScreenImage before = screen.terminal.terminalImage();
+    const ScreenImage before = screen.terminal.image();
     progress_hide_all();
     closePending();
     update_panels();
     doupdate();
-    EXPECT_FALSE(screen.terminal.terminalImage().shows("line"));
+    EXPECT_FALSE(screen.terminal.image().shows("line"));
     open_box();
-    EXPECT_FALSE(screen.terminal.terminalImage().shows("line"));
+    EXPECT_FALSE(screen.terminal.image().shows("line"));
     progress_show_all();
-    EXPECT_SAME_LOOK(before, screen.terminal.terminalImage());
+    EXPECT_SAME_LOOK(before, screen.terminal.image());
     add_lines(10, 10);
     EXPECT_EQ(lines().back(), "line 10 ...");
 }
@@ -141,7 +141,7 @@ class ProgressOk : public ProgressListTest {
   protected:
     ProgressOk() {
         waits.atKey = [this] {
-            shown.push_back(screen.terminal.terminalImage());
+            shown.push_back(screen.terminal.image());
             screen.terminal.type(keys.substr(0, 1));
             keys.erase(0, 1);
         };
@@ -176,7 +176,7 @@ TEST_F(ProgressOk, the_button_is_gone_afterwards) {
     waitWith(" ");
     update_panels();
     doupdate();
-    EXPECT_FALSE(screen.terminal.terminalImage().shows("OK"));
+    EXPECT_FALSE(screen.terminal.image().shows("OK"));
 }
 
 TEST_F(ProgressOk, the_lines_and_the_button_move_with_the_box_when_the_terminal_is_resized) {
@@ -184,7 +184,7 @@ TEST_F(ProgressOk, the_lines_and_the_button_move_with_the_box_when_the_terminal_
         screen.terminal.resize(40, 120);
         resizeterm(40, 120);
         on_resize(SIGWINCH);
-        shown.push_back(screen.terminal.terminalImage());
+        shown.push_back(screen.terminal.image());
         screen.terminal.type("\n");
     };
     add_lines(1, 8);

@@ -110,7 +110,7 @@ TEST(DomainScreen, takes_50_characters_of_a_password_and_not_51_and_shows_none) 
     // Of 50 characters 20 are left; of 51 it would be 21.
     wizard.play({"\t\t", std::string(51, '7'), std::string(30, '\x7f')});
     EXPECT_EQ(wizard.postmasterShown(), std::string(20, '*'));
-    EXPECT_FALSE(wizard.terminalImage().shows("7"));
+    EXPECT_FALSE(wizard.image().shows("7"));
 }
 
 }  // namespace

@@ -82,9 +82,8 @@ class WizardRig {
     void playWith(const std::function<void()>& work, const std::vector<Step>& steps,
                   const Caller& caller = Caller::here());
 
-    /// What curses believes to be on the terminal, and what a terminal shows.
+    /// What the terminal shows.
     ScreenImage image() { return terminal.image(); }
-    ScreenImage terminalImage() { return terminal.terminalImage(); }
 
     /// All that has been written to the terminal.
     std::string outputBytes() { return terminal.outputBytes(); }

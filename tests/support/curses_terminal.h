@@ -45,7 +45,6 @@ class CursesTerminal {
 
     /// What the terminal shows after all that curses has written.
     ScreenImage image();
-    ScreenImage terminalImage() { return image(); }
 
     /// Everything that curses has written.
     std::string outputBytes();
