@@ -112,6 +112,8 @@ TEST_F(FreshTree, passes_the_test_that_comes_with_the_source_package) {
     const CommandResult result =
         run_command({SOURCES "/packaging/debian/tests/refuses-other-users"},
                     {{"PATH", "/opt/teluma/bin:/usr/sbin:/usr/bin:/sbin:/bin"}});
+    if (result.status == exited(77))
+        GTEST_SKIP() << "a user namespace without other ids";
     EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
 }
 
