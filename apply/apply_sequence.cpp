@@ -28,8 +28,7 @@ WizardSettings& settings = wizard_settings;
 int restart_server() {
     // Without room for its files the restart would leave the server stopped, or a second one
     // running. A few at a time are enough.
-    if (!can_open_files(16))
-        return 1;
+    if (!can_open_files(16)) return 1;
     // A restart that has failed shows up as a login that fails.
     server_restart_with_password(settings.admin_password);
     return 0;
@@ -47,8 +46,7 @@ bool wants_aliases() {
 
 int add_aliases() {
     // Those that have failed, and are not wanted any more, leave nothing to do.
-    if (!wants_aliases())
-        progress_done("alias");
+    if (!wants_aliases()) progress_done("alias");
     return cli_update_domain_aliases(settings.alias_root_to_postmaster, settings.alias_localhost,
                                      settings.alias_localhost_localdomain, settings.primary_domain);
 }
@@ -68,11 +66,9 @@ int set_services() {
         return 1;
     for (int i = 0; i < optional_service_count; ++i) {
         const Listener& listener = optional_listeners[i];
-        if (chosen[i] == nullptr)
-            continue;
+        if (chosen[i] == nullptr) continue;
         progress_add(listener.key, listener.progress);
-        if (configure(listener) != 0)
-            return 1;
+        if (configure(listener) != 0) return 1;
         progress_done(listener.key);
     }
     return 0;
@@ -81,8 +77,7 @@ int set_services() {
 bool select_relay_networks() {
     settings.relay_selected_count = 0;
     for (int i = 0; i < relay_network_count; ++i) {
-        if (settings.relay_ticks[i])
-            settings.relay_selected[settings.relay_selected_count++] = i;
+        if (settings.relay_ticks[i]) settings.relay_selected[settings.relay_selected_count++] = i;
     }
     return settings.relay_selected_count > 0;
 }
@@ -91,9 +86,7 @@ int write_relay_filter() {
     return relay_write_filter(settings.relay_selected, settings.relay_selected_count);
 }
 
-bool always() {
-    return true;
-}
+bool always() { return true; }
 
 // What a step shows and does. In its texts "%s" stands for the domain.
 struct Step {
@@ -160,15 +153,11 @@ void mark_done(const Step& step) {
 
 // Returns 0, or 1 when the step has failed.
 int apply_step(const Step& step) {
-    if (is_done(step))
-        return 0;
+    if (is_done(step)) return 0;
     const bool wanted = step.is_wanted();
-    if (wanted && step.text != nullptr)
-        progress_add(step.key, with_domain(step.text).c_str());
-    if (step.run() != 0)
-        return 1;
-    if (wanted)
-        mark_done(step);
+    if (wanted && step.text != nullptr) progress_add(step.key, with_domain(step.text).c_str());
+    if (step.run() != 0) return 1;
+    if (wanted) mark_done(step);
     return 0;
 }
 
@@ -178,8 +167,7 @@ void forget_applied_passwords() {
         wipe(settings.admin_password);
         wipe(install_profiles[os_kind].admin_password);
     }
-    if (settings.done_domain)
-        wipe(settings.postmaster_password);
+    if (settings.done_domain) wipe(settings.postmaster_password);
 }
 
 void close_progress() {
@@ -190,8 +178,7 @@ void close_progress() {
 WizardEnd fail(const Step& step) {
     close_progress();
     showMessage(with_domain(step.message).c_str(), "Error!");
-    if (step.way_back == no_way_back)
-        return WizardEnd::without_login;
+    if (step.way_back == no_way_back) return WizardEnd::without_login;
     screen_focus(step.fresh) = 0;
     screen_state = step.way_back;
     return WizardEnd::not_yet;
@@ -215,10 +202,8 @@ WizardEnd apply_configuration() {
     for (const Step& step : steps) {
         const int failure = apply_step(step);
         forget_applied_passwords();
-        if (server_session.out_of_memory)
-            return WizardEnd::out_of_memory;
-        if (failure != 0)
-            return fail(step);
+        if (server_session.out_of_memory) return WizardEnd::out_of_memory;
+        if (failure != 0) return fail(step);
     }
     return finish();
 }

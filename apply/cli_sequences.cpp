@@ -67,18 +67,15 @@ int cli_create_domain(const char* domain, const char* location, const char* post
                   postmaster_password);
     const int failure = cli_command(creation);
     wipe(creation);
-    if (failure != 0)
-        return 1;
+    if (failure != 0) return 1;
     return run({"commit", "config server", "set primarydomain " + std::string(domain), "commit",
                 "save config"});
 }
 
 int cli_config_webadmin(const char* address, int port) {
-    if (server_session.webadmin_failures > 0 && run({"back", "back"}) != 0)
-        return 1;
+    if (server_session.webadmin_failures > 0 && run({"back", "back"}) != 0) return 1;
     const int failure = cli_config_listener(address, port, "webadmin");
-    if (failure != 0)
-        ++server_session.webadmin_failures;
+    if (failure != 0) ++server_session.webadmin_failures;
     return failure;
 }
 
@@ -92,51 +89,40 @@ int cli_config_listener(const char* address, int port, const char* service) {
     const Commands certificate = {"config sslcontrol",
                                   "set certfile /var/opt/teluma/teluma_cert.pem", "done"};
     const bool speaks_tls = name == "pop3" || name == "imap" || name == "smtp-incoming";
-    if (speaks_tls && run(certificate) != 0)
-        return 1;
+    if (speaks_tls && run(certificate) != 0) return 1;
     return run({"commit", "commit", "save config", "back"});
 }
 
 int cli_set_services(const char* first, const char* second, const char* third) {
-    if (cli_command("config server") != 0)
-        return 1;
+    if (cli_command("config server") != 0) return 1;
     const HeapText base(cli_read_services("show attr services"));
-    if (base == nullptr)
-        return 1;
+    if (base == nullptr) return 1;
     std::string services = base.get();
     for (const char* service : {first, second, third}) {
-        if (service != nullptr)
-            services.append(" ").append(service);
+        if (service != nullptr) services.append(" ").append(service);
     }
     return run(
         {"set services ( " + services + " )", "commit", "config server", "save config", "commit"});
 }
 
 char* cli_get_filters_file() {
-    if (cli_command("config server") != 0)
-        return nullptr;
+    if (cli_command("config server") != 0) return nullptr;
     HeapText path(cli_read_filters_file("show attr smtpfiltersfile"));
     return path != nullptr && cli_command("back") == 0 ? path.release() : nullptr;
 }
 
 int cli_update_domain_aliases(int root, int localhost, int localdomain, const char* domain) {
-    if (root == 0 && localhost == 0 && localdomain == 0)
-        return 0;
+    if (root == 0 && localhost == 0 && localdomain == 0) return 0;
     const std::string update = "update domain name " + std::string(domain);
     Commands commands = {update};
     const auto add = [&](const Commands& more) {
         commands.insert(commands.end(), more.begin(), more.end());
     };
-    if (root == 1)
-        add({"update account name postmaster", "add alias root", "commit"});
-    if (localdomain == 1)
-        add({"add alias localhost.localdomain", "commit"});
-    if (localdomain == 1 && localhost == 1)
-        add({update});
-    if (localhost == 1)
-        add({"add alias localhost", "commit"});
-    if (localdomain != 1 && localhost != 1)
-        add({"commit"});
+    if (root == 1) add({"update account name postmaster", "add alias root", "commit"});
+    if (localdomain == 1) add({"add alias localhost.localdomain", "commit"});
+    if (localdomain == 1 && localhost == 1) add({update});
+    if (localhost == 1) add({"add alias localhost", "commit"});
+    if (localdomain != 1 && localhost != 1) add({"commit"});
     return run(commands);
 }
 
@@ -172,8 +158,7 @@ char* cli_read_services(const char* command) {
 
 char* cli_read_filters_file(const char* command) {
     Attribute file;
-    if (ask_for(file, command, "smtpFiltersFile", '"', '"') != 0)
-        return nullptr;
+    if (ask_for(file, command, "smtpFiltersFile", '"', '"') != 0) return nullptr;
     std::string& path = file.value;
     path.erase(std::remove(path.begin(), path.end(), ' '), path.end());
     return reply_text(path);

@@ -18,8 +18,7 @@ namespace {
 int wait_for_server_pid() {
     constexpr int most_sleeps = 4;
     for (int sleeps = 0; server_session.pid == 0; ++sleeps) {
-        if (sleeps == most_sleeps)
-            return 1;
+        if (sleeps == most_sleeps) return 1;
         sleep_seconds(1);
         server_read_pid();
     }
@@ -59,8 +58,7 @@ int close_session(int failure) {
 
 int cli_connect() {
     server_session.socket = Descriptor(open_tcp_socket());
-    if (!server_session.socket.isOpen())
-        return errno;
+    if (!server_session.socket.isOpen()) return errno;
     sockaddr_in address{};
     if (!resolve_host(server_session.cli_host, server_session.cli_port, address))
         return close_session(errno != 0 ? errno : EHOSTUNREACH);
@@ -72,10 +70,8 @@ int cli_connect() {
 int cli_read_reply(const std::function<bool(const std::string&)>& take) {
     for (;;) {
         const HeapText line(cli_read_line(server_session.socket.get()));
-        if (line == nullptr)
-            return 1;
-        if (take(line.get()))
-            return 0;
+        if (line == nullptr) return 1;
+        if (take(line.get())) return 0;
     }
 }
 
@@ -97,11 +93,9 @@ int cli_command(const char* text) {
 }
 
 int cli_login() {
-    if (wait_for_server_pid() != 0 || cli_connect() != 0)
-        return 1;
+    if (wait_for_server_pid() != 0 || cli_connect() != 0) return 1;
     cli_wait_prompt();
-    if (!peer_is_trusted())
-        return close_session(1);
+    if (!peer_is_trusted()) return close_session(1);
     cli_command("user admin");
     return cli_command(install_profiles[os_kind].admin_password);
 }

@@ -12,9 +12,7 @@
 
 namespace {
 
-bool must_wait(ssize_t result) {
-    return result == -1 && (errno == EAGAIN || errno == EWOULDBLOCK);
-}
+bool must_wait(ssize_t result) { return result == -1 && (errno == EAGAIN || errno == EWOULDBLOCK); }
 
 // As read(2) of one byte on a descriptor that blocks.
 ssize_t read_byte(int descriptor, char& byte) {
@@ -35,8 +33,7 @@ ssize_t write_some(int descriptor, const char* bytes, size_t count) {
 int send_all(int descriptor, const char* bytes, size_t length) {
     for (size_t sent = 0; sent < length;) {
         const ssize_t result = write_some(descriptor, bytes + sent, length - sent);
-        if (result == -1)
-            return errno;
+        if (result == -1) return errno;
         sent += static_cast<size_t>(result);
     }
     return 0;
@@ -47,8 +44,7 @@ int send_all(int descriptor, const char* bytes, size_t length) {
 int cli_send_line(int descriptor, const char* text) {
     char buffer[cli_command_limit + 3];
     size_t length = std::strlen(text);
-    if (length > cli_command_limit)
-        return EMSGSIZE;
+    if (length > cli_command_limit) return EMSGSIZE;
     std::memcpy(buffer, text, length);
     buffer[length++] = '\r';
     buffer[length++] = '\n';
@@ -65,19 +61,16 @@ char* cli_read_line(int descriptor) {
         // that only sends bytes that are left out.
         let_signals_in();
         char byte = 0;
-        if (read_byte(descriptor, byte) < 1)
-            return nullptr;
+        if (read_byte(descriptor, byte) < 1) return nullptr;
         if (byte != '\r' && byte != '>') {
             line += byte;
             continue;
         }
         char next = 0;
-        if (read_byte(descriptor, next) < 0)
-            return nullptr;
+        if (read_byte(descriptor, next) < 0) return nullptr;
         if (byte == '>' && next == ' ')
             return line.size() + 2 > cli_line_limit ? nullptr : strdup((line + "> ").c_str());
-        if (byte == '\r' && next == '\n')
-            return strdup(line.c_str());
+        if (byte == '\r' && next == '\n') return strdup(line.c_str());
     }
     return nullptr;
 }

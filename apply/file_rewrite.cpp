@@ -18,8 +18,7 @@ constexpr char copy_name[] = "temp.cfg";
 
 File stream_of(Descriptor descriptor, const char* mode) {
     File stream(descriptor.isOpen() ? fdopen(descriptor.get(), mode) : nullptr);
-    if (stream != nullptr)
-        descriptor.release();
+    if (stream != nullptr) descriptor.release();
     return stream;
 }
 
@@ -37,8 +36,7 @@ File open_copy() {
     }
     const bool created = descriptor.isOpen();
     File copy = stream_of(std::move(descriptor), "w");
-    if (created && copy == nullptr)
-        unlink(copy_name);
+    if (created && copy == nullptr) unlink(copy_name);
     return copy;
 }
 
@@ -51,8 +49,7 @@ struct UnfinishedCopy {
 
     ~UnfinishedCopy() { remove(); }
     void remove() const {
-        if (directory.isOpen())
-            unlinkat(directory.get(), name.c_str(), 0);
+        if (directory.isOpen()) unlinkat(directory.get(), name.c_str(), 0);
     }
 };
 
@@ -61,8 +58,7 @@ UnfinishedCopy unfinished;
 bool write_all(int descriptor, const char* bytes, size_t count) {
     while (count > 0) {
         const ssize_t written = write(descriptor, bytes, count);
-        if (written <= 0)
-            return false;
+        if (written <= 0) return false;
         bytes += written;
         count -= static_cast<size_t>(written);
     }
@@ -73,8 +69,7 @@ bool copy_bytes(int from, int to) {
     char block[65536];
     ssize_t count = lseek(from, 0, SEEK_SET);
     while (count != -1 && (count = read(from, block, sizeof(block))) > 0) {
-        if (!write_all(to, block, static_cast<size_t>(count)))
-            return false;
+        if (!write_all(to, block, static_cast<size_t>(count))) return false;
         let_signals_in();
     }
     return count == 0;
@@ -126,19 +121,15 @@ bool read_file_line(std::FILE* file, std::string& line) {
     let_signals_in();
     while (next.size() < file_line_limit && (next.empty() || next.back() != '\n')) {
         const int character = std::getc(file);
-        if (character == EOF)
-            break;
+        if (character == EOF) break;
         next += static_cast<char>(character);
     }
-    if (next.empty())
-        return false;
+    if (next.empty()) return false;
     line = next;
     return true;
 }
 
-File open_original(const char* path) {
-    return stream_of(open_named_file(path, O_RDWR), "r+");
-}
+File open_original(const char* path) { return stream_of(open_named_file(path, O_RDWR), "r+"); }
 
 int keep_copy_beside(int file, const char* path) {
     const std::string copy = std::string(path) + ".beforewizard";
@@ -153,14 +144,12 @@ int keep_copy_beside(int file, const char* path) {
 
 FileRewrite::FileRewrite(const char* file_name)
     : path(file_name), original(open_original(file_name)) {
-    if (original != nullptr)
-        copy = open_copy();
+    if (original != nullptr) copy = open_copy();
 }
 
 FileRewrite::~FileRewrite() {
     // A copy that is left would bar the way to the next one.
-    if (copy != nullptr)
-        unlink(copy_name);
+    if (copy != nullptr) unlink(copy_name);
 }
 
 int FileRewrite::install() {
@@ -171,8 +160,7 @@ int FileRewrite::install() {
     const bool installs = std::ferror(original.get()) == 0 && written && closed &&
                           copy_back.size() <= shell_command_limit &&
                           keep_copy_beside(file(), path) == 0 && leads_to(path, file());
-    if (installs)
-        run_file_command(copy_back, file());
+    if (installs) run_file_command(copy_back, file());
     run_file_command("rm " + name + " >> /dev/null");
     unlink(copy_name);
     return installs && leads_to(path, file()) ? 0 : 1;

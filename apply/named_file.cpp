@@ -11,9 +11,7 @@
 
 namespace {
 
-bool is_roots(const struct stat& facts) {
-    return facts.st_uid == 0 || facts.st_uid == geteuid();
-}
+bool is_roots(const struct stat& facts) { return facts.st_uid == 0 || facts.st_uid == geteuid(); }
 
 bool only_root_writes(int directory) {
     struct stat facts {};
@@ -25,8 +23,7 @@ bool only_root_writes(int directory) {
 class Walk {
   public:
     explicit Walk(std::string path) : rest(std::move(path)) {
-        if (!rest.empty())
-            enter(AT_FDCWD, rest[0] == '/' ? "/" : ".");
+        if (!rest.empty()) enter(AT_FDCWD, rest[0] == '/' ? "/" : ".");
     }
 
     // Walks up to the last name. Returns false when there is no way; whether anything has the last
@@ -53,20 +50,16 @@ void Walk::takeName() {
     rest.erase(0, rest.find_first_not_of('/'));
     name = rest.substr(0, rest.find('/'));
     rest.erase(0, name.size());
-    if (name.empty())
-        name = ".";
+    if (name.empty()) name = ".";
 }
 
 bool Walk::follow() {
     char target[4096];  // PATH_MAX, which not every system defines
-    if (!is_roots(facts) || !only_root_writes(directory.get()))
-        return false;
+    if (!is_roots(facts) || !only_root_writes(directory.get())) return false;
     const ssize_t length = readlinkat(directory.get(), name.c_str(), target, sizeof(target));
-    if (length <= 0 || static_cast<size_t>(length) == sizeof(target))
-        return false;
+    if (length <= 0 || static_cast<size_t>(length) == sizeof(target)) return false;
     rest.insert(0, target, static_cast<size_t>(length));
-    if (rest[0] == '/')
-        enter(AT_FDCWD, "/");
+    if (rest[0] == '/') enter(AT_FDCWD, "/");
     return true;
 }
 
@@ -77,8 +70,7 @@ bool Walk::arrives() {
         facts = {};
         const bool found = fstatat(directory.get(), name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
         if (found && S_ISLNK(facts.st_mode)) {
-            if (links_left-- == 0 || !follow())
-                return false;
+            if (links_left-- == 0 || !follow()) return false;
         } else if (rest.empty()) {
             return true;
         } else {
@@ -91,8 +83,7 @@ bool Walk::arrives() {
 Descriptor open_once_given_back(int directory, const char* name, int flags) {
     for (int tries_left = 5;; --tries_left) {
         Descriptor file(openat(directory, name, flags));
-        if (file.isOpen() || errno != EWOULDBLOCK || tries_left == 0)
-            return file;
+        if (file.isOpen() || errno != EWOULDBLOCK || tries_left == 0) return file;
         sleep_seconds(1);
     }
 }
@@ -104,16 +95,13 @@ Descriptor open_named_file(const char* path, int flags) {
     errno = EACCES;
     Walk walk(path);
     // Only to look at it might do something to a device.
-    if (!walk.arrives() || !S_ISREG(walk.facts.st_mode))
-        return {};
+    if (!walk.arrives() || !S_ISREG(walk.facts.st_mode)) return {};
     const int directory = walk.directory.get();
     Descriptor file = open_once_given_back(directory, walk.name.c_str(),
                                            flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat facts {};
-    if (!file.isOpen() || fstat(file.get(), &facts) == -1 || !S_ISREG(facts.st_mode))
-        return {};
-    if (facts.st_nlink <= 1 || only_root_writes(directory))
-        return file;
+    if (!file.isOpen() || fstat(file.get(), &facts) == -1 || !S_ISREG(facts.st_mode)) return {};
+    if (facts.st_nlink <= 1 || only_root_writes(directory)) return file;
     errno = EMLINK;
     return {};
 }

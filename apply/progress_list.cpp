@@ -27,8 +27,7 @@ void make_labels() {
     int row = first_row - std::max(0, static_cast<int>(progress.entries.size()) - most_lines);
     for (ProgressEntry& entry : progress.entries) {
         entry.label.reset();
-        if (row >= first_row)
-            make_label(entry, row);
+        if (row >= first_row) make_label(entry, row);
         ++row;
     }
 }
@@ -39,8 +38,7 @@ ProgressList::iterator find_entry(const char* key) {
 }
 
 void place(Window* window) {
-    if (window == nullptr)
-        return;
+    if (window == nullptr) return;
     window->move(window->getRow(), window->getCol());
     window->draw();
 }
@@ -48,11 +46,9 @@ void place(Window* window) {
 }  // namespace
 
 void progress_add(const char* key, const char* text) {
-    if (find_entry(key) != progress.entries.end())
-        return;
+    if (find_entry(key) != progress.entries.end()) return;
     std::string line = text;
-    if (line.size() > text_limit)
-        line = line.substr(0, text_limit) + "..";
+    if (line.size() > text_limit) line = line.substr(0, text_limit) + "..";
     progress.entries.push_back({key, line + " ... ", nullptr, false});
     make_labels();
     show_frame();
@@ -60,12 +56,10 @@ void progress_add(const char* key, const char* text) {
 
 void progress_done(const char* key) {
     const auto entry = find_entry(key);
-    if (entry == progress.entries.end() || entry->done)
-        return;
+    if (entry == progress.entries.end() || entry->done) return;
     entry->done = true;
     entry->text += " ... DONE";
-    if (entry->label != nullptr)
-        make_label(*entry, entry->label->getRow());
+    if (entry->label != nullptr) make_label(*entry, entry->label->getRow());
     show_frame();
 }
 
@@ -75,14 +69,12 @@ void progress_show_all() {
 }
 
 void progress_hide_all() {
-    for (ProgressEntry& entry : progress.entries)
-        entry.label.reset();
+    for (ProgressEntry& entry : progress.entries) entry.label.reset();
     progress.ok_button.reset();
 }
 
 void progress_place_all() {
-    for (const ProgressEntry& entry : progress.entries)
-        place(entry.label.get());
+    for (const ProgressEntry& entry : progress.entries) place(entry.label.get());
     place(progress.ok_button.get());
 }
 
@@ -95,7 +87,6 @@ void progress_wait_for_ok() {
     progress.ok_button->setFocused(true);
     progress.ok_button->draw();
     show_frame();
-    while (!is_press(read_key(*progress.ok_button)))
-        continue;
+    while (!is_press(read_key(*progress.ok_button))) continue;
     progress.ok_button.reset();
 }

@@ -73,19 +73,15 @@ void relay_rewrite(FileRewrite& script, const std::string& condition) {
 }
 
 int relay_write_filter(const int* indices, int count) {
-    if (count == 0)
-        return 0;
+    if (count == 0) return 0;
     const std::string condition = condition_for(indices, count);
     const HeapText name(cli_get_filters_file());
     const std::string path = name == nullptr ? "" : name_from_start(name.get());
-    if (condition.empty() || path.empty())
-        return 1;
+    if (condition.empty() || path.empty()) return 1;
     FileRewrite script(path.c_str());
-    if (!script.isOpen() || !may_be_given(path.c_str(), script.file()))
-        return 1;
+    if (!script.isOpen() || !may_be_given(path.c_str(), script.file())) return 1;
     relay_rewrite(script, condition);
-    if (script.install() != 0)
-        return 1;
+    if (script.install() != 0) return 1;
     const ServerAccount account = find_server_account();
     return account.exists && fchown(script.file(), account.user, account.group) == 0 ? 0 : 1;
 }

@@ -54,12 +54,9 @@ int save_system_sendmail(const std::string& target) {
     const auto is_saved = [&] {
         return !target.empty() && link_target(backup_name(number)) == target;
     };
-    while (number < last_backup && exists(backup_name(number)) && !is_saved())
-        ++number;
-    if (is_saved() && unlink(sendmail) == 0)
-        return 0;
-    if (is_saved())
-        return fail(-1, std::string("Unable to unlink file '") + sendmail + "'");
+    while (number < last_backup && exists(backup_name(number)) && !is_saved()) ++number;
+    if (is_saved() && unlink(sendmail) == 0) return 0;
+    if (is_saved()) return fail(-1, std::string("Unable to unlink file '") + sendmail + "'");
     return exists(sendmail) ? std::rename(sendmail, backup_name(number).c_str()) : 0;
 }
 
@@ -70,27 +67,21 @@ int prepare_wrapper() {
     // Of root's it would give everybody root's rights.
     const bool given = file.isOpen() && account.exists && (account.user != 0 || has_one_user()) &&
                        fchown(file.get(), account.user, account.group) == 0;
-    if (!given)
-        return fail(-1, std::string("Unable to chown ") + wrapper);
-    if (fchmod(file.get(), 06755) != 0)
-        return fail(1, std::string("Unable to chmod ") + wrapper);
+    if (!given) return fail(-1, std::string("Unable to chown ") + wrapper);
+    if (fchmod(file.get(), 06755) != 0) return fail(1, std::string("Unable to chmod ") + wrapper);
     return 0;
 }
 
 }  // namespace
 
 int sendmail_install(int yes) {
-    if (yes == 0)
-        return 0;
+    if (yes == 0) return 0;
     openlog("WIZARD", LOG_NDELAY, LOG_USER);
     const int prepared = prepare_wrapper();
-    if (prepared != 0)
-        return prepared;
+    if (prepared != 0) return prepared;
     const std::string target = link_target(sendmail);
-    if (target == wrapper)
-        return 0;
-    if (save_system_sendmail(target) != 0)
-        return -1;
+    if (target == wrapper) return 0;
+    if (save_system_sendmail(target) != 0) return -1;
     if (symlink(wrapper, sendmail) == -1)
         return fail(-1, std::string("Unable to symlink ") + wrapper + " to " + sendmail);
     return 0;

@@ -27,17 +27,14 @@ bool has_key(const std::string& line, const char* key) {
     return found != nullptr && std::strcmp(found.get(), key) == 0;
 }
 
-bool goes_on(const FileRewrite& config) {
-    return config.goesOn() && !server_session.out_of_memory;
-}
+bool goes_on(const FileRewrite& config) { return config.goesOn() && !server_session.out_of_memory; }
 
 // Copies lines up to and including the first one that has this key, which a commented line has not,
 // as its key begins with the "#". Returns false when the file ends before.
 bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
     while (!server_session.out_of_memory && config.read(line)) {
         config.write(line);
-        if (has_key(line, key))
-            return true;
+        if (has_key(line, key)) return true;
     }
     return false;
 }
@@ -47,8 +44,7 @@ bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
 bool copy_section_line(FileRewrite& config, std::string& line) {
     const bool is_comment = config_line_is_comment(line.c_str());
     const bool begins_section = !is_comment && has_key(line, "cli");
-    if (!is_comment && !begins_section && !goes_on(config))
-        return false;
+    if (!is_comment && !begins_section && !goes_on(config)) return false;
     config.write(line);
     if (begins_section && copy_up_to_key(config, line, "listeners") &&
         copy_up_to_key(config, line, "address"))
@@ -66,8 +62,7 @@ void config_rewrite(FileRewrite& config) {
     while (goes_on(config)) {
         config.read(line);
         if (services_seen) {
-            if (!copy_section_line(config, line))
-                break;
+            if (!copy_section_line(config, line)) break;
             continue;
         }
         services_seen =
@@ -78,8 +73,7 @@ void config_rewrite(FileRewrite& config) {
 
 int config_prepare(const char* path) {
     FileRewrite config(path);
-    if (!config.isOpen())
-        return 1;
+    if (!config.isOpen()) return 1;
     config_rewrite(config);
     const int result = server_session.out_of_memory ? 1 : config.install();
     // Of the file that has come in its place nothing is known.
@@ -94,11 +88,9 @@ char* config_key_of(const char* line) {
     constexpr size_t key_size = 256;
     auto* key = static_cast<char*>(std::calloc(key_size, 1));
     server_session.key_indent = 0;
-    if (key == nullptr)
-        server_session.out_of_memory = true;
+    if (key == nullptr) server_session.out_of_memory = true;
     const char* end = std::strchr(line, '=');
-    if (key == nullptr || end == nullptr)
-        return key;
+    if (key == nullptr || end == nullptr) return key;
     const std::string text(line, end);
     const std::string name = without(text, " \t");
     name.copy(key, key_size - 1);
@@ -106,22 +98,17 @@ char* config_key_of(const char* line) {
     return key;
 }
 
-bool config_line_is_comment(const char* line) {
-    return std::strchr(line, '#') != nullptr;
-}
+bool config_line_is_comment(const char* line) { return std::strchr(line, '#') != nullptr; }
 
 int config_ensure_cli_service(std::string& line) {
     constexpr char key[] = "services";
-    if (!has_key(line, key))
-        return 1;
+    if (!has_key(line, key)) return 1;
     const size_t from = std::strlen(key) + server_session.key_indent;
     const std::string value = line.substr(from, line.find(')', from) - from);
     // What only separates does not count.
-    if (without(value, std::string("\n\0(=\t", 5)).find("cli") != std::string::npos)
-        return 0;
+    if (without(value, std::string("\n\0(=\t", 5)).find("cli") != std::string::npos) return 0;
     const size_t end_of_list = line.rfind(')');
-    if (end_of_list != std::string::npos)
-        line.replace(end_of_list, std::string::npos, " cli )\n");
+    if (end_of_list != std::string::npos) line.replace(end_of_list, std::string::npos, " cli )\n");
     return 0;
 }
 

@@ -28,18 +28,14 @@ constexpr int no_pid_file = 1;
 // In the place of a process id: nobody is to be signalled, which is a failure.
 constexpr int no_process = -1;
 
-InstallProfile& profile() {
-    return install_profiles[os_kind];
-}
+InstallProfile& profile() { return install_profiles[os_kind]; }
 
 // Whether the word of this file's owner, whom it stores, counts for processes of that user's.
 bool is_believed(int file) {
     struct stat facts {};
-    if (fstat(file, &facts) == -1)
-        return false;
+    if (fstat(file, &facts) == -1) return false;
     server_session.pid_author = facts.st_uid;
-    if (facts.st_uid == 0 || facts.st_uid == geteuid())
-        return true;
+    if (facts.st_uid == 0 || facts.st_uid == geteuid()) return true;
     const ServerAccount account = find_server_account();
     return account.exists && account.user == facts.st_uid;
 }
@@ -51,8 +47,7 @@ bool ends_well(pid_t child) {
     pid_t seen = 0;
     do {
         seen = waitpid(child, &status, WUNTRACED);
-        if (seen == child && WIFSTOPPED(status))
-            kill(child, SIGKILL);
+        if (seen == child && WIFSTOPPED(status)) kill(child, SIGKILL);
     } while (seen == -1 ? errno == EINTR : WIFSTOPPED(status));
     return seen == child && status == 0;
 }
@@ -61,8 +56,7 @@ bool ends_well(pid_t child) {
 // moment.
 bool terminate_as(uid_t user) {
     const pid_t child = fork();
-    if (child == 0)
-        _exit(setuid(user) == 0 && kill(server_session.pid, SIGTERM) == 0 ? 0 : 1);
+    if (child == 0) _exit(setuid(user) == 0 && kill(server_session.pid, SIGTERM) == 0 ? 0 : 1);
     return child != -1 && ends_well(child);
 }
 
@@ -72,8 +66,7 @@ ServerAccount find_server_account() {
     ServerAccount account{};
     const auto look_up = [&] {
         const passwd* entry = getpwnam("teluma");
-        if (entry != nullptr)
-            account = {true, entry->pw_uid, entry->pw_gid};
+        if (entry != nullptr) account = {true, entry->pw_uid, entry->pw_gid};
     };
     ask_in_child(look_up, &account, sizeof(account));
     return account;
@@ -81,12 +74,10 @@ ServerAccount find_server_account() {
 
 int server_read_pid() {
     const File file = open_original(profile().pid_file);
-    if (file == nullptr && errno != EMLINK)
-        return no_pid_file;
+    if (file == nullptr && errno != EMLINK) return no_pid_file;
     char line[256];
     // After a read error the line may hold anything.
-    if (file == nullptr || std::fgets(line, sizeof(line), file.get()) == nullptr)
-        line[0] = '\0';
+    if (file == nullptr || std::fgets(line, sizeof(line), file.get()) == nullptr) line[0] = '\0';
     const bool counts = file != nullptr && is_believed(fileno(file.get()));
     return server_session.pid = counts ? std::atoi(line) : no_process;
 }
@@ -94,13 +85,10 @@ int server_read_pid() {
 int server_stop() {
     const pid_t pid = server_session.pid;
     const uid_t author = server_session.pid_author;
-    if (pid == 0)
-        return 0;
+    if (pid == 0) return 0;
     // A number below 0 would mean a group of processes, or all there are.
-    if (pid < 0)
-        return 1;
-    if (author != 0 && author != geteuid())
-        return terminate_as(author) ? 0 : 1;
+    if (pid < 0) return 1;
+    if (author != 0 && author != geteuid()) return terminate_as(author) ? 0 : 1;
     return kill(pid, SIGTERM) == -1 ? 1 : 0;
 }
 
@@ -121,16 +109,12 @@ int server_set_admin_password(const char* password) {
 }
 
 int server_restart_with_password(const char* password) {
-    if (server_read_pid() != no_pid_file && server_stop() != 0)
-        return 1;
-    while (server_read_pid() != no_pid_file)
-        sleep_seconds(1);
+    if (server_read_pid() != no_pid_file && server_stop() != 0) return 1;
+    while (server_read_pid() != no_pid_file) sleep_seconds(1);
     std::snprintf(profile().admin_password, sizeof(profile().admin_password), "%s", password);
-    if (server_set_admin_password(password) != 0)
-        return 1;
+    if (server_set_admin_password(password) != 0) return 1;
     config_prepare(profile().config_file);
-    if (server_session.out_of_memory || server_start() != 0)
-        return 1;
+    if (server_session.out_of_memory || server_start() != 0) return 1;
     server_read_pid();
     return 0;
 }

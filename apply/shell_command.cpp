@@ -16,8 +16,7 @@ namespace {
 
 // Runs `command` by the shell in a child process that has called `prepare` first.
 int run_by_shell(const std::string& command, const std::function<void()>& prepare) {
-    if (command.size() > shell_command_limit)
-        return -1;
+    if (command.size() > shell_command_limit) return -1;
     return run_in_child([&] {
         prepare();
         restore_limits_in_child();
@@ -35,8 +34,7 @@ int run_server_command(const std::string& command) {
 int run_file_command(const std::string& command, int only) {
     return run_by_shell(command, [only] {
         setpgid(0, 0);
-        if (only != -1)
-            confine_writing_in_child(only);
+        if (only != -1) confine_writing_in_child(only);
     });
 }
 
@@ -45,8 +43,7 @@ std::string in_double_quotes(const char* text) {
     // A password that outgrew its room would leave a piece of itself behind.
     quoted.reserve(2 * std::strlen(text));
     for (; *text != '\0'; ++text) {
-        if (std::strchr("\"$`\\", *text) != nullptr)
-            quoted += '\\';
+        if (std::strchr("\"$`\\", *text) != nullptr) quoted += '\\';
         quoted += *text;
     }
     return quoted;
@@ -58,8 +55,7 @@ std::string as_shell_word(const char* name) {
     };
     // A name that begins with a dash would be taken for an option.
     std::string word = (*name == '-' ? "./" : "") + std::string(name);
-    if (!word.empty() && std::all_of(word.begin(), word.end(), is_harmless))
-        return word;
+    if (!word.empty() && std::all_of(word.begin(), word.end(), is_harmless)) return word;
     for (size_t at = word.find('\''); at != std::string::npos; at = word.find('\'', at + 4))
         word.replace(at, 1, "'\\''");
     return "'" + word + "'";

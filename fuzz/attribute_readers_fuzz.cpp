@@ -26,8 +26,7 @@ using Lines = std::vector<std::string>;
 std::optional<std::string> line_with(const Lines& lines, const std::string& attribute, char open) {
     std::optional<std::string> found;
     for (const std::string& line : lines) {
-        if (line.find(attribute) == std::string::npos)
-            continue;
+        if (line.find(attribute) == std::string::npos) continue;
         if (line.find(open) != std::string::npos)
             found = line;
         else if (!found)
@@ -39,27 +38,23 @@ std::optional<std::string> line_with(const Lines& lines, const std::string& attr
 // What stands between `open` and `close`, which may be missing.
 std::string enclosed(const std::string& line, char open, char close) {
     const std::size_t from = line.find(open);
-    if (from == std::string::npos)
-        return "";
+    if (from == std::string::npos) return "";
     const std::string rest = line.substr(from + 1);
     return rest.substr(0, rest.find(close));
 }
 
 std::optional<std::string> expected_services(ReplyModel& model) {
     const auto lines = model.linesUpTo(">");
-    if (!lines || !any_holds(*lines, "OK:"))
-        return std::nullopt;
+    if (!lines || !any_holds(*lines, "OK:")) return std::nullopt;
     const auto line = line_with(*lines, "services", '(');
-    if (!line)
-        return std::nullopt;
+    if (!line) return std::nullopt;
     const bool logs = enclosed(*line, '(', ')').find("log") != std::string::npos;
     return std::string(logs ? "log " : "") + "smtpIncoming smtpOutgoing processing webadmin cli";
 }
 
 std::optional<std::string> expected_filters_file(ReplyModel& model) {
     const auto lines = model.linesUpTo(">");
-    if (!lines)
-        return std::nullopt;
+    if (!lines) return std::nullopt;
     std::string path = enclosed(line_with(*lines, "smtpFiltersFile", '"').value_or(""), '"', '"');
     path.erase(std::remove(path.begin(), path.end(), ' '), path.end());
     return path;
@@ -77,7 +72,6 @@ extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t 
     const HeapText text(services ? cli_read_services("show") : cli_read_filters_file("show"));
     const auto expected = services ? expected_services(model) : expected_filters_file(model);
     require((text != nullptr) == expected.has_value(), "a text is there where the model has one");
-    if (text != nullptr)
-        require_equal(text.get(), *expected, "the text is the model's");
+    if (text != nullptr) require_equal(text.get(), *expected, "the text is the model's");
     return 0;
 }

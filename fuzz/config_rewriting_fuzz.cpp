@@ -24,8 +24,7 @@ struct Key {
 Key key_of(const std::string& piece) {
     const std::string text = c_text(piece);
     const std::size_t end = text.find('=');
-    if (end == std::string::npos)
-        return {"", 0};
+    if (end == std::string::npos) return {"", 0};
     std::string name = text.substr(0, end);
     name.erase(std::remove_if(name.begin(), name.end(),
                               [](char character) { return character == ' ' || character == '\t'; }),
@@ -33,9 +32,7 @@ Key key_of(const std::string& piece) {
     return {name, end};
 }
 
-bool is_comment(const std::string& piece) {
-    return c_text(piece).find('#') != std::string::npos;
-}
+bool is_comment(const std::string& piece) { return c_text(piece).find('#') != std::string::npos; }
 
 std::string without(const std::string& text, const std::string& unwanted) {
     std::string rest = text;
@@ -50,8 +47,7 @@ std::string with_cli(const std::string& piece) {
     const std::string list = piece.substr(key_of(piece).end);
     const std::string names = without(list.substr(0, list.find(')')), std::string("\n\0(=\t", 5));
     const std::size_t end = piece.rfind(')');
-    if (names.find("cli") != std::string::npos || end == std::string::npos)
-        return piece;
+    if (names.find("cli") != std::string::npos || end == std::string::npos) return piece;
     return piece.substr(0, end) + " cli )\n";
 }
 
@@ -73,8 +69,7 @@ void learn_address(Outcome& outcome, const std::string& piece) {
 // The index of the first piece from `at` on that has this key, else the end.
 std::size_t find_key(const std::vector<std::string>& pieces, std::size_t at,
                      const std::string& key) {
-    while (at < pieces.size() && key_of(pieces[at]).name != key)
-        ++at;
+    while (at < pieces.size() && key_of(pieces[at]).name != key) ++at;
     return at;
 }
 
@@ -82,15 +77,13 @@ std::size_t find_key(const std::vector<std::string>& pieces, std::size_t at,
 std::size_t find_plain_key(const std::vector<std::string>& pieces, std::size_t at,
                            const std::string& key) {
     at = find_key(pieces, at, key);
-    while (at < pieces.size() && is_comment(pieces[at]))
-        at = find_key(pieces, at + 1, key);
+    while (at < pieces.size() && is_comment(pieces[at])) at = find_key(pieces, at + 1, key);
     return at;
 }
 
 std::string joined(const std::vector<std::string>& pieces, std::size_t from, std::size_t end) {
     std::string text;
-    for (std::size_t i = from; i < std::min(end, pieces.size()); ++i)
-        text += pieces[i];
+    for (std::size_t i = from; i < std::min(end, pieces.size()); ++i) text += pieces[i];
     return text;
 }
 
@@ -98,8 +91,7 @@ std::string joined(const std::vector<std::string>& pieces, std::size_t from, std
 std::string last_pieces(const std::vector<std::string>& pieces, std::size_t at) {
     const std::string& last = pieces.back();
     const std::string all = joined(pieces, at, pieces.size());
-    if (is_comment(last))
-        return ends_with_whole_piece(pieces) ? all + last : all;
+    if (is_comment(last)) return ends_with_whole_piece(pieces) ? all + last : all;
     return ends_with_whole_piece(pieces) ? all : joined(pieces, at, pieces.size() - 1);
 }
 
@@ -114,8 +106,7 @@ void copy_sections(Outcome& outcome, const std::vector<std::string>& pieces, std
         const std::size_t listeners = find_key(pieces, section + 1, "listeners");
         const std::size_t address = find_key(pieces, listeners + 1, "address");
         outcome.content += joined(pieces, at, address + 1);
-        if (address >= pieces.size())
-            return;
+        if (address >= pieces.size()) return;
         learn_address(outcome, pieces[address]);
         at = address + 1;
     }

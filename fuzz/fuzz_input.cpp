@@ -27,6 +27,4 @@ std::string FuzzInput::takePrintable(std::size_t count) {
     return text;
 }
 
-std::string c_text(const std::string& bytes) {
-    return bytes.substr(0, bytes.find('\0'));
-}
+std::string c_text(const std::string& bytes) { return bytes.substr(0, bytes.find('\0')); }

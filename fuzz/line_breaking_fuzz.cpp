@@ -25,9 +25,7 @@ std::string without_separators(const std::string& text) {
     return letters;
 }
 
-int length_of(const std::string& text) {
-    return static_cast<int>(text.size());
-}
+int length_of(const std::string& text) { return static_cast<int>(text.size()); }
 
 // A line that is stretched ends at the edge. One column beyond it where a word of one letter came
 // after a word that had left it one column: there is no room for the space between the two.
@@ -64,8 +62,7 @@ void require_well_broken(const BrokenText& broken, const std::vector<std::string
             require_filled(run, width);
     }
     std::string expected;
-    for (const std::string& word : words)
-        expected += word;
+    for (const std::string& word : words) expected += word;
     require_equal(letters, expected, "the words come out in order");
 }
 
@@ -77,8 +74,7 @@ class Paper {
 
     void write(int line, int col, const std::string& text) {
         for (const char character : text) {
-            if (line == static_cast<int>(rows.size()))
-                return;
+            if (line == static_cast<int>(rows.size())) return;
             rows[static_cast<std::size_t>(line)][static_cast<std::size_t>(col)] = character;
             line += (col + 1) / width;
             col = (col + 1) % width;
@@ -113,8 +109,7 @@ void require_drawn(const std::string& text, int width, int mode) {
     const std::vector<std::string> lines = expected_lines(text, width, mode);
     for (std::size_t i = 0; i < lines.size(); ++i) {
         std::string shown = row_text(label.getCursesWindow(), static_cast<int>(i));
-        if (i + 1 == lines.size())
-            shown.back() = lines[i].back();
+        if (i + 1 == lines.size()) shown.back() = lines[i].back();
         require_equal(shown, lines[i], "the label shows the lines");
     }
 }

@@ -47,8 +47,7 @@ ListReply read_list(ReplyModel& model) {
     bool in_table = false;
     while (!reply.complete) {
         const std::optional<std::string> line = model.line();
-        if (!line)
-            break;
+        if (!line) break;
         reply.lines.push_back(*line);
         const bool is_row = in_table && line->find('|') != std::string::npos;
         in_table = is_row || line->find("-----") != std::string::npos;
@@ -66,12 +65,10 @@ struct Outcome {
 Outcome expected_outcome(ReplyModel& model) {
     std::string sent = "list listeners\r\n";
     const ListReply list = read_list(model);
-    if (!list.complete)
-        return {1, sent};
+    if (!list.complete) return {1, sent};
     for (const std::string& address : listed_addresses(list.lines)) {
         sent += "remove listener address " + address + "\r\n";
-        if (!model.command())
-            return {1, sent};
+        if (!model.command()) return {1, sent};
     }
     sent += "commit\r\n";
     const bool committed = model.command();

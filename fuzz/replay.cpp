@@ -32,8 +32,7 @@ class ChangedInputs {
         constexpr std::size_t longest_input = 4096;
         constexpr std::size_t most_changes = 8;
         std::string input = anySeed();
-        for (std::size_t changes = 1 + below(most_changes); changes > 0; --changes)
-            change(input);
+        for (std::size_t changes = 1 + below(most_changes); changes > 0; --changes) change(input);
         return input.substr(0, longest_input);
     }
 
@@ -76,8 +75,7 @@ class ChangedInputs {
 };
 
 std::vector<std::string> read_seeds(const std::string& path) {
-    if (!std::filesystem::is_directory(path))
-        return {read_file(path)};
+    if (!std::filesystem::is_directory(path)) return {read_file(path)};
     std::vector<std::string> seeds;
     for (const auto& entry : std::filesystem::directory_iterator(path))
         seeds.push_back(read_file(entry.path()));
@@ -87,8 +85,7 @@ std::vector<std::string> read_seeds(const std::string& path) {
 }
 
 void give(const std::string& input, const char* kept) {
-    if (kept != nullptr)
-        write_file(kept, input);
+    if (kept != nullptr) write_file(kept, input);
     llvm_fuzzer_test_one_input(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
@@ -106,10 +103,8 @@ int main(int count, char** arguments) {
         std::fprintf(stderr, "%s: no seeds\n", arguments[1]);
         return 2;
     }
-    for (const std::string& seed : seeds)
-        give(seed, kept);
+    for (const std::string& seed : seeds) give(seed, kept);
     ChangedInputs changed(seeds);
-    for (int run = 0; run < runs; ++run)
-        give(changed.next(), kept);
+    for (int run = 0; run < runs; ++run) give(changed.next(), kept);
     std::printf("%zu seeds and %d changed inputs\n", seeds.size(), runs);
 }

@@ -27,8 +27,7 @@ std::optional<std::string> ReplyModel::line() {
         }
         const std::string pair = byte + bytes.substr(at, 1);
         at += pair.size() - 1;
-        if (pair == "\r\n")
-            return c_text(read);
+        if (pair == "\r\n") return c_text(read);
         if (pair == "> ")
             return read.size() + 1 < longest_line ? std::optional(c_text(read + pair))
                                                   : std::nullopt;
@@ -40,8 +39,7 @@ std::optional<std::vector<std::string>> ReplyModel::linesUpTo(const std::string&
     std::vector<std::string> lines;
     while (lines.empty() || !holds(lines.back(), end)) {
         const std::optional<std::string> next = line();
-        if (!next)
-            return std::nullopt;
+        if (!next) return std::nullopt;
         lines.push_back(*next);
     }
     return lines;

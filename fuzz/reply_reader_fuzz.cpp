@@ -16,8 +16,7 @@ namespace {
 
 void require_same_line(const HeapText& line, const std::optional<std::string>& expected) {
     require((line != nullptr) == expected.has_value(), "a line is there where the model has one");
-    if (line != nullptr)
-        require_equal(line.get(), *expected, "the line is the model's");
+    if (line != nullptr) require_equal(line.get(), *expected, "the line is the model's");
 }
 
 }  // namespace

@@ -19,8 +19,7 @@ std::string escaped(const std::string& text) {
 }  // namespace
 
 void require(bool holds, const char* what) {
-    if (holds)
-        return;
+    if (holds) return;
     std::fprintf(stderr, "does not hold: %s\n", what);
     std::abort();
 }

@@ -24,9 +24,7 @@ void put(const std::string& path, const std::string& content) {
 
 }  // namespace
 
-void RewrittenFile::fill(const std::string& content) {
-    put(directory / "file", content);
-}
+void RewrittenFile::fill(const std::string& content) { put(directory / "file", content); }
 
 void RewrittenFile::rewrite(const std::function<void(FileRewrite&)>& work) {
     const std::string path = directory / "file";
@@ -47,8 +45,7 @@ std::vector<std::string> pieces_of(const std::string& content) {
     for (std::size_t at = 0; at < content.size(); at += pieces.back().size()) {
         const std::string most = content.substr(at, longest_piece);
         pieces.push_back(most.substr(0, most.find('\n') + 1));
-        if (pieces.back().empty())
-            pieces.back() = most;
+        if (pieces.back().empty()) pieces.back() = most;
     }
     return pieces;
 }

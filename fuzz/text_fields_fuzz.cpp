@@ -36,8 +36,7 @@ class FieldModel {
     int cursor() const { return std::min(length, measures.visible_width); }
 
     void draw() {
-        if (!hides)
-            return echo();
+        if (!hides) return echo();
         length = static_cast<int>(text().size());
         star();
     }
@@ -46,8 +45,7 @@ class FieldModel {
     void setText(const std::string& text) {
         buffer.resize(std::max(buffer.size(), text.size() + 1));
         buffer.replace(0, text.size() + 1, text + '\0');
-        if (!hides)
-            length = static_cast<int>(text.size());
+        if (!hides) length = static_cast<int>(text.size());
     }
 
     void press(int key) {
@@ -75,13 +73,11 @@ class FieldModel {
             return echo();
         }
         star();
-        if (length <= measures.visible_width)
-            draw();
+        if (length <= measures.visible_width) draw();
     }
 
     void removeLast() {
-        if (length == 0)
-            return;
+        if (length == 0) return;
         buffer[static_cast<std::size_t>(--length)] = '\0';
         if (!hides)
             echo();
@@ -144,7 +140,6 @@ extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t 
                                             measures.visible_width, 1);
     field->draw();
     model.draw();
-    while (!input.isEmpty())
-        use(*field, model, input);
+    while (!input.isEmpty()) use(*field, model, input);
     return 0;
 }

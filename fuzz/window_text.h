@@ -7,9 +7,7 @@
 #include "tests/support/curses_terminal.h"
 
 /// Starts curses on a terminal of its own that nobody looks at, once a process.
-inline void need_curses() {
-    static const CursesTerminal terminal;
-}
+inline void need_curses() { static const CursesTerminal terminal; }
 
 /// The characters of a row of a window, all of its columns. Leaves the cursor where it is.
 inline std::string row_text(WINDOW* window, int row) {

@@ -65,8 +65,7 @@ class ChoiceScreen : public Screen {
   private:
     WizardEnd press(int button) override {
         const bool forwards = button == focus_next;
-        if (forwards || plan.back_stores)
-            store();
+        if (forwards || plan.back_stores) store();
         const int to = forwards ? next_screen_state(state) : previous_screen_state(state);
         const bool refocuses = forwards ? plan.next_refocuses : plan.back_refocuses;
         leave(to, refocuses ? state : to);
@@ -76,8 +75,7 @@ class ChoiceScreen : public Screen {
     void store() {
         int count = 0;
         const std::unique_ptr<unsigned char, FreeHeap> marks(list->getChecked(&count));
-        for (int i = 0; i < count; ++i)
-            *plan.choices[static_cast<size_t>(i)].flag = marks.get()[i];
+        for (int i = 0; i < count; ++i) *plan.choices[static_cast<size_t>(i)].flag = marks.get()[i];
     }
 
     const Plan plan;

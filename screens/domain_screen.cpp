@@ -44,8 +44,7 @@ class DomainScreen : public Screen {
     // Until the user has typed into it, the location follows the domain: its directory below the
     // server's directory of domains.
     void followDomain() {
-        if (locationEdited)
-            return;
+        if (locationEdited) return;
         const HeapText directory(profile_domains_dir());
         const HeapText name(domain.getText());
         std::snprintf(wizard_settings.primary_domain, sizeof(wizard_settings.primary_domain),
@@ -57,8 +56,7 @@ class DomainScreen : public Screen {
     void moved() override { followDomain(); }
 
     void takeKey(const Control& control, int key) override {
-        if (control.focus == focus_location)
-            locationEdited = true;
+        if (control.focus == focus_location) locationEdited = true;
         Screen::takeKey(control, key);
     }
 

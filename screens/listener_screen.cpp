@@ -60,8 +60,7 @@ class ListenerScreen : public Screen {
           listener(listener_of(state)) {
         const int port_col = lengthOf(rows) + 5;
         std::vector<const char*> texts;
-        for (const std::string& row : rows)
-            texts.push_back(row.c_str());
+        for (const std::string& row : rows) texts.push_back(row.c_str());
         add<Label>(&frame, 3, 1, "Interface:");
         add<Label>(&frame, 3, port_col, "Port:");
         list =
@@ -91,8 +90,7 @@ class ListenerScreen : public Screen {
     // The port field of the row under the bar is the one that gets the keyboard.
     void followBar() {
         controlOf(focus_port).widget = &portUnderBar();
-        if (isWebadmin())
-            chosenInterface() = list->getSelected();
+        if (isWebadmin()) chosenInterface() = list->getSelected();
     }
 
     void prepare() override {
@@ -116,11 +114,9 @@ class ListenerScreen : public Screen {
     // The port that is typed, -1 for a text that is no port.
     int typedPort() {
         const HeapText text(portUnderBar().getText());
-        if (!is_all_digits(text.get()))
-            return -1;
+        if (!is_all_digits(text.get())) return -1;
         const int port = std::atoi(text.get());
-        if (isWebadmin())
-            chosenPort() = port;
+        if (isWebadmin()) chosenPort() = port;
         return port > highest_port ? -1 : port;
     }
 
@@ -143,8 +139,7 @@ class ListenerScreen : public Screen {
     }
 
     bool loopbackIsMeant() {
-        if (std::strncmp(interfaceUnderBar().name, "lo", 2) != 0)
-            return true;
+        if (std::strncmp(interfaceUnderBar().name, "lo", 2) != 0) return true;
         const std::string question =
             std::string("Selecting 127.0.0.1 will enable access to ") + listener.gives_access_to +
             "\tonly from this machine and not remotely from other machines. Are you sure?";
@@ -171,8 +166,7 @@ class ListenerScreen : public Screen {
             screen_focus(state) = focus_port;
             return;
         }
-        if (!isWebadmin())
-            screen_focus(state_services) = 0;
+        if (!isWebadmin()) screen_focus(state_services) = 0;
         goOn();
     }
 

@@ -24,8 +24,7 @@ class PasswordScreen : public Screen {
 
   private:
     WizardEnd press(int button) override {
-        if (button == focus_exit)
-            return WizardEnd::left;
+        if (button == focus_exit) return WizardEnd::left;
         goOn();
         return WizardEnd::not_yet;
     }

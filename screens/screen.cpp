@@ -36,17 +36,14 @@ Control& Screen::controlOf(int focus) {
 
 void Screen::place() {
     frame.move(centred(screen_rows, centringRows), centred(screen_cols, frameCols));
-    for (const auto& widget : widgets)
-        widget->move(widget->getRow(), widget->getCol());
+    for (const auto& widget : widgets) widget->move(widget->getRow(), widget->getCol());
 }
 
 void Screen::drawWidgets() {
     Window& current = *focused().widget;
-    for (const Control& control : controls)
-        control.widget->setFocused(control.widget == &current);
+    for (const Control& control : controls) control.widget->setFocused(control.widget == &current);
     frame.draw();
-    for (const auto& widget : widgets)
-        widget->draw();
+    for (const auto& widget : widgets) widget->draw();
     if (current.showsCursor()) {
         current.show();
         current.placeCursor();
@@ -59,8 +56,7 @@ void Screen::draw() {
     prepare();
     place();
     frame.show();
-    for (const auto& widget : widgets)
-        widget->show();
+    for (const auto& widget : widgets) widget->show();
     drawWidgets();
 }
 
@@ -85,16 +81,14 @@ WizardEnd Screen::run() {
 }
 
 void Screen::hide() {
-    for (const auto& widget : widgets)
-        widget->hide();
+    for (const auto& widget : widgets) widget->hide();
     frame.hide();
 }
 
 void Screen::redraw() {
     drain_key(frame.getCursesWindow(), false);
     place();
-    if (screen_state == state)
-        drawWidgets();
+    if (screen_state == state) drawWidgets();
 }
 
 void Screen::leave(int to, int refocused) {

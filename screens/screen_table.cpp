@@ -13,8 +13,7 @@ constexpr int by_services = -1;
 constexpr int nowhere = -2;
 
 void redraw(int state) {
-    if (built_screens[state] != nullptr)
-        built_screens[state]->redraw();
+    if (built_screens[state] != nullptr) built_screens[state]->redraw();
     // A screen that is not built yet forgets a key all the same, by the window of one that is.
     else if (built_screens[state_password] != nullptr)
         drain_key(built_screens[state_password]->getFrame().getCursesWindow(), false);
@@ -53,8 +52,7 @@ WizardEnd ScreenRow::operator()() const {
     screen.draw();
     const WizardEnd end = screen.run();
     screen.hide();
-    if (hidden == Hidden::goes)
-        built_screens[state].reset();
+    if (hidden == Hidden::goes) built_screens[state].reset();
     return end;
 }
 
@@ -76,20 +74,16 @@ int previous_screen_state(int state) {
 }
 
 int next_listener_state(int state) {
-    if (state == state_smtp)
-        return state_services;
+    if (state == state_smtp) return state_services;
     int service = state - state_services;
-    while (service < optional_service_count && !wizard_settings.service_enabled[service])
-        ++service;
+    while (service < optional_service_count && !wizard_settings.service_enabled[service]) ++service;
     return service + state_pop3;
 }
 
 int previous_listener_state(int state) {
-    if (state == state_smtp)
-        return state_webadmin;
+    if (state == state_smtp) return state_webadmin;
     int service = state - state_imap;
-    while (service >= 0 && !wizard_settings.service_enabled[service])
-        --service;
+    while (service >= 0 && !wizard_settings.service_enabled[service]) --service;
     return service + state_pop3;
 }
 
@@ -97,12 +91,10 @@ void redraw_screens() {
     if (screen_state < screen_count && screen_table[screen_state].hidden != Hidden::stays_in_place)
         redraw(screen_state);
     for (const ScreenRow& row : screen_table) {
-        if (row.hidden == Hidden::stays_in_place)
-            redraw(row.state);
+        if (row.hidden == Hidden::stays_in_place) redraw(row.state);
     }
 }
 
 void destroy_screens() {
-    for (std::unique_ptr<Screen>& screen : built_screens)
-        screen.reset();
+    for (std::unique_ptr<Screen>& screen : built_screens) screen.reset();
 }

@@ -26,14 +26,11 @@ constexpr char warning[] =
     "If you select 'No', command line appications (mailx, php, etc) will not be able to send "
     "emails via Teluma.";
 
-int lines_of(const char* text, int width) {
-    return countLines(text, width, break_between_words);
-}
+int lines_of(const char* text, int width) { return countLines(text, width, break_between_words); }
 
 int button_row() {
     int row = item_row;
-    for (const char* item : items)
-        row += lines_of(item, item_cols);
+    for (const char* item : items) row += lines_of(item, item_cols);
     return row + 1 + lines_of(warning, warning_cols) + 1;
 }
 

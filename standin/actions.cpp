@@ -9,9 +9,7 @@ namespace {
 
 const Refusal malformed = "malformed arguments";
 
-Domain& current_domain(Call& call) {
-    return call.draft.state.domains[call.draft.domain];
-}
+Domain& current_domain(Call& call) { return call.draft.state.domains[call.draft.domain]; }
 
 Service& current_service(Call& call) {
     return call.draft.state.listener_services[call.draft.service];
@@ -26,23 +24,18 @@ std::string address_cell(std::string text) {
 
 }  // namespace
 
-Refusal just_move(Call& /*call*/) {
-    return nullptr;
-}
+Refusal just_move(Call& /*call*/) { return nullptr; }
 
 Refusal open_login(Call& call) {
     call.draft.user = call.arguments[0];
     return nullptr;
 }
 
-Refusal save_config(Call& call) {
-    return call.store.save() ? nullptr : "the state can't be saved";
-}
+Refusal save_config(Call& call) { return call.store.save() ? nullptr : "the state can't be saved"; }
 
 Refusal create_domain(Call& call) {
     const std::string& name = call.arguments[0];
-    if (domain_name_is_taken(call.draft.state, name))
-        return "this domain exists already";
+    if (domain_name_is_taken(call.draft.state, name)) return "this domain exists already";
     call.draft.state.domains[name] = new_domain(call.arguments[1], call.arguments[2]);
     return nullptr;
 }
@@ -76,8 +69,7 @@ Refusal add_account_alias(Call& call) {
 
 Refusal set_primary_domain(Call& call) {
     const std::string& name = call.arguments[0];
-    if (call.draft.state.domains.count(name) == 0)
-        return "no such domain";
+    if (call.draft.state.domains.count(name) == 0) return "no such domain";
     call.draft.state.primary_domain = name;
     return nullptr;
 }
@@ -94,12 +86,10 @@ Refusal show_smtp_filters_file(Call& call) {
 
 Refusal set_services(Call& call) {
     std::vector<std::string> words = split_words(call.arguments[0]);
-    if (words.size() < 3 || words.front() != "(" || words.back() != ")")
-        return malformed;
+    if (words.size() < 3 || words.front() != "(" || words.back() != ")") return malformed;
     words.pop_back();
     words.erase(words.begin());
-    if (!std::all_of(words.begin(), words.end(), is_service))
-        return malformed;
+    if (!std::all_of(words.begin(), words.end(), is_service)) return malformed;
     call.draft.state.services = words;
     return nullptr;
 }
@@ -121,8 +111,7 @@ Refusal list_listeners(Call& call) {
 
 Refusal add_listener(Call& call) {
     const std::string& address = call.arguments[0];
-    if (!is_listener_address(address))
-        return malformed;
+    if (!is_listener_address(address)) return malformed;
     if (listener_is_taken(call.draft.state, address) || address_is_in_use(address))
         return "this address is in use";
     current_service(call).listeners.push_back(address);
@@ -132,16 +121,14 @@ Refusal add_listener(Call& call) {
 Refusal remove_listener(Call& call) {
     std::vector<std::string>& listeners = current_service(call).listeners;
     const auto found = std::find(listeners.begin(), listeners.end(), call.arguments[0]);
-    if (found == listeners.end())
-        return "no such listener";
+    if (found == listeners.end()) return "no such listener";
     listeners.erase(found);
     return nullptr;
 }
 
 Refusal set_enable(Call& call) {
     const std::string& choice = call.arguments[0];
-    if (choice != "yes" && choice != "no")
-        return malformed;
+    if (choice != "yes" && choice != "no") return malformed;
     current_service(call).enabled = choice == "yes";
     return nullptr;
 }

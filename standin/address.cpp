@@ -106,7 +106,6 @@ Descriptor open_listener(std::string& address, std::string& problem) {
 
 Descriptor accept_client(const Descriptor& listener) {
     Descriptor client(accept4(listener.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
-    if (client.isOpen())
-        switch_on(client, IPPROTO_TCP, TCP_NODELAY);
+    if (client.isOpen()) switch_on(client, IPPROTO_TCP, TCP_NODELAY);
     return client;
 }

@@ -51,10 +51,8 @@ Fit fit(const std::string& form, const std::string& line, std::vector<std::strin
     const std::vector<std::string> words = split_words(line);
     Fit failure = Fit::no;
     for (std::size_t index = 0; index < wanted.size(); ++index) {
-        if (wanted[index][0] == '%')
-            failure = Fit::command_only;
-        if (index >= words.size())
-            return failure;
+        if (wanted[index][0] == '%') failure = Fit::command_only;
+        if (index >= words.size()) return failure;
         if (wanted[index] == "%...") {
             arguments.push_back(rest_from_word(line, index));
             return Fit::whole;
@@ -86,20 +84,16 @@ const char* prompt_of(Context context) {
 }
 
 Match find_command(Context context, const std::string& line) {
-    if (has_control_characters(line))
-        return {nullptr, {}, "malformed command"};
+    if (has_control_characters(line)) return {nullptr, {}, "malformed command"};
     bool known = false;
     for (const Command& command : command_table) {
         std::vector<std::string> arguments;
         const Fit how = fit(command.form, line, arguments);
         const bool valid_here = (command.contexts & context) != 0;
-        if (valid_here && how == Fit::whole)
-            return {&command, arguments, nullptr};
-        if (valid_here && how == Fit::command_only)
-            return {nullptr, {}, "malformed arguments"};
+        if (valid_here && how == Fit::whole) return {&command, arguments, nullptr};
+        if (valid_here && how == Fit::command_only) return {nullptr, {}, "malformed arguments"};
         known = known || how != Fit::no;
     }
-    if (context == login_context)
-        return {nullptr, {}, "not logged in"};
+    if (context == login_context) return {nullptr, {}, "not logged in"};
     return {nullptr, {}, known ? "wrong context" : "unknown command"};
 }

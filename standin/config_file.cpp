@@ -13,8 +13,7 @@ struct Setting {
 
 Setting split_setting(const std::string& line) {
     const std::size_t equals = line.find('=');
-    if (equals == std::string::npos)
-        return {"", line};
+    if (equals == std::string::npos) return {"", line};
     Setting setting{line.substr(0, equals), trimmed(line.substr(equals + 1))};
     const auto is_space = [](char character) { return character == ' ' || character == '\t'; };
     setting.key.erase(std::remove_if(setting.key.begin(), setting.key.end(), is_space),
@@ -30,8 +29,7 @@ std::string without_quotes(const std::string& value) {
 std::vector<std::string> listed_words(const std::string& value) {
     const std::size_t open = value.find('(');
     const std::size_t close = value.find(')');
-    if (open == std::string::npos || close == std::string::npos || close < open)
-        return {};
+    if (open == std::string::npos || close == std::string::npos || close < open) return {};
     return split_words(value.substr(open + 1, close - open - 1));
 }
 
@@ -42,8 +40,7 @@ class Reader {
 
     void read(const std::string& line) {
         const std::string text = trimmed(line.substr(0, line.find('#')));
-        if (text.empty())
-            return;
+        if (text.empty()) return;
         const Setting setting = split_setting(text);
         if (text.front() == '}' || text.front() == ')') {
             blocks.resize(std::max<std::size_t>(blocks.size(), 1) - 1);
@@ -67,8 +64,7 @@ class Reader {
 
     void readSection(const Setting& setting) {
         const auto found = config.state.listener_services.find(service_of_section(blocks.front()));
-        if (found == config.state.listener_services.end())
-            return;
+        if (found == config.state.listener_services.end()) return;
         Service& service = found->second;
         if (setting.key == "enable" && blocks.size() == 1) {
             service.enabled = setting.value == "yes";
@@ -87,8 +83,7 @@ Config parse_config(const std::string& text) {
     Config config;
     config.state = empty_state();
     Reader reader(config);
-    for (const std::string& line : lines_of(text))
-        reader.read(line);
+    for (const std::string& line : lines_of(text)) reader.read(line);
     const std::vector<std::string>& addresses = config.state.listener_services["cli"].listeners;
     config.cli_address = addresses.empty() ? "" : addresses.front();
     return config;

@@ -20,9 +20,7 @@ int wait_for_daemon(int channel) {
 
 volatile std::sig_atomic_t stop_signal = 0;
 
-void on_stop_signal(int signal_number) {
-    stop_signal = signal_number;
-}
+void on_stop_signal(int signal_number) { stop_signal = signal_number; }
 
 timespec time_left(Clock::time_point until) {
     const auto left = std::max(until - Clock::now(), Clock::duration::zero());
@@ -37,8 +35,7 @@ timespec time_left(Clock::time_point until) {
 
 std::optional<int> become_daemon(Descriptor& ready) {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
-        return 1;
+    if (pipe2(ends, O_CLOEXEC) != 0) return 1;
     const Descriptor reading(ends[0]);
     ready = Descriptor(ends[1]);
     const pid_t daemon = fork();
@@ -72,9 +69,7 @@ void catch_stop_signals() {
     sigprocmask(SIG_BLOCK, &held_back, nullptr);
 }
 
-bool stop_requested() {
-    return stop_signal != 0;
-}
+bool stop_requested() { return stop_signal != 0; }
 
 void wait_for_events(std::vector<pollfd>& descriptors,
                      const std::optional<Clock::time_point>& until) {
@@ -84,7 +79,6 @@ void wait_for_events(std::vector<pollfd>& descriptors,
     const int ready =
         ppoll(descriptors.data(), descriptors.size(), until ? &time : nullptr, &nothing_held_back);
     if (ready < 0) {
-        for (pollfd& descriptor : descriptors)
-            descriptor.revents = 0;
+        for (pollfd& descriptor : descriptors) descriptor.revents = 0;
     }
 }

@@ -39,8 +39,7 @@ std::string garbage_bytes(std::size_t count) {
     std::minstd_rand random(9091);
     while (bytes.size() < count) {
         const char byte = static_cast<char>(random() >> 8U);
-        if (byte != '\r' && byte != '\n' && byte != '>')
-            bytes += byte;
+        if (byte != '\r' && byte != '\n' && byte != '>') bytes += byte;
     }
     bytes.resize(count);
     return bytes;

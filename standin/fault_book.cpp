@@ -29,8 +29,7 @@ Fault FaultBook::at(Event event, const std::string& command) {
     loadCounts();
     Fault fault;
     for (const FaultRule& rule : rules) {
-        if (!is_about(rule, event, command))
-            continue;
+        if (!is_about(rule, event, command)) continue;
         const long count = ++counts[rule.source];
         if (fault.kind == FaultKind::none && (rule.occurrence == 0 || rule.occurrence == count)) {
             fault = rule.fault;
@@ -48,15 +47,12 @@ void FaultBook::loadCounts() {
     std::map<std::string, long> saved;
     for (const std::string& line : lines_of(text))
         saved[rest_from_word(line, 1)] = std::strtol(line.c_str(), nullptr, 10);
-    for (const FaultRule& rule : rules)
-        counts[rule.source] = saved[rule.source];
+    for (const FaultRule& rule : rules) counts[rule.source] = saved[rule.source];
 }
 
 void FaultBook::saveCounts() const {
-    if (counts.empty())
-        return;
+    if (counts.empty()) return;
     std::string text;
-    for (const auto& [rule, count] : counts)
-        text += std::to_string(count) + " " + rule + "\n";
+    for (const auto& [rule, count] : counts) text += std::to_string(count) + " " + rule + "\n";
     replace_file(countsPath, text, S_IRUSR | S_IWUSR);
 }

@@ -56,8 +56,7 @@ const std::array<EventName, 4> event_names = {{
 
 bool parse_seconds(const std::string& text, double& seconds) {
     const double most = 3600;
-    if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos)
-        return false;
+    if (text.empty() || text.find_first_not_of("0123456789.") != std::string::npos) return false;
     char* end = nullptr;
     seconds = std::strtod(text.c_str(), &end);
     return *end == '\0' && seconds <= most;
@@ -73,10 +72,8 @@ bool parse_bytes(const std::string& text, double& bytes) {
 
 bool parse_amount(const ActionForm& form, const std::vector<std::string>& words, double& amount) {
     amount = form.usual_amount;
-    if (words.size() == 1)
-        return amount != must_be_given;
-    if (words.size() != 2)
-        return false;
+    if (words.size() == 1) return amount != must_be_given;
+    if (words.size() != 2) return false;
     return (form.unit == Unit::seconds && parse_seconds(words[1], amount)) ||
            (form.unit == Unit::bytes && parse_bytes(words[1], amount));
 }
@@ -120,11 +117,9 @@ bool take_event(std::string& rest, FaultRule& rule) {
 
 bool parse_rule(FaultRule& rule) {
     std::string rest = rule.source;
-    if (!take_event(rest, rule))
-        return false;
+    if (!take_event(rest, rule)) return false;
     std::vector<std::string> words = split_words(rest);
-    if (words.size() < 2 || !parse_occurrence(words[0], rule.occurrence))
-        return false;
+    if (words.size() < 2 || !parse_occurrence(words[0], rule.occurrence)) return false;
     words.erase(words.begin());
     return parse_fault(words, rule.event, rule.fault);
 }
@@ -142,8 +137,7 @@ std::string parse_fault_rules(const std::string& text, std::vector<FaultRule>& r
         ++number;
         FaultRule rule;
         rule.source = trimmed(line);
-        if (rule.source.empty() || rule.source[0] == '#')
-            continue;
+        if (rule.source.empty() || rule.source[0] == '#') continue;
         if (stands_there(rules, rule.source) || !parse_rule(rule))
             return "line " + std::to_string(number) + " is no fault rule: " + rule.source;
         rules.push_back(rule);
@@ -152,9 +146,7 @@ std::string parse_fault_rules(const std::string& text, std::vector<FaultRule>& r
 }
 
 bool is_about(const FaultRule& rule, Event event, const std::string& command) {
-    if (rule.event != event)
-        return false;
-    if (event != Event::command)
-        return true;
+    if (rule.event != event) return false;
+    if (event != Event::command) return true;
     return rule.exactly ? command == rule.text : begins_with(command, rule.text);
 }

@@ -18,8 +18,7 @@ bool write_all(int descriptor, const std::string& text) {
     std::size_t done = 0;
     while (done < text.size()) {
         const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
-            return false;
+        if (count < 0 && errno != EINTR) return false;
         done += count > 0 ? static_cast<std::size_t>(count) : 0;
     }
     return true;
@@ -30,16 +29,13 @@ bool write_new_file(const std::string& path, const std::string& text, mode_t mod
     return file.isOpen() && write_all(file.get(), text) && file.close();
 }
 
-std::string own_pid_line() {
-    return std::to_string(getpid()) + "\n";
-}
+std::string own_pid_line() { return std::to_string(getpid()) + "\n"; }
 
 }  // namespace
 
 bool read_all(const std::string& path, std::string& text) {
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.isOpen())
-        return false;
+    if (!file.isOpen()) return false;
     text.clear();
     char buffer[4096];
     ssize_t count = 0;
@@ -65,8 +61,7 @@ bool write_pid_file(const std::string& path) {
 
 void remove_pid_file(const std::string& path) {
     std::string text;
-    if (read_all(path, text) && text == own_pid_line())
-        unlink(path.c_str());
+    if (read_all(path, text) && text == own_pid_line()) unlink(path.c_str());
 }
 
 CommandLog::CommandLog(std::string path) : path(std::move(path)) {}
@@ -77,6 +72,4 @@ void CommandLog::command(const std::string& line) const {
     write_all(file.get(), line + "\n");
 }
 
-void CommandLog::note(const std::string& text) const {
-    command("# " + text);
-}
+void CommandLog::note(const std::string& text) const { command("# " + text); }

@@ -75,14 +75,11 @@ int set_password(const Run& run, const std::string& password) {
 /// it. Returns what is wrong, or an empty text.
 std::string prepare(Run& run, Descriptor& listener, std::string& address) {
     std::string text;
-    if (!read_all(run.paths.config, text))
-        return run.paths.config + ": " + std::strerror(errno);
+    if (!read_all(run.paths.config, text)) return run.paths.config + ": " + std::strerror(errno);
     const Config config = parse_config(text);
-    if (!config.smtp_filters.empty())
-        run.store.smtp_filters = config.smtp_filters;
+    if (!config.smtp_filters.empty()) run.store.smtp_filters = config.smtp_filters;
     std::string problem = run.store.load(config.state);
-    if (problem.empty())
-        problem = run.faults.reload();
+    if (problem.empty()) problem = run.faults.reload();
     if (problem.empty() && contains(config.state.services, "cli")) {
         address = config.cli_address;
         listener = open_listener(address, problem);
@@ -93,23 +90,19 @@ std::string prepare(Run& run, Descriptor& listener, std::string& address) {
 /// Writes the pid file now, or says when the server has to; `fault` is the start's.
 bool write_pid_or_postpone(const Run& run, const Fault& fault,
                            std::optional<Clock::time_point>& due) {
-    if (fault.kind == FaultKind::late)
-        due = Clock::now() + as_duration(fault.amount);
+    if (fault.kind == FaultKind::late) due = Clock::now() + as_duration(fault.amount);
     return due || fault.kind == FaultKind::missing || write_pid_file(run.paths.pid);
 }
 
 void wait_until(Clock::time_point time) {
     std::vector<pollfd> nothing;
-    while (Clock::now() < time)
-        wait_for_events(nothing, time);
+    while (Clock::now() < time) wait_for_events(nothing, time);
 }
 
 void stop(Run& run) {
     const Fault fault = run.faults.at(Event::stop);
-    if (fault.kind == FaultKind::stays && fault.amount == stays_for_ever)
-        return;
-    if (fault.kind == FaultKind::stays)
-        wait_until(Clock::now() + as_duration(fault.amount));
+    if (fault.kind == FaultKind::stays && fault.amount == stays_for_ever) return;
+    if (fault.kind == FaultKind::stays) wait_until(Clock::now() + as_duration(fault.amount));
     remove_pid_file(run.paths.pid);
 }
 
@@ -118,8 +111,7 @@ int serve(Run& run, Descriptor listener, Descriptor& ready, const Fault& fault) 
     std::optional<Clock::time_point> pid_due;
     if (!write_pid_or_postpone(run, fault, pid_due))
         return fail(run, run.paths.pid + ": " + std::strerror(errno));
-    if (ready.isOpen())
-        daemon_is_ready(ready);
+    if (ready.isOpen()) daemon_is_ready(ready);
     Server(std::move(listener), run.store, run.faults, run.log).run(run.paths.pid, pid_due);
     stop(run);
     run.log.note("stopped");
@@ -130,17 +122,14 @@ int run_server(Run& run, bool foreground) {
     Descriptor listener;
     std::string address = "no address";
     const std::string problem = prepare(run, listener, address);
-    if (!problem.empty())
-        return fail(run, problem);
+    if (!problem.empty()) return fail(run, problem);
     const Fault fault = run.faults.at(Event::start);
-    if (fault.kind == FaultKind::refuse)
-        return fail(run, "does not start");
+    if (fault.kind == FaultKind::refuse) return fail(run, "does not start");
     catch_stop_signals();
     Descriptor ready;
     if (!foreground) {
         const std::optional<int> status = become_daemon(ready);
-        if (status)
-            return *status;
+        if (status) return *status;
     }
     run.log.note("started, process " + std::to_string(getpid()) + ", listening at " + address);
     return serve(run, std::move(listener), ready, fault);

@@ -31,8 +31,7 @@ void Server::run(const std::string& pid_path, std::optional<Clock::time_point> p
         std::vector<pollfd> descriptors = awaited(now);
         wait_for_events(descriptors, earlier(nextDue(now), pid_due));
         serveClients(descriptors);
-        if (descriptors[0].revents != 0)
-            acceptClient();
+        if (descriptors[0].revents != 0) acceptClient();
     }
 }
 
@@ -50,8 +49,7 @@ std::vector<pollfd> Server::awaited(Clock::time_point now) const {
 std::optional<Clock::time_point> Server::nextDue(Clock::time_point now) const {
     std::optional<Clock::time_point> first;
     for (const Connection& connection : connections) {
-        if (!connection.wantsToWrite(now))
-            first = earlier(first, connection.due());
+        if (!connection.wantsToWrite(now)) first = earlier(first, connection.due());
     }
     return first;
 }
@@ -81,15 +79,13 @@ bool Server::serve(Connection& connection, bool readable) {
 
 void Server::acceptClient() {
     Descriptor socket = accept_client(listener);
-    if (!socket.isOpen())
-        return;
+    if (!socket.isOpen()) return;
     const std::string name = "connection " + std::to_string(++accepted);
     log.note(name + " opened");
     connections.emplace_back(std::move(socket), name, store);
     const auto newest = std::prev(connections.end());
     handle(*newest, Event::connect, {});
-    if (!newest->flush(Clock::now()))
-        drop(newest);
+    if (!newest->flush(Clock::now())) drop(newest);
 }
 
 std::list<Connection>::iterator Server::drop(std::list<Connection>::iterator connection) {

@@ -13,13 +13,10 @@ std::string Session::greeting() const {
     return std::string("TELUMA stand-in server, command line interface") + line_end + prompt();
 }
 
-bool Session::expectsPassword() const {
-    return context() == password_context;
-}
+bool Session::expectsPassword() const { return context() == password_context; }
 
 std::string Session::answer(const std::string& line) {
-    if (expectsPassword())
-        return logIn(line);
+    if (expectsPassword()) return logIn(line);
     const Match match = find_command(context(), line);
     return match.command == nullptr ? failure(match.refusal)
                                     : carryOut(*match.command, match.arguments);
@@ -33,17 +30,12 @@ std::string Session::refuse(Refusal reason) {
     return failure(reason);
 }
 
-std::string Session::prompt() const {
-    return prompt_of(context());
-}
+std::string Session::prompt() const { return prompt_of(context()); }
 
-Context Session::context() const {
-    return levels.empty() ? outermost : levels.back().context;
-}
+Context Session::context() const { return levels.empty() ? outermost : levels.back().context; }
 
 Draft Session::currentDraft() const {
-    if (!levels.empty())
-        return levels.back().draft;
+    if (!levels.empty()) return levels.back().draft;
     Draft draft;
     draft.state = store.live;
     return draft;
@@ -62,14 +54,11 @@ std::string Session::carryOut(const Command& command, const std::vector<std::str
     std::vector<std::string> lines;
     Call call{arguments, store, draft, lines};
     const Refusal refusal = command.action(call);
-    if (refusal != nullptr)
-        return failure(refusal);
+    if (refusal != nullptr) return failure(refusal);
     move(command.move, std::move(draft), command.entered);
-    if (expectsPassword())
-        return prompt();
+    if (expectsPassword()) return prompt();
     std::string reply;
-    for (const std::string& line : lines)
-        reply += line + line_end;
+    for (const std::string& line : lines) reply += line + line_end;
     return reply + "+OK: done" + line_end + prompt();
 }
 
@@ -82,14 +71,11 @@ void Session::move(Move how, Draft draft, Context entered) {
         levels.back().draft = std::move(draft);
     } else {
         levels.pop_back();
-        if (how == Move::keep)
-            outerState() = std::move(draft.state);
+        if (how == Move::keep) outerState() = std::move(draft.state);
     }
 }
 
-State& Session::outerState() {
-    return levels.empty() ? store.live : levels.back().draft.state;
-}
+State& Session::outerState() { return levels.empty() ? store.live : levels.back().draft.state; }
 
 std::string Session::failure(const std::string& reason) const {
     return "-ERR: " + reason + line_end + prompt();

@@ -22,8 +22,7 @@ const ServiceName listener_services[] = {
 
 State empty_state() {
     State state;
-    for (const ServiceName& name : listener_services)
-        state.listener_services[name.command];
+    for (const ServiceName& name : listener_services) state.listener_services[name.command];
     return state;
 }
 
@@ -46,8 +45,7 @@ bool account_name_is_taken(const Domain& domain, const std::string& name) {
 bool listener_is_taken(const State& state, const std::string& address) {
     for (const auto& [name, service] : state.listener_services) {
         for (const std::string& listener : service.listeners) {
-            if (listeners_collide(listener, address))
-                return true;
+            if (listeners_collide(listener, address)) return true;
         }
     }
     return false;
@@ -55,8 +53,7 @@ bool listener_is_taken(const State& state, const std::string& address) {
 
 std::string service_of_section(const std::string& config_name) {
     for (const ServiceName& name : listener_services) {
-        if (config_name == name.config)
-            return name.command;
+        if (config_name == name.config) return name.command;
     }
     return {};
 }

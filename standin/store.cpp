@@ -25,8 +25,7 @@ struct Record {
 template <class Table, class Change>
 bool with(Table& table, const std::string& name, Change change) {
     const auto found = table.find(name);
-    if (found != table.end())
-        change(found->second);
+    if (found != table.end()) change(found->second);
     return found != table.end();
 }
 
@@ -94,8 +93,7 @@ bool read_record(State& state, const std::string& line) {
 
 /// Adds a line, unless its value is not set.
 void add_line(std::string& text, const Words& words) {
-    if (!words.back().empty())
-        text += joined(words) + "\n";
+    if (!words.back().empty()) text += joined(words) + "\n";
 }
 
 void add_service(std::string& text, const std::string& name, const Service& service) {
@@ -107,8 +105,7 @@ void add_service(std::string& text, const std::string& name, const Service& serv
 
 void add_domain(std::string& text, const std::string& name, const Domain& domain) {
     add_line(text, {"domain", name, domain.location, domain.postmaster_password});
-    for (const std::string& alias : domain.aliases)
-        add_line(text, {"domainalias", name, alias});
+    for (const std::string& alias : domain.aliases) add_line(text, {"domainalias", name, alias});
     for (const auto& [account, aliases] : domain.accounts) {
         add_line(text, {"account", name, account});
         for (const std::string& alias : aliases)
@@ -122,10 +119,8 @@ std::string state_to_text(const State& state) {
     std::string text;
     add_line(text, {"services", joined(state.services)});
     add_line(text, {"primarydomain", state.primary_domain});
-    for (const auto& [name, service] : state.listener_services)
-        add_service(text, name, service);
-    for (const auto& [name, domain] : state.domains)
-        add_domain(text, name, domain);
+    for (const auto& [name, service] : state.listener_services) add_service(text, name, service);
+    for (const auto& [name, domain] : state.domains) add_domain(text, name, domain);
     return text;
 }
 
@@ -154,9 +149,7 @@ std::string Store::load(const State& first) {
     return reason == ENOENT ? "" : paths.state + ": " + std::strerror(reason);
 }
 
-bool Store::save() const {
-    return replace_file(paths.state, state_to_text(live), owner_only);
-}
+bool Store::save() const { return replace_file(paths.state, state_to_text(live), owner_only); }
 
 bool Store::setPassword(const std::string& password) const {
     return replace_file(paths.password, password, owner_only);

@@ -11,8 +11,7 @@ const char* const spaces = " \t";
 std::vector<std::string> split(const std::string& text, char divider) {
     std::vector<std::string> parts;
     std::istringstream stream(text);
-    for (std::string part; std::getline(stream, part, divider);)
-        parts.push_back(part);
+    for (std::string part; std::getline(stream, part, divider);) parts.push_back(part);
     return parts;
 }
 
@@ -34,9 +33,7 @@ std::vector<std::string> split_words(const std::string& text) {
     return words;
 }
 
-std::vector<std::string> lines_of(const std::string& text) {
-    return split(text, '\n');
-}
+std::vector<std::string> lines_of(const std::string& text) { return split(text, '\n'); }
 
 std::string rest_from_word(const std::string& line, std::size_t index) {
     std::size_t at = line.find_first_not_of(spaces);
@@ -47,8 +44,7 @@ std::string rest_from_word(const std::string& line, std::size_t index) {
 
 std::string joined(const std::vector<std::string>& words) {
     std::string text;
-    for (const std::string& word : words)
-        text += (text.empty() ? "" : " ") + word;
+    for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
     return text;
 }
 

@@ -23,8 +23,7 @@ int key_at_hand(WINDOW* window, bool polled) {
     keypad(window, TRUE);
     nodelay(window, TRUE);
     int key = wgetch(window);
-    if (key == key_escape && skip_control_sequence(window))
-        key = key_unknown;
+    if (key == key_escape && skip_control_sequence(window)) key = key_unknown;
     nodelay(window, polled);
     return key;
 }
@@ -42,9 +41,7 @@ void hang_up() {
 
 }  // namespace
 
-bool is_press(int key) {
-    return key == key_enter || key == key_space;
-}
+bool is_press(int key) { return key == key_enter || key == key_space; }
 
 int read_key(const Window& widget) {
     // Somebody who never stops typing, or a paste, must not keep the user from interrupting; a
@@ -57,13 +54,10 @@ int read_key(const Window& widget) {
         // A resize during the wait may have given the widget another curses window.
         WINDOW* window = widget.getCursesWindow() != nullptr ? widget.getCursesWindow() : stdscr;
         const int key = key_at_hand(window, is_nodelay(window));
-        if (key == key_redraw)
-            redraw_terminal();
-        if (key != ERR)
-            return key == KEY_ENTER ? key_enter : key;
+        if (key == key_redraw) redraw_terminal();
+        if (key != ERR) return key == KEY_ENTER ? key_enter : key;
         in_vain = has_input() ? in_vain + 1 : 0;
-        if (in_vain == enough_in_vain)
-            hang_up();
+        if (in_vain == enough_in_vain) hang_up();
         send_output();
         wait_for(STDIN_FILENO, POLLIN);
     }

@@ -2,9 +2,7 @@
 
 namespace {
 
-int length_of(const std::string& text) {
-    return static_cast<int>(text.size());
-}
+int length_of(const std::string& text) { return static_cast<int>(text.size()); }
 
 // Walks over the words; `first` is the first one that no run holds yet, and it will start at
 // `startCol` of the current line.
@@ -14,10 +12,8 @@ class LineBreaker {
         : words(all_words), width(line_width) {}
 
     BrokenText run() {
-        for (size_t i = 0; i < words.size(); ++i)
-            take(i);
-        if (first < words.size())
-            broken.runs.push_back({line, 0, join(words.size(), 0)});
+        for (size_t i = 0; i < words.size(); ++i) take(i);
+        if (first < words.size()) broken.runs.push_back({line, 0, join(words.size(), 0)});
         broken.line_count = line + 1;
         return broken;
     }
@@ -52,15 +48,13 @@ class LineBreaker {
     // No space is counted after a word that ends one column before the edge: nothing could follow.
     void advance(int length) {
         col += length;
-        if (col != width - 1)
-            ++col;
+        if (col != width - 1) ++col;
     }
 
     // Fills the rest of the line with the words up to, but without, `end`, which starts the next.
     void justify(size_t end) {
         const int spare = width - startCol - length_of(join(end, 0));
-        if (end > first)
-            broken.runs.push_back({line, startCol, join(end, spare)});
+        if (end > first) broken.runs.push_back({line, startCol, join(end, spare)});
         ++line;
         col = 0;
         startCol = 0;
@@ -108,8 +102,7 @@ std::vector<std::string> split_words(const std::string& text) {
     size_t end = 0;
     for (;;) {
         const size_t start = text.find_first_not_of(separators, end);
-        if (start == std::string::npos)
-            return words;
+        if (start == std::string::npos) return words;
         end = text.find_first_of(separators, start);
         words.push_back(text.substr(start, end - start));
     }
@@ -120,8 +113,7 @@ BrokenText break_words(const std::vector<std::string>& words, int width) {
 }
 
 BrokenText break_text(const std::string& text, int width, int mode) {
-    if (width < 1 || (mode != break_anywhere && mode != break_between_words))
-        return {};
+    if (width < 1 || (mode != break_anywhere && mode != break_between_words)) return {};
     const std::vector<std::string> words = split_words(text);
     if (mode == break_between_words && words.size() != 1)
         return words.empty() ? BrokenText() : break_words(words, width);

@@ -28,8 +28,7 @@ void ListEntries::draw(WINDOW* window, int index, const char* marker) const {
     mvwprintw(window, index, 0, "%s%-*s", marker, maxLength,
               items[static_cast<size_t>(index)].c_str());
     // The others' pair stays on: every later entry and every later draw starts from it.
-    if (is_selected)
-        wattroff(window, look);
+    if (is_selected) wattroff(window, look);
 }
 
 List::List(Window* parent, int count, const char* const* items, int row, int col, int normal_pair,
@@ -44,17 +43,13 @@ List::List(Window* parent, int count, const char* const* items, int row, int col
 }
 
 void List::setSelected(int index) {
-    if (index >= 0 && index < entries.count)
-        entries.selected = index;
+    if (index >= 0 && index < entries.count) entries.selected = index;
 }
 
-void List::placeCursor() {
-    wmove(cursesWindow, entries.selected, entries.maxLength + 1);
-}
+void List::placeCursor() { wmove(cursesWindow, entries.selected, entries.maxLength + 1); }
 
 int List::onKey(int key) {
-    if (entries.moveBar(key))
-        draw();
+    if (entries.moveBar(key)) draw();
     return key;
 }
 
@@ -69,8 +64,7 @@ ChoiceList::ChoiceList(Window* parent, int count, const char* const* items,
     : entries(items, std::min(count, max_choices), normal_pair, selected_pair) {
     constexpr int box_width = 4;
     this->parent = parent;
-    if (checked != nullptr)
-        std::copy(checked, checked + entries.count, this->checked);
+    if (checked != nullptr) std::copy(checked, checked + entries.count, this->checked);
     setPosition(row, col);
     // A height of 0 would reach down to the bottom of the terminal.
     setSize(std::max(entries.count, 1), entries.maxLength + box_width);
@@ -85,9 +79,7 @@ unsigned char* ChoiceList::getChecked(int* count) const {
     return flags;
 }
 
-void ChoiceList::placeCursor() {
-    wmove(cursesWindow, entries.selected, entries.maxLength + 1);
-}
+void ChoiceList::placeCursor() { wmove(cursesWindow, entries.selected, entries.maxLength + 1); }
 
 int ChoiceList::onKey(int key) {
     if (key == key_space || key == key_enter)

@@ -49,10 +49,8 @@ struct ModalDialog {
     int run() {
         for (;;) {
             const int key = read_key(*frame);
-            if (is_press(key))
-                return static_cast<int>(focus);
-            if (key != key_tab)
-                continue;
+            if (is_press(key)) return static_cast<int>(focus);
+            if (key != key_tab) continue;
             focus = (focus + 1) % buttons.size();
             draw();
         }
@@ -61,8 +59,7 @@ struct ModalDialog {
     void place() {
         frame->move(centred(screen_rows, rows), centred(screen_cols, cols));
         message.follow();
-        for (Button& button : buttons)
-            button.follow();
+        for (Button& button : buttons) button.follow();
         draw();
     }
 
@@ -153,8 +150,7 @@ int askRetryOrBack(const char* message, const char* title, const char* host, int
             state_retry_back, message, title, width,
             {{"Retry", middle + 20, retry_width}, {"Back", middle - 20, button_width}});
         const int retry = 0;
-        if (dialog.run() != retry)
-            return 0;
+        if (dialog.run() != retry) return 0;
     }
     return probe_port_visibly(host, port) ? 1 : -1;
 }
@@ -171,34 +167,26 @@ Window* dialog_frame() {
 }
 
 void place_dialog() {
-    if (on_screen.dialog != nullptr)
-        on_screen.dialog->place();
+    if (on_screen.dialog != nullptr) on_screen.dialog->place();
 }
 
-void showPending(const char* message, const char* title) {
-    open_box(message, title, false);
-}
+void showPending(const char* message, const char* title) { open_box(message, title, false); }
 
-void showApplyPending(const char* message, const char* title) {
-    open_box(message, title, true);
-}
+void showApplyPending(const char* message, const char* title) { open_box(message, title, true); }
 
 void hidePending() {
-    if (on_screen.pending != nullptr)
-        pending_frame()->hide();
+    if (on_screen.pending != nullptr) pending_frame()->hide();
 }
 
 void closePending() {
-    if (on_screen.pending == nullptr)
-        return;
+    if (on_screen.pending == nullptr) return;
     hidePending();
     screen_state = on_screen.pending->state_before;
     on_screen.pending.reset();
 }
 
 void placePending() {
-    if (on_screen.pending == nullptr)
-        return;
+    if (on_screen.pending == nullptr) return;
     const PendingBox& box = *on_screen.pending;
     const int length = static_cast<int>(box.message.size());
     const int room = screen_cols - 4;

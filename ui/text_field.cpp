@@ -17,13 +17,10 @@ TextField::TextField(Window* parent, int row, int col, int max_length, int visib
     keypad(cursesWindow, TRUE);
 }
 
-char* TextField::getText() const {
-    return strdup(buffer.c_str());
-}
+char* TextField::getText() const { return strdup(buffer.c_str()); }
 
 void TextField::setFocused(bool focused) {
-    if (label != nullptr)
-        label->setFocused(focused);
+    if (label != nullptr) label->setFocused(focused);
 }
 
 void TextField::placeCursor() {
@@ -38,14 +35,12 @@ void TextField::draw() {
 }
 
 int TextField::onKey(int key) {
-    if (edit(key, '\0'))
-        buffer[static_cast<size_t>(length)] = '\0';
+    if (edit(key, '\0')) buffer[static_cast<size_t>(length)] = '\0';
     return key;
 }
 
 void TextField::setText(const char* text) {
-    if (text == nullptr)
-        return;
+    if (text == nullptr) return;
     keepText(text);
     length = static_cast<int>(std::strlen(text));
 }
@@ -93,25 +88,20 @@ void TextField::echo(int from, int column, char mask) {
     }
 }
 
-PassTextField::~PassTextField() {
-    wipe(buffer.data(), buffer.size());
-}
+PassTextField::~PassTextField() { wipe(buffer.data(), buffer.size()); }
 
 void PassTextField::draw() {
     Window::draw();
     length = static_cast<int>(std::strlen(buffer.c_str()));
     wmove(cursesWindow, textRow, textCol);
-    for (int i = 0; i < std::min(visibleWidth, length); ++i)
-        waddch(cursesWindow, '*');
+    for (int i = 0; i < std::min(visibleWidth, length); ++i) waddch(cursesWindow, '*');
 }
 
 int PassTextField::onKey(int key) {
-    if (edit(key, '*') && length <= visibleWidth)
-        draw();
+    if (edit(key, '*') && length <= visibleWidth) draw();
     return key;
 }
 
 void PassTextField::setText(const char* text) {
-    if (text != nullptr)
-        keepText(text);
+    if (text != nullptr) keepText(text);
 }

@@ -16,8 +16,7 @@ Window::Window(WINDOW* window, Window* parent)
 Window::~Window() {
     // A window that create() did not make has no panel and stays its owner's: curses still uses
     // the standard screen after the root frame is gone.
-    if (panel != nullptr)
-        releaseCursesWindow();
+    if (panel != nullptr) releaseCursesWindow();
 }
 
 void Window::create() {
@@ -50,13 +49,11 @@ void Window::setPosition(int new_row, int new_col) {
 void Window::move(int new_row, int new_col) {
     setPosition(new_row, new_col);
     const bool has_its_size = getHeight() == height && getWidth() == width;
-    if (!has_its_size || move_panel(panel, screenRow(), screenCol()) == ERR)
-        replaceCursesWindow();
+    if (!has_its_size || move_panel(panel, screenRow(), screenCol()) == ERR) replaceCursesWindow();
 }
 
 void Window::releaseCursesWindow() {
-    if (panel != nullptr)
-        del_panel(panel);
+    if (panel != nullptr) del_panel(panel);
     panel = nullptr;
     delwin(cursesWindow);
     cursesWindow = nullptr;
@@ -65,16 +62,13 @@ void Window::releaseCursesWindow() {
 void Window::draw() {
     wbkgd(cursesWindow, COLOR_PAIR(backPair) | (bold == 1 ? A_BOLD : 0));
     wattron(cursesWindow, COLOR_PAIR(forePair));
-    if (hasTitle)
-        drawTitleFrame();
-    if (boxed)
-        box(cursesWindow, 0, 0);
+    if (hasTitle) drawTitleFrame();
+    if (boxed) box(cursesWindow, 0, 0);
 }
 
 void Window::touch() {
     wtouchln(cursesWindow, 0, height, 1);
-    if (parent != nullptr)
-        parent->touch();
+    if (parent != nullptr) parent->touch();
 }
 
 void Window::drawTitleFrame() {
@@ -92,10 +86,8 @@ void Window::drawTitleFrame() {
 void Window::printCentered(int line, int first_col, int columns, const char* text,
                            attr_t attributes) {
     constexpr int default_columns = 80;
-    if (columns == 0)
-        columns = default_columns;
-    if (line == 0)
-        line = getcury(cursesWindow);
+    if (columns == 0) columns = default_columns;
+    if (line == 0) line = getcury(cursesWindow);
     const int length = static_cast<int>(std::strlen(text));
     wattron(cursesWindow, attributes);
     mvwprintw(cursesWindow, line, first_col + 1, "%*s", columns - 2, "");
@@ -107,8 +99,7 @@ void Window::printCentered(int line, int first_col, int columns, const char* tex
 
 void Window::replaceCursesWindow() {
     WINDOW* replacement = panel != nullptr ? newCursesWindow() : nullptr;
-    if (replacement == nullptr)
-        return;
+    if (replacement == nullptr) return;
     attr_t attributes = 0;
     short pair = 0;
     wattr_get(cursesWindow, &attributes, &pair, nullptr);

@@ -27,8 +27,7 @@ int end_wizard(WizardEnd end) {
     server_stop();
     release_screens();
     close_terminal();
-    if (end == WizardEnd::without_login)
-        return 1;
+    if (end == WizardEnd::without_login) return 1;
     std::puts("\nTELUMA Configuration Wizard Aborted!");
     return 0;
 }

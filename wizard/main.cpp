@@ -15,13 +15,10 @@ int main() {
     discover_networks();
     select_install_profile();
     form_document_paths();
-    if (!start_curses())
-        return 1;
-    if (!check_terminal_size())
-        return refuse_terminal();
+    if (!start_curses()) return 1;
+    if (!check_terminal_size()) return refuse_terminal();
     make_main_window();
     silence_standard_error();
-    if (!is_superuser())
-        return refuse_user();
+    if (!is_superuser()) return refuse_user();
     return end_wizard(run_screens());
 }

@@ -25,8 +25,7 @@ void fill_standard_descriptors() {
     do {
         descriptor = open("/dev/null", O_RDWR);
     } while (descriptor != -1 && descriptor <= STDERR_FILENO);
-    if (descriptor != -1)
-        close(descriptor);
+    if (descriptor != -1) close(descriptor);
 }
 
 void hold_signals() {
@@ -34,12 +33,10 @@ void hold_signals() {
     for (const int signal_number : {SIGINT, SIGTERM, SIGHUP})
         hold_signal(signal_number, abort_wizard);
     // Ignored, it was started by somebody who could not make it go on.
-    if (!is_ignored(SIGTSTP))
-        hold_signal(SIGTSTP, suspend_wizard);
+    if (!is_ignored(SIGTSTP)) hold_signal(SIGTSTP, suspend_wizard);
     hold_signal(SIGCONT, continue_wizard);
     // A write fails instead, and with it the step.
-    for (const int signal_number : {SIGPIPE, SIGXFSZ})
-        ignore_signal(signal_number);
+    for (const int signal_number : {SIGPIPE, SIGXFSZ}) ignore_signal(signal_number);
 }
 
 void prepare_for_children() {
@@ -78,9 +75,7 @@ void silence_standard_error() {
     dup2(null_device.get(), STDERR_FILENO);
 }
 
-bool is_superuser() {
-    return getuid() == 0 && getgid() == 0;
-}
+bool is_superuser() { return getuid() == 0 && getgid() == 0; }
 
 int refuse_user() {
     showMessage("You MUST be a superuser to run this program!", "Error!");

@@ -28,8 +28,7 @@ namespace {
 
 void draw_ruler(int row) {
     const int columns = getmaxx(stdscr);
-    for (int col = 0; col < columns; ++col)
-        mvwaddch(stdscr, row, col, '-');
+    for (int col = 0; col < columns; ++col) mvwaddch(stdscr, row, col, '-');
 }
 
 void redraw_dialogs() {

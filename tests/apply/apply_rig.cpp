@@ -72,8 +72,7 @@ ApplyCase::ApplyCase() {
     answer(wizard_settings.domain_location, "/var/opt/teluma/domains/example.com/");
     answer(wizard_settings.postmaster_password, "P0stmaster");
     wizard_settings.webadmin_port = 9000;
-    for (unsigned char& enabled : wizard_settings.service_enabled)
-        enabled = 1;
+    for (unsigned char& enabled : wizard_settings.service_enabled) enabled = 1;
     screen_state = state_sendmail;
 }
 
@@ -86,8 +85,7 @@ void ApplyCase::chooseLeast() {
     wizard_settings.alias_root_to_postmaster = 0;
     wizard_settings.alias_localhost = 0;
     wizard_settings.alias_localhost_localdomain = 0;
-    for (unsigned char& enabled : wizard_settings.service_enabled)
-        enabled = 0;
+    for (unsigned char& enabled : wizard_settings.service_enabled) enabled = 0;
 }
 
 std::vector<ScreenImage> ApplyCase::apply() {
@@ -106,15 +104,13 @@ Lines boxed_lines(const ScreenImage& image) {
     for (int row = 0; row < image.rows(); ++row) {
         const std::string text = image.rowText(row);
         const size_t left = text.find(side);
-        if (left == std::string::npos)
-            continue;
+        if (left == std::string::npos) continue;
         // A line of progress may be so long that it hides the right side.
         const size_t right = text.rfind(side);
         const size_t from = left + side.size();
         std::string line = text.substr(from, right > left ? right - from : std::string::npos);
         line.erase(line.find_last_not_of(' ') + 1);
-        if (!line.empty())
-            lines.push_back(line.substr(line.find_first_not_of(' ')));
+        if (!line.empty()) lines.push_back(line.substr(line.find_first_not_of(' ')));
     }
     return lines;
 }
@@ -123,8 +119,7 @@ std::string boxed_text(const ScreenImage& image) {
     std::string text;
     for (const std::string& line : boxed_lines(image)) {
         std::istringstream words(line);
-        for (std::string word; words >> word;)
-            text += (text.empty() ? "" : " ") + word;
+        for (std::string word; words >> word;) text += (text.empty() ? "" : " ") + word;
     }
     return text;
 }

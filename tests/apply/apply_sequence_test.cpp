@@ -38,8 +38,7 @@ WireAnswers least_answers() {
 class ApplySequence : public ApplyCase {
   protected:
     ApplySequence() {
-        for (int state = 0; state < screen_count; ++state)
-            screen_focus(state) = 1;
+        for (int state = 0; state < screen_count; ++state) screen_focus(state) = 1;
     }
 
     // Has the server refuse what the plan says.
@@ -81,8 +80,7 @@ TEST_F(ApplySequence, applies_everything_that_was_chosen) {
     EXPECT_SCREEN(shown[0], "golden/everything_done");
     EXPECT_EQ(server.commands(), joined(expected_wire({})));
     std::string transcript;
-    for (const std::string& command : server.commands())
-        transcript += command + "\n";
+    for (const std::string& command : server.commands()) transcript += command + "\n";
     EXPECT_EQ(transcript, read_file((GoldenFile{__FILE__, "golden/transcript"}.path())));
     EXPECT_EQ(doneFlags(), Lines(9, "1"));
     EXPECT_EQ(link_target("/usr/sbin/sendmail"), "/opt/teluma/bin/sendmail");
@@ -173,8 +171,7 @@ TEST_P(ApplyServices, sets_and_configures_those_that_are_enabled_in_order) {
     const char* const defaults[] = {"0.0.0.0:110", "0.0.0.0:143", "0.0.0.0:80"};
     for (int i = 0; i < optional_service_count; ++i) {
         settings.service_enabled[i] = (GetParam() >> i) & 1;
-        if (settings.service_enabled[i])
-            *addresses[i] = defaults[i];
+        if (settings.service_enabled[i]) *addresses[i] = defaults[i];
     }
     apply();
     EXPECT_EQ(server.commands(), joined(expected_wire(answers)));
@@ -264,8 +261,7 @@ TEST_F(ApplyFailure, the_error_box_stands_alone_and_a_second_run_shows_the_lines
     server.faults("\"create domain\" * late 0.2\n");
     Lines lines;
     waits.atSocket = [&] {
-        if (lines.empty())
-            lines = boxed_lines(screen.terminal.image());
+        if (lines.empty()) lines = boxed_lines(screen.terminal.image());
     };
     apply();
     EXPECT_EQ(lines, (Lines{"Operations pending", "Please wait until the changes are applied!",

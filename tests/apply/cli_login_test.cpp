@@ -35,14 +35,12 @@ class ListeningPeer {
 
     // Whether a client has connected, be it served or not.
     bool hasClient() {
-        if (!client.isOpen())
-            client = listener.takeConnection();
+        if (!client.isOpen()) client = listener.takeConnection();
         return client.isOpen();
     }
 
     void serve() {
-        if (served || !hasClient())
-            return;
+        if (served || !hasClient()) return;
         served = true;
         checked(static_cast<int>(write(client.get(), answers.data(), answers.size())), "write");
         checked(shutdown(client.get(), SHUT_WR), "shutdown");
@@ -202,8 +200,7 @@ TEST_F(CliLogin, fails_when_no_process_id_is_known_after_four_seconds) {
 TEST_F(CliLogin, goes_on_as_soon_as_the_pid_file_tells_the_process_id) {
     server_session.pid = 0;
     waits.inSleep = [&] {
-        if (waits.sleeps.size() == 2)
-            write_file(directory / "teluma.pid", "4711\n");
+        if (waits.sleeps.size() == 2) write_file(directory / "teluma.pid", "4711\n");
     };
     EXPECT_EQ(logIn(greeting + password_prompt + accepted), 0);
     EXPECT_EQ(waits.sleeps, (std::vector<int>{1, 1, 2}));

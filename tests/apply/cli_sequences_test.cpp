@@ -75,9 +75,7 @@ Sequence listener(const char* name, const char* service, bool gets_certificate =
             replacement(service, gets_certificate ? certificate : Conversation())};
 }
 
-int configure_webadmin() {
-    return cli_config_webadmin("10.20.0.5", 2525);
-}
+int configure_webadmin() { return cli_config_webadmin("10.20.0.5", 2525); }
 
 Sequence services(const char* name, const char* first, const char* second, const char* third,
                   const std::string& listed, const std::string& set) {

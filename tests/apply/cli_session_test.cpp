@@ -161,8 +161,7 @@ TEST_P(CliReplyReader, makes_this_of_the_reply) {
     expectConversation({{"show attr", GetParam().reply}}, [] {
         const HeapText text(GetParam().reader("show attr"));
         ASSERT_EQ(text != nullptr, GetParam().text.has_value());
-        if (text == nullptr)
-            return;
+        if (text == nullptr) return;
         EXPECT_EQ(text.get(), *GetParam().text);
         EXPECT_EQ(text.get()[511], '\0') << "the buffer has 512 bytes";
     });

@@ -25,9 +25,7 @@ size_t write_limit = 0;
 
 int handled_signals = 0;
 
-void count_signal(int /*number*/) {
-    ++handled_signals;
-}
+void count_signal(int /*number*/) { ++handled_signals; }
 
 std::optional<std::string> read_line(ScriptedPeer& peer) {
     const HeapText line(cli_read_line(peer.clientEnd()));
@@ -39,9 +37,7 @@ std::optional<std::string> read_line(const std::string& bytes) {
     return read_line(peer);
 }
 
-std::string many(size_t count) {
-    return std::string(count, 'x');
-}
+std::string many(size_t count) { return std::string(count, 'x'); }
 
 }  // namespace
 
@@ -56,8 +52,7 @@ namespace {
 
 TEST(CliSendLine, sends_every_8_bit_character_as_it_stands_with_cr_and_lf) {
     std::string text;
-    for (int code = 1; code < 256; ++code)
-        text += static_cast<char>(code);
+    for (int code = 1; code < 256; ++code) text += static_cast<char>(code);
     ScriptedPeer peer("");
     EXPECT_EQ(cli_send_line(peer.clientEnd(), text.c_str()), 0);
     EXPECT_EQ(peer.received(), text + "\r\n");
@@ -195,9 +190,7 @@ TEST(CliReadLineSignals, lets_signals_in_while_it_waits_and_reads_on) {
 // The client's end of a connection, to be cut by a signal.
 int interrupted_end = -1;
 
-void cut_connection(int /*number*/) {
-    shutdown(interrupted_end, SHUT_RDWR);
-}
+void cut_connection(int /*number*/) { shutdown(interrupted_end, SHUT_RDWR); }
 
 // Sends `bytes` over and over until the other end is gone, and this process a signal meanwhile.
 void talk_without_end(int descriptor, const std::string& bytes) {

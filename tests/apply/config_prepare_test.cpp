@@ -193,8 +193,7 @@ TEST_F(ConfigPrepare, of_a_longer_list_only_the_first_255_bytes_are_looked_at) {
 
 TEST_F(ConfigPrepare, copes_with_many_lines_and_changes_nothing_in_a_second_run) {
     std::string lines;
-    for (int i = 0; i < 20000; ++i)
-        lines += "key" + std::to_string(i) + " = value\n";
+    for (int i = 0; i < 20000; ++i) lines += "key" + std::to_string(i) + " = value\n";
     const std::string once = prepared(lines + "services = ( a )\n" + lines + section);
     EXPECT_EQ(once, lines + "services = ( a  cli )\n" + lines + section);
     EXPECT_EQ(prepared(once), once);

@@ -11,13 +11,9 @@ int forks_until_failure = 0;
 
 }  // namespace
 
-FailingFork::FailingFork(int number) {
-    forks_until_failure = number;
-}
+FailingFork::FailingFork(int number) { forks_until_failure = number; }
 
-FailingFork::~FailingFork() {
-    forks_until_failure = 0;
-}
+FailingFork::~FailingFork() { forks_until_failure = 0; }
 
 // In the place of the C library's.
 extern "C" pid_t fork() {

@@ -26,8 +26,7 @@ class FileLines : public testing::Test {
         const File file = open_original("file");
         Lines lines;
         std::string line = "before";
-        while (read_file_line(file.get(), line))
-            lines.push_back(line);
+        while (read_file_line(file.get(), line)) lines.push_back(line);
         EXPECT_EQ(line, lines.empty() ? "before" : lines.back());
         EXPECT_NE(std::feof(file.get()), 0);
         return lines;
@@ -174,8 +173,7 @@ TEST_F(WorkingCopy, may_replace_a_file_whose_name_the_shell_would_take_apart) {
 
 TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
     std::string name = "teluma.cfg";
-    for (int i = 0; i < 130; ++i)
-        name.insert(0, "./");
+    for (int i = 0; i < 130; ++i) name.insert(0, "./");
     EXPECT_EQ(install("new\n", name), not_touched);
     EXPECT_EQ(read_file("teluma.cfg"), "old\n");
 }

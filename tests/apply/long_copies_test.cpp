@@ -76,8 +76,7 @@ TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before
 
 // It would be a pid file of root's in which the server's user has written whom to signal.
 TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
-    if (server_user() == 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
     chown(config, server_user(), server_user());
     EXPECT_EQ(endOf([] { keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); },
                     [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
@@ -132,13 +131,11 @@ class LeaseHolder {
   private:
     void hold(const char* path) const {
         std::signal(SIGIO, SIG_IGN);
-        if (setuid(server_user()) != 0)
-            return;
+        if (setuid(server_user()) != 0) return;
         const int file = open(path, O_RDWR);
         if (fcntl(file, F_SETLEASE, F_WRLCK) == -1 || write(told.write_end.get(), "r", 1) != 1)
             return;
-        for (;;)
-            pause();
+        for (;;) pause();
     }
 
     Pipe told = make_pipe();
@@ -146,8 +143,7 @@ class LeaseHolder {
 };
 
 TEST_F(LongCopy, of_a_file_with_somebody_elses_lease_fails_after_five_seconds) {
-    if (server_user() == 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
     const std::string before = read_file(config);
     chown(config, server_user(), server_user());
     {

@@ -39,8 +39,7 @@ TEST_F(FullDisk, only_a_configuration_that_fits_is_prepared) {
     std::string config = read_file(InstalledServer::config);
     EXPECT_EQ(config_prepare(InstalledServer::config), 0);
     EXPECT_EQ(read_file(InstalledServer::config).size(), config.size() + 5);
-    while (config.size() < 5000)
-        config += "# padding\n";
+    while (config.size() < 5000) config += "# padding\n";
     write_file(InstalledServer::config, config);
     EXPECT_EQ(config_prepare(InstalledServer::config), 1);
     EXPECT_EQ(read_file(InstalledServer::config), config);

@@ -58,8 +58,7 @@ TEST_F(OriginalCopy, has_the_mode_but_for_set_ids_whatever_the_mask) {
 }
 
 TEST_F(OriginalCopy, has_the_owner_and_the_group) {
-    if (chown(file, 12, 34) != 0)
-        GTEST_SKIP() << "only the superuser gives files away";
+    if (chown(file, 12, 34) != 0) GTEST_SKIP() << "only the superuser gives files away";
     chmod(file, 06750);
     EXPECT_EQ(keep(), kept);
     EXPECT_EQ(file_facts(copy).owner, 12u);
@@ -109,8 +108,7 @@ TEST_P(OriginalCopyBeside, under_the_name_it_has_while_it_is_written_replaces_th
     EXPECT_EQ(exists(unfinished), GetParam().result_as_unfinished != kept);
     EXPECT_EQ(exists(copy), GetParam().result_as_unfinished == kept);
     EXPECT_FALSE(exists("nothing"));
-    if (!exists(copy))
-        return;
+    if (!exists(copy)) return;
     EXPECT_EQ(read_file(copy), "original\n");
     EXPECT_FALSE(file_facts(copy).is_link);
 }

@@ -12,17 +12,14 @@
 OtherProcess::OtherProcess(uid_t user) : child(checked(fork(), "fork")) {
     if (child == 0) {
         std::signal(SIGTERM, SIG_DFL);
-        if (setuid(user) != 0)
-            _exit(1);
-        for (;;)
-            pause();
+        if (setuid(user) != 0) _exit(1);
+        for (;;) pause();
     }
     checked(setpgid(child, child), "setpgid");
 }
 
 void OtherProcess::end() {
-    if (child == -1)
-        return;
+    if (child == -1) return;
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     child = -1;
@@ -35,6 +32,4 @@ ExitStatus OtherProcess::waitForEnd() {
     return from_wait_status(status);
 }
 
-bool OtherProcess::isRunning() const {
-    return process_running(child);
-}
+bool OtherProcess::isRunning() const { return process_running(child); }

@@ -28,8 +28,7 @@ constexpr const char* pid_file = InstalledServer::pid_file;
 class PidFile : public InstalledServerCase {
   protected:
     void SetUp() override {
-        if (server_user() == 0)
-            GTEST_SKIP() << "a user namespace without other ids";
+        if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
         chown("/var/opt/teluma/run", server_user(), server_user());
     }
 
@@ -110,7 +109,6 @@ TEST_F(PidFile, that_is_no_file_is_not_even_opened) {
 // In the place of the C library's.
 extern "C" int setuid(uid_t user) noexcept {
     const int result = static_cast<int>(syscall(SYS_setuid, user));
-    if (is_stopped_at_once)
-        raise(SIGSTOP);
+    if (is_stopped_at_once) raise(SIGSTOP);
     return result;
 }

@@ -28,18 +28,14 @@ using std::filesystem::path;
 
 constexpr const char* content = "root:secret\nservices = ( a )\n";
 
-int prepare_config() {
-    return config_prepare(InstalledServer::config);
-}
+int prepare_config() { return config_prepare(InstalledServer::config); }
 
 int write_filter() {
     const int first = 0;
     return relay_write_filter(&first, 1);
 }
 
-int install_sendmail() {
-    return sendmail_install(1);
-}
+int install_sendmail() { return sendmail_install(1); }
 
 // A change of names that comes just before something of this name is opened.
 struct Exchange {
@@ -61,8 +57,7 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
   protected:
     // The file's directory belongs to the server's user, who can't write beside the victim.
     void SetUp() override {
-        if (server_user() == 0)
-            GTEST_SKIP() << "a user namespace without other ids";
+        if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
         logIn();
         std::filesystem::create_directory(victim.parent_path());
         write_file(victim, content, 0600);
@@ -77,8 +72,7 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
     static void plant(Piece piece) {
         EXPECT_EQ(as_user(server_user(),
                           [&] {
-                              if (!piece())
-                                  _exit(1);
+                              if (!piece()) _exit(1);
                           }),
                   exited(0));
     }
@@ -245,8 +239,7 @@ INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped,
 class ScriptOfServersUser : public InstalledServerCase {
   protected:
     void SetUp() override {
-        if (server_user() == 0)
-            GTEST_SKIP() << "a user namespace without other ids";
+        if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
     }
 
     // What the step returns when the server names this file, which holds `content`.
@@ -310,7 +303,6 @@ extern "C" int openat(int directory, const char* name, int flags, ...) {
     va_start(arguments, flags);
     const auto mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (exchange.change && exchange.name == name)
-        std::exchange(exchange.change, nullptr)();
+    if (exchange.change && exchange.name == name) std::exchange(exchange.change, nullptr)();
     return static_cast<int>(syscall(SYS_openat, directory, name, flags, mode));
 }

@@ -43,8 +43,7 @@ class ProgressListTest : public testing::Test {
             const std::string text = image.rowText(row);
             texts.push_back(text.substr(0, text.find_last_not_of(' ') + 1));
         }
-        while (!texts.empty() && texts.back().empty())
-            texts.pop_back();
+        while (!texts.empty() && texts.back().empty()) texts.pop_back();
         return texts;
     }
 
@@ -168,8 +167,7 @@ TEST_F(ProgressOk, shows_a_button_that_has_the_focus_and_hides_the_cursor) {
 TEST_F(ProgressOk, no_other_key_ends_it_or_changes_the_screen) {
     waitWith("\tax\x7f\n");
     ASSERT_EQ(shown.size(), 5u);
-    for (const ScreenImage& image : shown)
-        EXPECT_SAME_LOOK(shown[0], image);
+    for (const ScreenImage& image : shown) EXPECT_SAME_LOOK(shown[0], image);
 }
 
 TEST_F(ProgressOk, the_button_is_gone_afterwards) {

@@ -270,8 +270,7 @@ class RelayScriptName : public ScriptedSession, public testing::WithParamInterfa
     RelayScriptName() {
         std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
                       "./teluma.cfg");
-        for (const char* bystander : bystanders)
-            write_file(bystander, "precious");
+        for (const char* bystander : bystanders) write_file(bystander, "precious");
     }
 
     static void expectBystandersUntouched() {

@@ -38,6 +38,4 @@ void ScriptedServer::script(const std::string& commands) {
                0755);
 }
 
-std::string ScriptedServer::calls() {
-    return exists("calls") ? read_file("calls") : "";
-}
+std::string ScriptedServer::calls() { return exists("calls") ? read_file("calls") : ""; }

@@ -12,9 +12,7 @@ ScriptedSession::ScriptedSession() {
     answer("");
 }
 
-ScriptedSession::~ScriptedSession() {
-    server_session = {};
-}
+ScriptedSession::~ScriptedSession() { server_session = {}; }
 
 void ScriptedSession::answer(const std::string& answers) {
     peer.emplace(answers);

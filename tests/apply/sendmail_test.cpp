@@ -50,8 +50,7 @@ Names names() {
     Names found;
     for (const auto& entry : std::filesystem::directory_iterator("/usr/sbin")) {
         const std::string name = entry.path().filename();
-        if (name.compare(0, 8, "sendmail") == 0)
-            found.push_back(name);
+        if (name.compare(0, 8, "sendmail") == 0) found.push_back(name);
     }
     std::sort(found.begin(), found.end());
     return found;
@@ -125,8 +124,7 @@ struct Backups {
 class SendmailBackups : public Sendmail, public testing::WithParamInterface<Backups> {
   protected:
     void SetUp() override {
-        for (const auto& [first, last] : GetParam().ranges)
-            make_backups(first, last);
+        for (const auto& [first, last] : GetParam().ranges) make_backups(first, last);
     }
 
     void TearDown() override {
@@ -255,8 +253,7 @@ void drop_right_to_change_modes() {
 TEST_F(SendmailFailure, when_the_wrappers_mode_cannot_be_set_is_another_result) {
     chown(wrapper, 12, 34);
     drop_right_to_change_modes();
-    if (chmod(wrapper, 0755) == 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (chmod(wrapper, 0755) == 0) GTEST_SKIP() << "a user namespace without other ids";
     write_file(sendmail, "original");
     expectFailure(1, "chmod /opt/teluma/bin/sendmail");
     EXPECT_EQ(read_file(sendmail), "original");

@@ -13,9 +13,7 @@
 
 namespace {
 
-std::string key_of(const std::string& line) {
-    return HeapText(config_key_of(line.c_str())).get();
-}
+std::string key_of(const std::string& line) { return HeapText(config_key_of(line.c_str())).get(); }
 
 struct KeyOfLine {
     const char* name;
@@ -50,8 +48,7 @@ INSTANTIATE_TEST_SUITE_P(Of, ConfigKeyOf, testing::ValuesIn(keys), CaseName());
 [[noreturn]] void use_up_memory() {
     const rlimit none = {0, 0};
     setrlimit(RLIMIT_AS, &none);
-    while (config_key_of("cli =") != nullptr)
-        continue;
+    while (config_key_of("cli =") != nullptr) continue;
     _exit(server_session.out_of_memory ? 0 : 1);
 }
 
@@ -164,6 +161,4 @@ INSTANTIATE_TEST_SUITE_P(Line, ReadCliAddress, testing::ValuesIn(address_lines),
 }  // namespace
 
 // The sanitizer would end a process that has no memory left. Elsewhere nobody calls this.
-extern "C" const char* asan_default_options() {
-    return "allocator_may_return_null=1";
-}
+extern "C" const char* asan_default_options() { return "allocator_may_return_null=1"; }

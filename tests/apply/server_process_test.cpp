@@ -107,8 +107,7 @@ TEST_F(ServerCommand, starts_the_server_without_arguments_and_drops_what_it_prin
 
 TEST_F(ServerCommand, gives_the_server_the_password_exactly) {
     std::string printable;
-    for (char character = ' '; character <= '~'; ++character)
-        printable += character;
+    for (char character = ' '; character <= '~'; ++character) printable += character;
     for (const std::string& password :
          {std::string("Adm1n secret"), printable, std::string(" two  words "), std::string("-A -f"),
           std::string(50, '"'), std::string("$(touch oops)`touch oops`\"; touch oops; \"\\\\")})
@@ -168,8 +167,7 @@ TEST_F(ServerRestart, terminates_the_server_and_waits_until_its_pid_file_is_gone
     write_file(pid_file, std::to_string(process.pid()) + "\n");
     waits.inSleep = [&] {
         EXPECT_EQ(calls(), "");
-        if (waits.sleeps.size() == 7)
-            unlink(pid_file);
+        if (waits.sleeps.size() == 7) unlink(pid_file);
     };
     EXPECT_EQ(restart(), 0);
     EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));

@@ -95,9 +95,7 @@ class ServerLogin : public InstalledServerCase, public testing::WithParamInterfa
     }
 };
 
-TEST_P(ServerLogin, has_this_result) {
-    EXPECT_EQ(logInWith(GetParam().fault), GetParam().result);
-}
+TEST_P(ServerLogin, has_this_result) { EXPECT_EQ(logInWith(GetParam().fault), GetParam().result); }
 
 const LoginFault login_faults[] = {
     {"greeting_late", "connect 1 late 0.2", 0}, {"greeting_byte_by_byte", "connect 1 dribble", 0},
@@ -114,8 +112,7 @@ TEST_F(ServerOwner, root_is_known_from_the_servers_own_user) {
     EXPECT_TRUE(server_session.peer_is_root);
     EXPECT_EQ(server_stop(), 0);
     server.waitForEnd();
-    if (chown("/run/scratch", 12, 12) != 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (chown("/run/scratch", 12, 12) != 0) GTEST_SKIP() << "a user namespace without other ids";
     server.runAsItsUser();
     EXPECT_EQ(logInWith(""), 0);
     EXPECT_FALSE(server_session.peer_is_root);

@@ -17,14 +17,11 @@ namespace {
 
 int handled_signals = 0;
 
-void count_signal(int /*number*/) {
-    ++handled_signals;
-}
+void count_signal(int /*number*/) { ++handled_signals; }
 
 std::string every_printable_character() {
     std::string characters;
-    for (char character = ' '; character <= '~'; ++character)
-        characters += character;
+    for (char character = ' '; character <= '~'; ++character) characters += character;
     return characters;
 }
 

@@ -24,9 +24,7 @@ Decoy::Decoy() {
     wait_until([] { return exists(record); }, "the decoy ran");
 }
 
-pid_t Decoy::pid() const {
-    return std::stoi(read_file(record));
-}
+pid_t Decoy::pid() const { return std::stoi(read_file(record)); }
 
 void Decoy::waitForSignals(int count) const {
     const auto has_got_them = [count] {

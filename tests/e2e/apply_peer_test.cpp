@@ -29,8 +29,7 @@ class OtherUsersServer {
   public:
     /// For sockets of AF_INET, at 127.0.0.1, or AF_INET6, at every address of either kind.
     explicit OtherUsersServer(int family) : process(checked(fork(), "fork")) {
-        if (process != 0)
-            return;
+        if (process != 0) return;
         checked(setgroups(0, nullptr), "setgroups");
         checked(setgid(other_user), "setgid");
         checked(setuid(other_user), "setuid");
@@ -83,8 +82,7 @@ class OtherUsersServer {
             char byte = 0;
             while (read(client.get(), &byte, 1) == 1) {
                 say(heard, std::string(1, byte));
-                if (byte == '\n')
-                    say(client.get(), "+OK: done\r\nserver> ");
+                if (byte == '\n') say(client.get(), "+OK: done\r\nserver> ");
             }
         }
     }

@@ -189,8 +189,7 @@ class ApplyOwnAnswers : public ApplyRun {
         for (int place = 0; place < place_of(Stop::sendmail); ++place) {
             expectShown(stop_at(place));
             wizard.pressNext(stop_at(place));
-            if (stop_at(place) == Stop::webmail)
-                wizard.answerYes();
+            if (stop_at(place) == Stop::webmail) wizard.answerYes();
         }
     }
 };

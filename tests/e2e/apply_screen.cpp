@@ -25,24 +25,18 @@ std::vector<std::string> progress_lines(const ScreenImage& screen) {
         lines.push_back(line_in_box(
             screen.region(message->row + 2 + row, message->col, 1, screen.cols() - message->col)
                 .rowText(0)));
-    while (!lines.empty() && lines.back().empty())
-        lines.pop_back();
+    while (!lines.empty() && lines.back().empty()) lines.pop_back();
     return lines;
 }
 
-std::string running(const std::string& step) {
-    return "--> " + step + " ...";
-}
+std::string running(const std::string& step) { return "--> " + step + " ..."; }
 
-std::string done(const std::string& step) {
-    return "--> " + step + " ...  ... DONE";
-}
+std::string done(const std::string& step) { return "--> " + step + " ...  ... DONE"; }
 
 void wait_for_progress(WizardRun& wizard, const std::vector<std::string>& lines,
                        const Caller& caller) {
     std::string description = "the box listed:";
-    for (const std::string& line : lines)
-        description += "\n" + line;
+    for (const std::string& line : lines) description += "\n" + line;
     wizard.waitUntil([&](const ScreenImage& screen) { return progress_lines(screen) == lines; },
                      description, caller);
 }

@@ -28,15 +28,13 @@ std::vector<int> copies_of(const std::vector<std::string>& texts, pid_t pid) {
         size_t dash = 0;
         const unsigned long from = std::stoul(line, &dash, 16);
         const unsigned long to = std::stoul(line.substr(dash + 1), nullptr, 16);
-        if (line.find(" rw") == std::string::npos || to - from > most)
-            continue;
+        if (line.find(" rw") == std::string::npos || to - from > most) continue;
         std::string bytes(to - from, '\0');
         memory.clear();
         memory.seekg(static_cast<std::streamoff>(from));
         memory.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         bytes.resize(static_cast<size_t>(memory.gcount()));
-        for (size_t i = 0; i < texts.size(); ++i)
-            counts[i] += occurrences(texts[i], bytes);
+        for (size_t i = 0; i < texts.size(); ++i) counts[i] += occurrences(texts[i], bytes);
     }
     return counts;
 }

@@ -47,9 +47,7 @@ const WaitFacts wait_facts[] = {
     {"final_ok", " OK "},
 };
 
-const WaitFacts& facts_of(ApplyWait wait) {
-    return wait_facts[static_cast<int>(wait)];
-}
+const WaitFacts& facts_of(ApplyWait wait) { return wait_facts[static_cast<int>(wait)]; }
 
 // Whether a connection attempt of this host is waiting for its answer, by the kernel's table.
 bool somebody_connects() {
@@ -63,14 +61,11 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
     server.faults(facts_of(kind).fault);
     if (kind == ApplyWait::new_pid_file || kind == ApplyWait::before_connecting)
         WizardRun::setSleep(endless);
-    if (kind == ApplyWait::old_pid_file || kind == ApplyWait::connection)
-        decoy.emplace();
-    if (kind == ApplyWait::connection)
-        silentPort.emplace(cli_port);
+    if (kind == ApplyWait::old_pid_file || kind == ApplyWait::connection) decoy.emplace();
+    if (kind == ApplyWait::connection) silentPort.emplace(cli_port);
     if (kind == ApplyWait::old_pid_file)
         write_file(InstalledServer::pid_file, std::to_string(decoy->pid()) + "\n");
-    if (!facts_of(kind).script.empty())
-        server.replaceBy(facts_of(kind).script);
+    if (!facts_of(kind).script.empty()) server.replaceBy(facts_of(kind).script);
     if (kind == ApplyWait::account) {
         unlink("/etc/passwd");
         checked(mkfifo("/etc/passwd", 0644), "mkfifo");
@@ -85,24 +80,19 @@ ApplyStage::ApplyStage(ApplyWait wait) : kind(wait) {
 void ApplyStage::open(WizardRun& wizard, const Caller& caller) {
     Answers answers;
     // Otherwise the account is looked up for the filters script already, between two commands.
-    if (kind == ApplyWait::account)
-        answers.relay = {false, false, false};
+    if (kind == ApplyWait::account) answers.relay = {false, false, false};
     wizard.walkToTheEnd(answers);
     wizard.waitForText(facts_of(kind).text, caller);
-    if (kind == ApplyWait::old_pid_file)
-        decoy->waitForSignals(1);
+    if (kind == ApplyWait::old_pid_file) decoy->waitForSignals(1);
     if (kind == ApplyWait::password_command || kind == ApplyWait::start_command)
         wait_until([] { return exists(stuck_file); }, "the command ran", caller);
     if (kind == ApplyWait::connection)
         wait_until(somebody_connects, "the wizard was connecting", caller);
-    if (kind == ApplyWait::silent_server)
-        server.waitForLog("# fault: \"create domain\" 1 silent");
+    if (kind == ApplyWait::silent_server) server.waitForLog("# fault: \"create domain\" 1 silent");
     wizard.waitForKey(caller);
 }
 
-pid_t ApplyStage::command() const {
-    return std::stoi(read_file(stuck_file));
-}
+pid_t ApplyStage::command() const { return std::stoi(read_file(stuck_file)); }
 
 void ApplyStage::expectServerTold() const {
     switch (kind) {

@@ -14,17 +14,13 @@ const struct {
              {"retry_back", "Warning!", 2},
              {"pending", "Operation pending!", 0}};
 
-const auto& facts_of(Dialog dialog) {
-    return facts[static_cast<int>(dialog)];
-}
+const auto& facts_of(Dialog dialog) { return facts[static_cast<int>(dialog)]; }
 
 }  // namespace
 
 DialogStage::DialogStage(Dialog dialog) : kind(dialog) {
-    if (kind == Dialog::retry_back)
-        taken.emplace(webadmin_port).open();
-    if (kind == Dialog::pending)
-        silent.emplace(webadmin_port);
+    if (kind == Dialog::retry_back) taken.emplace(webadmin_port).open();
+    if (kind == Dialog::pending) silent.emplace(webadmin_port);
 }
 
 void DialogStage::open(WizardRun& wizard, const Caller& caller) {
@@ -39,17 +35,14 @@ void DialogStage::open(WizardRun& wizard, const Caller& caller) {
     wizard.waitForDialog(facts_of(kind).title, caller);
 }
 
-int DialogStage::buttons() const {
-    return facts_of(kind).buttons;
-}
+int DialogStage::buttons() const { return facts_of(kind).buttons; }
 
 void DialogStage::leave(WizardRun& wizard) {
     if (kind == Dialog::pending) {
         silent->free();
         return wizard.waitForScreen(Stop::smtp);
     }
-    if (kind == Dialog::retry_back)
-        wizard.press(Key::tab);
+    if (kind == Dialog::retry_back) wizard.press(Key::tab);
     wizard.press(Key::enter);
     wizard.waitForScreen(kind == Dialog::message ? Stop::password : Stop::webadmin);
 }

@@ -22,8 +22,7 @@ testing::AssertionResult prints_plainly(WizardRun& wizard) {
     emulator.feed(std::string("\r\n") + letters);
     const ScreenImage printed = emulator.image();
     const std::optional<Position> at = printed.find(letters);
-    if (!at)
-        return testing::AssertionFailure() << "letters are not printed as such";
+    if (!at) return testing::AssertionFailure() << "letters are not printed as such";
     Cell plain;
     plain.text = letters[0];
     if (printed.cell(at->row, at->col) != plain)
@@ -53,8 +52,7 @@ testing::AssertionResult leaves_terminal_usable(WizardRun& wizard) {
 testing::AssertionResult ends_with(WizardRun& wizard, const ExitStatus& status,
                                    const std::string& printed) {
     const ExitStatus actual = wizard.waitExit();
-    if (actual != status)
-        return testing::AssertionFailure() << "ended with " << actual;
+    if (actual != status) return testing::AssertionFailure() << "ended with " << actual;
     if (wizard.printedAfterwards() != printed)
         return testing::AssertionFailure() << "printed: " << wizard.printedAfterwards();
     return leaves_terminal_usable(wizard);

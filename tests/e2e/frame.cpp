@@ -7,8 +7,7 @@ namespace {
 
 bool is_border(const std::string& text) {
     for (const char* border : {"│", "─", "┌", "┐", "└", "┘", "├", "┤"}) {
-        if (text == border)
-            return true;
+        if (text == border) return true;
     }
     return false;
 }
@@ -41,14 +40,11 @@ std::string focused_caption(const ScreenImage& screen) {
 
 Frame frame_on(const ScreenImage& screen) {
     const std::optional<Position> corner = screen.find("┌");
-    if (!corner)
-        throw std::runtime_error("there is no frame on the screen");
+    if (!corner) throw std::runtime_error("there is no frame on the screen");
     int right = corner->col;
-    while (right < screen.cols() && screen.cell(corner->row, right).text != "┐")
-        ++right;
+    while (right < screen.cols() && screen.cell(corner->row, right).text != "┐") ++right;
     int bottom = corner->row;
-    while (bottom < screen.rows() && screen.cell(bottom, corner->col).text != "└")
-        ++bottom;
+    while (bottom < screen.rows() && screen.cell(bottom, corner->col).text != "└") ++bottom;
     if (right == screen.cols() || bottom == screen.rows())
         throw std::runtime_error("the frame on the screen is not whole");
     return {*corner, screen.region(corner->row, corner->col, bottom - corner->row + 1,
@@ -64,22 +60,18 @@ std::string words_in_frame(const ScreenImage& screen) {
     }
     std::istringstream words(text);
     std::string joined;
-    for (std::string word; words >> word;)
-        joined += (joined.empty() ? "" : " ") + word;
+    for (std::string word; words >> word;) joined += (joined.empty() ? "" : " ") + word;
     return joined;
 }
 
 int focus_on(const ScreenImage& screen, Stop stop) {
     constexpr int first_field = 3;  // below the top of the frame; a field on every other line
     const StopFacts& facts = facts_of(stop);
-    if (screen.cursor().visible && facts.port != nullptr)
-        return 1;
+    if (screen.cursor().visible && facts.port != nullptr) return 1;
     if (screen.cursor().visible)
         return (screen.cursor().position.row - frame_on(screen).at.row - first_field) / 2;
     const std::string caption = focused_caption(screen);
-    if (caption.empty())
-        return 0;
-    if (caption == "No")
-        return 1;
+    if (caption.empty()) return 0;
+    if (caption == "No") return 1;
     return caption == "Back" || caption == "Exit" ? facts.back : facts.next;
 }

@@ -39,8 +39,7 @@ class Resized : public testing::Test {
         open(resized);
         compare(fresh, resized);
         for (int control = 0; control < controls; ++control) {
-            for (auto& [cols, wizard] : fresh)
-                pressTab(wizard);
+            for (auto& [cols, wizard] : fresh) pressTab(wizard);
             pressTab(resized);
             compare(fresh, resized);
         }

@@ -19,8 +19,7 @@ void expect_every_screen(WizardRun& wizard, const std::string& host, const std::
         wizard.waitForScreen(stop);
         EXPECT_SCREEN(wizard, facts.showsHost() ? "golden/" + host + "/" + facts.name
                                                 : "../screens/golden/" + at_size);
-        if (stop == Stop::domain)
-            wizard.retype(50, "example.com");
+        if (stop == Stop::domain) wizard.retype(50, "example.com");
         wizard.type(std::string(facts.accepted) + (stop == Stop::sendmail ? "" : "\n"));
     }
 }

@@ -25,8 +25,7 @@ constexpr const char* sleep_variable = "TELUMA_SLEEP_MS";
 // With sleeps that take next to no time, or as long as the test wants.
 EnvironmentChanges with_sleeps(EnvironmentChanges environment) {
     environment.insert({"LD_PRELOAD", SLEEP_LENGTH});
-    if (std::getenv(sleep_variable) == nullptr)
-        environment.insert({sleep_variable, "5"});
+    if (std::getenv(sleep_variable) == nullptr) environment.insert({sleep_variable, "5"});
     return environment;
 }
 
@@ -55,8 +54,7 @@ WizardRun::~WizardRun() {
     std::error_code ignored;
     const std::filesystem::path directory =
         std::filesystem::read_symlink("/proc/" + std::to_string(pid()) + "/cwd", ignored);
-    if (directory.stem() != "teluma-wizard")
-        return;
+    if (directory.stem() != "teluma-wizard") return;
     signal(SIGKILL);
     std::filesystem::remove_all(directory, ignored);
 }
@@ -102,11 +100,9 @@ void WizardRun::answerPassword(const std::string& password) {
 
 void WizardRun::answerDomain(const Answers& answers) {
     moveFocus(Stop::domain, 0);
-    if (!answers.domain.empty())
-        retype(domain_length, answers.domain);
+    if (!answers.domain.empty()) retype(domain_length, answers.domain);
     press(Key::tab);
-    if (!answers.location.empty())
-        retype(location_length, answers.location);
+    if (!answers.location.empty()) retype(location_length, answers.location);
     press(Key::tab);
     retype(password_length, answers.postmaster_password);
     press(Key::tab);
@@ -118,12 +114,10 @@ void WizardRun::answerListener(Stop stop, const ListenerAnswer& answer) {
     const int selected = image().find("│$ ")->row - image().find("Interface:")->row - 1;
     pressTimes(answer.row < selected ? Key::up : Key::down, std::abs(answer.row - selected));
     press(Key::tab);
-    if (!answer.port.empty())
-        retype(port_length, answer.port);
+    if (!answer.port.empty()) retype(port_length, answer.port);
     press(Key::tab);
     press(Key::enter);
-    if (answer.loopback)
-        answerYes();
+    if (answer.loopback) answerYes();
 }
 
 void WizardRun::answerYes() {
@@ -137,8 +131,7 @@ void WizardRun::answerBoxes(Stop stop, const std::vector<bool>& wanted) {
     const std::vector<bool> present = ticks();
     pressTimes(Key::up, static_cast<int>(present.size()));
     for (size_t i = 0; i < wanted.size(); ++i) {
-        if (wanted[i] != present.at(i))
-            press(Key::space);
+        if (wanted[i] != present.at(i)) press(Key::space);
         press(Key::down);
     }
     pressNext(stop);
@@ -170,8 +163,7 @@ void WizardRun::answer(Stop stop, const Answers& answers) {
 
 void WizardRun::walk(Stop from, Stop end, const Answers& answers) {
     for (int place = place_of(from); place != place_of(end); ++place) {
-        if (is_visited(stop_at(place), answers))
-            answer(stop_at(place), answers);
+        if (is_visited(stop_at(place), answers)) answer(stop_at(place), answers);
     }
     waitForScreen(end);
 }
@@ -209,8 +201,7 @@ std::vector<bool> WizardRun::ticks() {
     for (int row = 0; row < screen.rows(); ++row) {
         const std::string text = screen.rowText(row);
         const bool ticked = text.find("[x] ") != std::string::npos;
-        if (ticked || text.find("[ ] ") != std::string::npos)
-            found.push_back(ticked);
+        if (ticked || text.find("[ ] ") != std::string::npos) found.push_back(ticked);
     }
     return found;
 }
@@ -221,6 +212,5 @@ void WizardRun::retype(int most, const std::string& text) {
 }
 
 void WizardRun::pressTimes(Key key, int times) {
-    for (int i = 0; i < times; ++i)
-        press(key);
+    for (int i = 0; i < times; ++i) press(key);
 }

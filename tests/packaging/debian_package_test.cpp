@@ -20,22 +20,18 @@ constexpr const char* program = "/opt/teluma/bin/teluma-wizard";
 
 std::string package_in(const std::string& directory) {
     for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-        if (entry.path().extension() == ".deb")
-            return entry.path();
+        if (entry.path().extension() == ".deb") return entry.path();
     }
     return "no package in " + directory;
 }
 
-std::string package() {
-    return package_in(PACKAGES "/one/release");
-}
+std::string package() { return package_in(PACKAGES "/one/release"); }
 
 // The host's list of installed packages, without one of them.
 std::string status_without(const std::string& name) {
     std::string status = read_file("/var/lib/dpkg/status");
     const size_t begin = status.find("Package: " + name + "\n");
-    if (begin == std::string::npos)
-        return status;
+    if (begin == std::string::npos) return status;
     const size_t end = status.find("\n\n", begin);
     return status.substr(0, begin) + (end == std::string::npos ? "" : status.substr(end + 2));
 }
@@ -112,8 +108,7 @@ TEST_F(FreshTree, passes_the_test_that_comes_with_the_source_package) {
     const CommandResult result =
         run_command({SOURCES "/packaging/debian/tests/refuses-other-users"},
                     {{"PATH", "/opt/teluma/bin:/usr/sbin:/usr/bin:/sbin:/bin"}});
-    if (result.status == exited(77))
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (result.status == exited(77)) GTEST_SKIP() << "a user namespace without other ids";
     EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
 }
 

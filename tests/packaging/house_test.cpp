@@ -75,8 +75,7 @@ TEST(Includes, name_what_only_some_systems_bring_along) {
         size_t uses = 0;
         for (const fs::path& file : product_files()) {
             const std::string text = read_file(sources / file);
-            if (text.find(used) == std::string::npos)
-                continue;
+            if (text.find(used) == std::string::npos) continue;
             ++uses;
             EXPECT_NE(text.find(header), std::string::npos) << file << " lacks " << header;
         }
@@ -119,12 +118,10 @@ std::set<std::string> variables_in(const std::string& library) {
 
 TEST(World, is_small) {
     std::set<std::string> variables;
-    for (const char* library : {LIBRARIES})
-        variables.merge(variables_in(library));
+    for (const char* library : {LIBRARIES}) variables.merge(variables_in(library));
     EXPECT_GT(variables.size(), 5U);
     std::string all;
-    for (const std::string& variable : variables)
-        all += "\n" + variable;
+    for (const std::string& variable : variables) all += "\n" + variable;
     EXPECT_LE(variables.size(), most_variables) << all;
 }
 
@@ -137,8 +134,7 @@ std::vector<std::string> links_in(const fs::path& document) {
 std::vector<fs::path> documents() {
     std::vector<fs::path> found = {sources / "README.md", sources / "CONTRIBUTING.md"};
     for (const auto& entry : fs::directory_iterator(sources / "docs")) {
-        if (entry.path().extension() == ".md")
-            found.push_back(entry.path());
+        if (entry.path().extension() == ".md") found.push_back(entry.path());
     }
     return found;
 }

@@ -16,8 +16,7 @@ using Files = std::set<std::string>;
 Files files_below(const std::string& directory) {
     Files files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
-        if (!entry.is_directory())
-            files.insert(entry.path().lexically_relative(directory));
+        if (!entry.is_directory()) files.insert(entry.path().lexically_relative(directory));
     }
     return files;
 }

@@ -34,13 +34,11 @@ bool is_message(const std::string& text) {
 Texts messages_below(const std::string& directory) {
     Texts messages;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
-        if (entry.path().extension() != ".cpp")
-            continue;
+        if (entry.path().extension() != ".cpp") continue;
         for (std::string text : texts_in(read_file(entry.path()))) {
             text = std::regex_replace(text, std::regex(R"(\\n)"), "");
             text = std::regex_replace(text, std::regex("%s"), "NAME");
-            if (is_message(text))
-                messages.push_back(text);
+            if (is_message(text)) messages.push_back(text);
         }
     }
     return messages;

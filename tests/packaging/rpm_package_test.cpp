@@ -12,8 +12,7 @@ namespace {
 
 std::string package() {
     for (const auto& entry : std::filesystem::directory_iterator(PACKAGES "/one/release")) {
-        if (entry.path().extension() == ".rpm")
-            return entry.path();
+        if (entry.path().extension() == ".rpm") return entry.path();
     }
     return "no package";
 }

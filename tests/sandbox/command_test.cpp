@@ -38,8 +38,7 @@ TEST(SandboxedCommand, gets_its_arguments_unchanged) {
     std::vector<std::string> command = {sandbox_program, "--", "printf", "<%s>"};
     command.insert(command.end(), odd.begin(), odd.end());
     std::string expected;
-    for (const std::string& argument : odd)
-        expected += "<" + argument + ">";
+    for (const std::string& argument : odd) expected += "<" + argument + ">";
     EXPECT_EQ(run_command(command).out, expected);
 }
 

@@ -20,9 +20,7 @@ ProcessMark::ProcessMark() {
     value = std::to_string(getpid()) + "." + std::to_string(++marks);
 }
 
-EnvironmentChanges ProcessMark::environment() const {
-    return {{"SANDBOX_TEST_MARK", value}};
-}
+EnvironmentChanges ProcessMark::environment() const { return {{"SANDBOX_TEST_MARK", value}}; }
 
 int ProcessMark::carriers() const {
     const std::string wanted = "SANDBOX_TEST_MARK=" + value + '\0';

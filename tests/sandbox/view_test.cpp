@@ -60,8 +60,7 @@ TEST(PrivateView, has_a_user_and_a_group_teluma_with_ids_of_their_own_beside_the
     ASSERT_EQ(chmod("/opt/teluma/bin/sendmail", 06755), 0);
     EXPECT_EQ(file_facts("/opt/teluma/bin/sendmail").mode, 06755U);
     EXPECT_EQ(file_facts("/opt/teluma/bin/sendmail").owner, user_id);
-    if (user_id == 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (user_id == 0) GTEST_SKIP() << "a user namespace without other ids";
     EXPECT_STREQ(getpwuid(user_id)->pw_name, "teluma");
     EXPECT_STREQ(getgrgid(group_id)->gr_name, "teluma");
 }
@@ -110,8 +109,7 @@ std::vector<std::string> interfaces() {
     checked(getifaddrs(&list), "getifaddrs");
     std::vector<std::string> found;
     for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
-        if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != AF_INET)
-            continue;
+        if (entry->ifa_addr == nullptr || entry->ifa_addr->sa_family != AF_INET) continue;
         const char* state = (entry->ifa_flags & IFF_UP) != 0 ? " up" : " down";
         found.push_back(std::string(entry->ifa_name) + " " + dotted(entry->ifa_addr) + "/" +
                         dotted(entry->ifa_netmask) + state);

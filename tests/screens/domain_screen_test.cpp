@@ -52,8 +52,7 @@ TEST(DomainDefault, fills_the_field_at_most) {
 // What is no character could be an order to the terminal, or begin another command to the server.
 TEST(DomainDefault, is_localdomain_where_the_host_has_none_that_can_be_offered) {
     std::vector<std::string> domains = {"", "(none)"};
-    for (const size_t length : {51, 200, 201, 250})
-        domains.emplace_back(length, 'a');
+    for (const size_t length : {51, 200, 201, 250}) domains.emplace_back(length, 'a');
     for (const char* other :
          {"\x01", "\t", "\n", "\r", "\x1b[2J", "\x1f", "\x7f", "\x80", "\xc3\xa4", "\xff"})
         domains.push_back(std::string("example") + other + ".com");

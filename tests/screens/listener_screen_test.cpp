@@ -106,8 +106,7 @@ bool is_asked_for(const std::string& name) {
 }
 
 TEST(LoopbackInterface, is_one_whose_name_begins_with_lo) {
-    for (const char* name : {"lo", "lo0", "lowlands"})
-        EXPECT_TRUE(is_asked_for(name)) << name;
+    for (const char* name : {"lo", "lo0", "lowlands"}) EXPECT_TRUE(is_asked_for(name)) << name;
     for (const char* name : {"eth0", "l", "LO", "xlo", ""})
         EXPECT_FALSE(is_asked_for(name)) << name;
 }

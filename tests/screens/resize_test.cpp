@@ -35,9 +35,7 @@ struct Scene {
     }
 };
 
-void PrintTo(const Scene& scene, std::ostream* out) {
-    *out << scene.name;
-}
+void PrintTo(const Scene& scene, std::ostream* out) { *out << scene.name; }
 
 // A pending box takes no keys; something else goes on while it stands. Here that is a wait for one.
 void show_pending(const std::string& message) {
@@ -97,8 +95,7 @@ std::vector<Scene> screens_and_dialogs() {
 ScreenImage resized(const Scene& scene, const Size& first, const std::vector<Size>& sizes) {
     WizardRig wizard(state_password, first);
     wizard.playWith(scene.show, {scene.keys, [&] {
-                                     for (const Size& size : sizes)
-                                         wizard.resize(size);
+                                     for (const Size& size : sizes) wizard.resize(size);
                                  }});
     return wizard.image();
 }

@@ -32,19 +32,14 @@ const std::vector<ScreenFacts>& all_screens() {
 std::vector<ScreenView> all_views() {
     std::vector<ScreenView> views;
     for (const ScreenFacts& screen : all_screens()) {
-        for (int tabs = 0; tabs < screen.controlCount(); ++tabs)
-            views.push_back({&screen, tabs});
+        for (int tabs = 0; tabs < screen.controlCount(); ++tabs) views.push_back({&screen, tabs});
     }
     return views;
 }
 
-void PrintTo(const ScreenFacts& screen, std::ostream* out) {
-    *out << screen.name;
-}
+void PrintTo(const ScreenFacts& screen, std::ostream* out) { *out << screen.name; }
 
-void PrintTo(const ScreenView& view, std::ostream* out) {
-    *out << view.name;
-}
+void PrintTo(const ScreenView& view, std::ostream* out) { *out << view.name; }
 
 void enter(const ScreenView& view) {
     std::snprintf(wizard_settings.primary_domain, sizeof wizard_settings.primary_domain,
@@ -72,6 +67,4 @@ const std::vector<ListenerFacts>& all_listeners() {
     return listeners;
 }
 
-void PrintTo(const ListenerFacts& listener, std::ostream* out) {
-    *out << listener.name;
-}
+void PrintTo(const ListenerFacts& listener, std::ostream* out) { *out << listener.name; }

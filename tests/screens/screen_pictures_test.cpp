@@ -41,8 +41,7 @@ TEST_P(EachView, looks_as_in_the_picture_however_the_focus_has_come_there) {
 }
 
 TEST_P(EachView, of_a_button_ignores_all_keys_but_TAB_Enter_and_space) {
-    if (!view.control().is_button)
-        return;
+    if (!view.control().is_button) return;
     const ScreenImage before = drawn(view);
     WizardRig wizard(screen.state);
     enter(view);
@@ -64,8 +63,7 @@ TEST_P(EachView, looks_fresh_after_resizes_and_takes_keys) {
     const ScreenImage after_tab = moved(drawn(next), screen, {60, 72});
     std::vector<ScreenImage> fresh;
     const Size sizes[] = {large, usual, smallest, large, odd, smallest, {60, 72}};
-    for (const Size& size : sizes)
-        fresh.push_back(moved(picture, screen, size));
+    for (const Size& size : sizes) fresh.push_back(moved(picture, screen, size));
     WizardRig wizard(screen.state);
     enter({&screen, 0});
     std::vector<Step> steps = {view.keys()};
@@ -120,9 +118,7 @@ struct Interruption {
     std::vector<Step> close;  // and then to close it
 };
 
-void PrintTo(const Interruption& interruption, std::ostream* out) {
-    *out << interruption.name;
-}
+void PrintTo(const Interruption& interruption, std::ostream* out) { *out << interruption.name; }
 
 class ScreenUnderDialog : public testing::TestWithParam<Interruption> {};
 

@@ -19,8 +19,7 @@ namespace {
 std::vector<int> states_built() {
     std::vector<int> states;
     for (int state = 0; state < screen_count; ++state) {
-        if (built_screens[state] != nullptr)
-            states.push_back(state);
+        if (built_screens[state] != nullptr) states.push_back(state);
     }
     return states;
 }
@@ -93,9 +92,7 @@ struct Walk {
     std::vector<int> visited;  // from the services screen to the sendmail screen
 };
 
-void PrintTo(const Walk& walk, std::ostream* out) {
-    *out << walk.name;
-}
+void PrintTo(const Walk& walk, std::ostream* out) { *out << walk.name; }
 
 class WalkWith : public testing::TestWithParam<Walk> {
   protected:

@@ -70,16 +70,14 @@ const ListenerFacts& WalkModel::listener() const {
 }
 
 std::string* WalkModel::field() {
-    if (dialog != 0 || control().is_button || control().name == "list")
-        return nullptr;
+    if (dialog != 0 || control().is_button || control().name == "list") return nullptr;
     return control().name == "port" ? &port() : &texts[control().name];
 }
 
 void WalkModel::press(int key) {
     const bool is_list = control().name == "list";
     if (dialog != 0) {
-        if (key == '\t' || key == '\n' || key == ' ')
-            pressInDialog(key == '\t');
+        if (key == '\t' || key == '\n' || key == ' ') pressInDialog(key == '\t');
     } else if (key == '\t' || (key == '\n' && (isListener() || !is_list) && !control().is_button)) {
         const bool is_last = &control() == &facts().controls.back();
         focus(screen) = is_last ? facts().controls.front().focus : (&control())[1].focus;
@@ -104,8 +102,7 @@ void WalkModel::pressInList(int key) {
         bar = std::clamp(bar + (key == model_up ? -1 : 1), 0, 2);
     else if (!isListener() && (key == '\n' || key == ' '))
         ticks[screen][static_cast<size_t>(bar)].flip();
-    if (screen == state_webadmin)
-        settings.webadmin_interface = bar;
+    if (screen == state_webadmin) settings.webadmin_interface = bar;
 }
 
 void WalkModel::pressButton() {
@@ -123,8 +120,7 @@ void WalkModel::pressButton() {
         leave(to, screen == state_webadmin ? to : screen);
     else if (screen == state_sendmail) {
         const bool applies = control().name != "back";
-        if (applies)
-            settings.sendmail_wrapper = control().name == "yes";
+        if (applies) settings.sendmail_wrapper = control().name == "yes";
         applied += applies;
         leave(applies ? apply_leads_to : to, screen);
     } else {
@@ -135,8 +131,7 @@ void WalkModel::pressButton() {
 void WalkModel::leaveBoxes(bool forwards) {
     const bool is_services = screen == state_services;
     if (forwards || !is_services) {
-        for (size_t box = 0; box < 3; ++box)
-            *flags_of(screen, settings)[box] = ticks[screen][box];
+        for (size_t box = 0; box < 3; ++box) *flags_of(screen, settings)[box] = ticks[screen][box];
     }
     const int to = neighbour(forwards);
     const bool refocuses_itself = screen == state_relay || (is_services && forwards);
@@ -153,8 +148,7 @@ void WalkModel::checkPasswords() {
 }
 
 void WalkModel::checkDomain() {
-    if (texts["domain"].empty())
-        return open(state_message, "A blank domain is not allowed!", 0);
+    if (texts["domain"].empty()) return open(state_message, "A blank domain is not allowed!", 0);
     if (texts["location"].empty())
         return open(state_message, "A blank domain location is not allowed!", 1);
     if (texts["postmaster"].empty())
@@ -170,14 +164,11 @@ void WalkModel::checkPort() {
     settings.*listener().interface_index = bars[screen];
     const bool is_number = port().find_first_not_of("0123456789") == std::string::npos;
     typedPort = is_number && !port().empty() ? std::stoi(port()) : -1;
-    if (is_webadmin && typedPort != -1)
-        settings.webadmin_port = typedPort;
+    if (is_webadmin && typedPort != -1) settings.webadmin_port = typedPort;
     if (typedPort < 0 || typedPort > 65535)
         return open(state_message, "The port must be a valid number in [0-65535] range!", 1);
-    if (port_77_is_taken && typedPort == 77)
-        return open(state_retry_back, "Warning!", 1);
-    if (bars[screen] == 1)
-        return open(state_yes_no, "WARNING!", 0);
+    if (port_77_is_taken && typedPort == 77) return open(state_retry_back, "Warning!", 1);
+    if (bars[screen] == 1) return open(state_yes_no, "WARNING!", 0);
     acceptPort();
 }
 
@@ -193,13 +184,10 @@ void WalkModel::pressInDialog(bool is_tab) {
         return;
     }
     dialog = 0;
-    if (closed == state_yes_no && onSecondButton)
-        return acceptPort();
+    if (closed == state_yes_no && onSecondButton) return acceptPort();
     if (closed == state_retry_back && !onSecondButton) {
-        if (port_77_is_taken)
-            return open(state_retry_back, "Warning!", 1);
-        if (screen != state_webadmin)
-            focus(state_services) = 0;
+        if (port_77_is_taken) return open(state_retry_back, "Warning!", 1);
+        if (screen != state_webadmin) focus(state_services) = 0;
         return leave(neighbour(true), state_smtp);
     }
     focus(screen) = focusAfterwards;
@@ -217,10 +205,8 @@ void WalkModel::open(int dialog_state, const std::string& text, int new_focus) {
 void WalkModel::leave(int to, int refocused) {
     const bool is_new_visit = to != screen || refocused != -1;
     screen = to;
-    if (refocused != -1)
-        focus(refocused) = 0;
-    if (isListener())
-        bars[screen] = settings.*listener().interface_index;
+    if (refocused != -1) focus(refocused) = 0;
+    if (isListener()) bars[screen] = settings.*listener().interface_index;
     if (screen == state_relay && !relayIsBuilt) {
         relayIsBuilt = true;
         std::fill_n(settings.relay_ticks, 3, 1);
@@ -235,8 +221,7 @@ void WalkModel::leave(int to, int refocused) {
 }
 
 void WalkModel::followDomain() {
-    if (screen != state_domain || locationIsEdited)
-        return;
+    if (screen != state_domain || locationIsEdited) return;
     texts["location"] = "/var/opt/teluma/domains/" + texts["domain"] + "/";
     store(settings.primary_domain, texts["location"]);
 }
@@ -251,8 +236,7 @@ int WalkModel::neighbour(bool forwards) const {
 }
 
 std::vector<std::string> WalkModel::shown() {
-    if (dialog != 0)
-        return {dialogText};
+    if (dialog != 0) return {dialogText};
     std::vector<std::string> lines = {facts().title};
     for (int row = 0; row < 3 && facts().controls.front().name == "list"; ++row) {
         const bool has_bar = bars[screen] == row;
@@ -265,8 +249,7 @@ std::vector<std::string> WalkModel::shown() {
     }
     for (const ControlFacts& each : facts().controls) {
         const auto found = fields.find(each.name);
-        if (found == fields.end())
-            continue;
+        if (found == fields.end()) continue;
         const auto& [longest, visible, label] = found->second;
         const std::string& text = texts[each.name];
         const bool is_hidden = longest == 50 && visible != 39;

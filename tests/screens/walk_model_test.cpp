@@ -110,8 +110,7 @@ class ModelledWalk {
         steps.emplace_back([this, size, take, leads_to] {
             wizard.resize(size);
             port.close();
-            if (take)
-                port.open("0.0.0.0", 100);
+            if (take) port.open("0.0.0.0", 100);
             apply_double.leads_to = leads_to;
         });
     }
@@ -119,8 +118,7 @@ class ModelledWalk {
     void compare() {
         WalkModel expected = model;
         steps.emplace_back([this, expected, keys = std::move(typed)]() mutable {
-            if (testing::Test::HasFailure())
-                return;
+            if (testing::Test::HasFailure()) return;
             SCOPED_TRACE("after " + testing::PrintToString(keys));
             ASSERT_EQ(screen_state, expected.state());
             for (int state = 0; state < screen_count; ++state)

@@ -84,9 +84,7 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     built_screen(state_password);
 }
 
-WizardRig::~WizardRig() {
-    release_screens();
-}
+WizardRig::~WizardRig() { release_screens(); }
 
 WizardEnd WizardRig::play(const std::vector<Step>& steps, const Caller& caller) {
     WizardEnd end = WizardEnd::not_yet;
@@ -106,8 +104,7 @@ void WizardRig::playWith(const std::function<void()>& work, const std::vector<St
         work();
     } catch (const ScriptOver&) {
     }
-    if (!script.empty())
-        stop_test(caller, "the screens have ended before the last step");
+    if (!script.empty()) stop_test(caller, "the screens have ended before the last step");
 }
 
 void WizardRig::resize(const Size& size) {
@@ -117,8 +114,7 @@ void WizardRig::resize(const Size& size) {
 
 void WizardRig::takeStep() {
     for (;;) {
-        if (script.empty())
-            throw ScriptOver{};
+        if (script.empty()) throw ScriptOver{};
         const Step step = script.front();
         script.pop_front();
         if (const auto* call = std::get_if<std::function<void()>>(&step)) {
@@ -131,8 +127,7 @@ void WizardRig::takeStep() {
         }
         const auto& text = std::get<std::string>(step);
         terminal.type(text);
-        if (!text.empty())
-            return;
+        if (!text.empty()) return;
     }
 }
 
@@ -178,8 +173,7 @@ void expect_error_box(const ScreenImage& screen, const std::string& message,
                std::string(message.size() - text.size() - left, ' ') + "│\n";
     };
     std::string line;
-    for (size_t col = 0; col < message.size(); ++col)
-        line += "─";
+    for (size_t col = 0; col < message.size(); ++col) line += "─";
     EXPECT_PICTURE(
         screen.region((screen.rows() - rows) / 2, (screen.cols() - cols) / 2, rows, cols),
         "\n┌" + line + "┐\n" + row("Error!") + "├" + line + "┤\n" + row(message) + row("") +

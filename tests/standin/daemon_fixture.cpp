@@ -74,23 +74,15 @@ ExitStatus DaemonTest::waitForEnd() const {
     return from_wait_status(status);
 }
 
-pid_t DaemonTest::daemon() const {
-    return numbers(log(), "started, process ([0-9]+)").back();
-}
+pid_t DaemonTest::daemon() const { return numbers(log(), "started, process ([0-9]+)").back(); }
 
-int DaemonTest::port() const {
-    return numbers(log(), "listening at 127.0.0.1:([0-9]+)").back();
-}
+int DaemonTest::port() const { return numbers(log(), "listening at 127.0.0.1:([0-9]+)").back(); }
 
 void DaemonTest::configure(const std::string& part, const std::string& replacement) const {
     std::string text = read_file(paths.config);
     write_file(paths.config, text.replace(text.find(part), part.size(), replacement));
 }
 
-void DaemonTest::faults(const std::string& rules) const {
-    write_file(paths.faults, rules);
-}
+void DaemonTest::faults(const std::string& rules) const { write_file(paths.faults, rules); }
 
-std::string DaemonTest::log() const {
-    return exists(paths.log) ? read_file(paths.log) : "";
-}
+std::string DaemonTest::log() const { return exists(paths.log) ? read_file(paths.log) : ""; }

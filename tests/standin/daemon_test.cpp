@@ -137,8 +137,7 @@ TEST_F(DaemonTest, OnlyCrLfEndsALineWhichMayComeInPiecesOrWithOthers) {
     start();
     CliClient client(port());
     client.logIn("secret");
-    for (const char* piece : {"conf", "ig serv", "er\r", "\n"})
-        client.send(piece);
+    for (const char* piece : {"conf", "ig serv", "er\r", "\n"}) client.send(piece);
     EXPECT_EQ(client.readReply(), "+OK: done\r\nteluma/server> ");
     client.send("config pop3\r\nback\r\nback\r\n");
     const std::string replies =

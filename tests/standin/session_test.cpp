@@ -47,8 +47,7 @@ class LoggedInSession {
     /// Gives the session the lines and returns the reply to the last one.
     std::string say(const Lines& lines) {
         std::string reply;
-        for (const std::string& line : lines)
-            reply = session.answer(line);
+        for (const std::string& line : lines) reply = session.answer(line);
         return reply;
     }
 
@@ -136,15 +135,12 @@ struct Dialogue {
 };
 
 void PrintTo(const Dialogue& dialogue, std::ostream* out) {
-    for (const std::string& line : dialogue.lines)
-        *out << line << "; ";
+    for (const std::string& line : dialogue.lines) *out << line << "; ";
 }
 
 class SessionDialogue : public testing::TestWithParam<Dialogue>, protected LoggedInSession {};
 
-TEST_P(SessionDialogue, EndsWithTheReply) {
-    EXPECT_EQ(say(GetParam().lines), GetParam().reply);
-}
+TEST_P(SessionDialogue, EndsWithTheReply) { EXPECT_EQ(say(GetParam().lines), GetParam().reply); }
 
 const std::string unknown = "-ERR: unknown command\r\n";
 const std::string malformed = "-ERR: malformed arguments\r\n";

@@ -22,8 +22,7 @@ void CliClient::send(const std::string& bytes) const {
 template <class Condition>
 std::string CliClient::readUntil(Condition condition) {
     while (!condition()) {
-        if (!receive())
-            stop_test(Caller::here(), "the connection ended after: " + received);
+        if (!receive()) stop_test(Caller::here(), "the connection ended after: " + received);
     }
     return std::exchange(received, {});
 }

@@ -21,12 +21,10 @@ namespace {
 class KeptSignalActions {
   public:
     KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i)
-            sigaction(signals[i], nullptr, &actions[i]);
+        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], nullptr, &actions[i]);
     }
     ~KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i)
-            sigaction(signals[i], &actions[i], nullptr);
+        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], &actions[i], nullptr);
     }
     KeptSignalActions(const KeptSignalActions&) = delete;
     KeptSignalActions& operator=(const KeptSignalActions&) = delete;
@@ -61,8 +59,7 @@ void keep_ground_panel(PANEL* ground) {
 /// Starting curses on a name that is not known loses memory.
 bool terminal_known(const std::string& term) {
     int reason = 0;
-    if (setupterm(term.c_str(), STDERR_FILENO, &reason) != OK)
-        return false;
+    if (setupterm(term.c_str(), STDERR_FILENO, &reason) != OK) return false;
     del_curterm(cur_term);
     return true;
 }
@@ -120,20 +117,17 @@ CursesTerminal::CursesTerminal(int rows, int cols, const std::string& term,
 }
 
 void CursesTerminal::startCurses(const std::string& term) {
-    if (!terminal_known(term))
-        throw std::runtime_error("there is no terminfo entry " + term);
+    if (!terminal_known(term)) throw std::runtime_error("there is no terminfo entry " + term);
     const KeptSignalActions kept;
     Descriptor program_side = pty.openProgramSide();
     stream.reset(fdopen(program_side.get(), "r+"));
-    if (stream == nullptr)
-        throw std::runtime_error("no stream for the terminal");
+    if (stream == nullptr) throw std::runtime_error("no stream for the terminal");
     program_side.release();
     inputBefore =
         Descriptor(checked(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1), "fcntl"));
     checked(dup2(fileno(stream.get()), STDIN_FILENO), "dup2");
     screen = newterm(term.c_str(), stream.get(), stream.get());
-    if (screen == nullptr)
-        throw std::runtime_error("curses cannot use the terminal " + term);
+    if (screen == nullptr) throw std::runtime_error("curses cannot use the terminal " + term);
     start_color();
     cbreak();
     noecho();
@@ -145,8 +139,7 @@ void CursesTerminal::startCurses(const std::string& term) {
 
 CursesTerminal::~CursesTerminal() {
     PANEL* ground = ground_panel_of_screen();
-    if (!isendwin())
-        endwin();
+    if (!isendwin()) endwin();
     delscreen(screen);
     keep_ground_panel(ground);
     dup2(inputBefore.get(), STDIN_FILENO);

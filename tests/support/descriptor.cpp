@@ -14,8 +14,7 @@ Pipe make_pipe() {
 }
 
 int checked(int result, const char* call) {
-    if (result < 0)
-        throw std::system_error(errno, std::generic_category(), call);
+    if (result < 0) throw std::system_error(errno, std::generic_category(), call);
     return result;
 }
 

@@ -17,8 +17,7 @@ int palette_index(const VTermColor& colour) {
 }
 
 std::string to_utf8(uint32_t character) {
-    if (character < 0x80)
-        return {static_cast<char>(character)};
+    if (character < 0x80) return {static_cast<char>(character)};
     int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
     const uint32_t length_mark = following == 1 ? 0xc0 : following == 2 ? 0xe0 : 0xf0;
     std::string bytes{static_cast<char>(length_mark | (character >> (6 * following)))};
@@ -32,11 +31,9 @@ Cell cell_of(const VTermScreenCell& shown) {
     Cell cell;
     cell.text.clear();
     for (int i = 0; i < VTERM_MAX_CHARS_PER_CELL && shown.chars[i] != 0; ++i) {
-        if (shown.chars[i] != right_half)
-            cell.text += to_utf8(shown.chars[i]);
+        if (shown.chars[i] != right_half) cell.text += to_utf8(shown.chars[i]);
     }
-    if (shown.chars[0] == 0)
-        cell.text = " ";
+    if (shown.chars[0] == 0) cell.text = " ";
     cell.foreground = palette_index(shown.fg);
     cell.background = palette_index(shown.bg);
     cell.bold = shown.attrs.bold != 0;
@@ -89,10 +86,8 @@ struct Emulator::Terminal {
 
     static int onProperty(VTermProp property, VTermValue* value, void* self) {
         auto* terminal = static_cast<Terminal*>(self);
-        if (property == VTERM_PROP_ALTSCREEN)
-            terminal->alternate_screen = value->boolean != 0;
-        if (property == VTERM_PROP_CURSORVISIBLE)
-            terminal->cursor_visible = value->boolean != 0;
+        if (property == VTERM_PROP_ALTSCREEN) terminal->alternate_screen = value->boolean != 0;
+        if (property == VTERM_PROP_CURSORVISIBLE) terminal->cursor_visible = value->boolean != 0;
         return 1;
     }
 };
@@ -111,9 +106,7 @@ void Emulator::feed(const std::string& bytes) {
                           std::min(most_at_once, output.size() - at));
 }
 
-void Emulator::resize(int rows, int cols) {
-    vterm_set_size(terminal->vterm, rows, cols);
-}
+void Emulator::resize(int rows, int cols) { vterm_set_size(terminal->vterm, rows, cols); }
 
 ScreenImage Emulator::image() const {
     int rows = 0;
@@ -133,19 +126,14 @@ ScreenImage Emulator::image() const {
     return image;
 }
 
-bool Emulator::alternateScreen() const {
-    return terminal->alternate_screen;
-}
+bool Emulator::alternateScreen() const { return terminal->alternate_screen; }
 
 std::string Emulator::keyBytes(Key key) {
     const auto plain = plain_keys.find(key);
-    if (plain != plain_keys.end())
-        return plain->second;
+    if (plain != plain_keys.end()) return plain->second;
     const std::string earlier_replies = takeReplies();
     vterm_keyboard_key(terminal->vterm, special_keys.at(key), VTERM_MOD_NONE);
     return std::exchange(terminal->replies, earlier_replies);
 }
 
-std::string Emulator::takeReplies() {
-    return std::exchange(terminal->replies, {});
-}
+std::string Emulator::takeReplies() { return std::exchange(terminal->replies, {}); }

@@ -66,8 +66,7 @@ TEST_F(EmulatorTest, keys_send_what_a_terminal_sends_in_the_mode_that_is_set) {
         {Key::ctrl_c, "\x03"}, {Key::del, "\x1b[3~"},    {Key::page_down, "\x1b[6~"},
         {Key::up, "\x1b[A"},
     };
-    for (const auto& [key, bytes] : keys)
-        EXPECT_EQ(emulator.keyBytes(key), bytes);
+    for (const auto& [key, bytes] : keys) EXPECT_EQ(emulator.keyBytes(key), bytes);
     after("\x1b[?1h");
     EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
     EXPECT_EQ(emulator.keyBytes(Key::home), "\x1bOH");

@@ -18,11 +18,9 @@ size_t character_length(char first_byte) {
 
 /// An operating system command goes on to BEL or to the string terminator.
 size_t system_command_length(const std::string& text, size_t at) {
-    if (text.compare(at, 3, palette_reset) == 0)
-        return 3;
+    if (text.compare(at, 3, palette_reset) == 0) return 3;
     const size_t end = text.find_first_of("\a\x1b", at + 2);
-    if (end == std::string::npos)
-        return 0;
+    if (end == std::string::npos) return 0;
     const size_t length = end - at + (text[end] == '\a' ? 1 : 2);
     return at + length <= text.size() ? length : 0;
 }
@@ -30,14 +28,11 @@ size_t system_command_length(const std::string& text, size_t at) {
 /// "[", parameters and a final character from "@" on, or some of " " to "/" and one from "0" on.
 size_t sequence_length(const std::string& text, size_t at) {
     const char kind = text[at + 1];
-    if (kind == ']')
-        return system_command_length(text, at);
+    if (kind == ']') return system_command_length(text, at);
     const char first_final = kind == '[' ? '@' : '0';
     for (size_t end = at + (kind == '[' ? 2 : 1); end < text.size(); ++end) {
-        if (text[end] < ' ')
-            return end - at;
-        if (text[end] >= first_final)
-            return end - at + 1;
+        if (text[end] < ' ') return end - at;
+        if (text[end] >= first_final) return end - at + 1;
     }
     return 0;
 }
@@ -53,16 +48,12 @@ int repetitions(const std::string& unit) {
 }  // namespace
 
 size_t unit_length(const std::string& text, size_t at) {
-    if (at + 1 < text.size() && text[at] == escape)
-        return sequence_length(text, at);
-    if (at == text.size() || text[at] == escape)
-        return 0;
+    if (at + 1 < text.size() && text[at] == escape) return sequence_length(text, at);
+    if (at == text.size() || text[at] == escape) return 0;
     const size_t whole = character_length(text[at]);
     for (size_t length = 1; length < whole; ++length) {
-        if (at + length == text.size())
-            return 0;
-        if ((text[at + length] & '\xc0') != '\x80')
-            return length;
+        if (at + length == text.size()) return 0;
+        if ((text[at + length] & '\xc0') != '\x80') return length;
     }
     return whole;
 }
@@ -95,12 +86,10 @@ std::string OutputFilter::filter(const std::string& piece) {
 std::string OutputFilter::prepared(const std::string& unit) {
     if (unit[0] == escape) {
         std::string repeated;
-        for (int count = last.empty() ? 0 : repetitions(unit); count > 0; --count)
-            repeated += last;
+        for (int count = last.empty() ? 0 : repetitions(unit); count > 0; --count) repeated += last;
         return linuxConsole && unit == palette_reset ? "" : repeated.empty() ? unit : repeated;
     }
-    if (unit.size() < character_length(unit[0]))
-        return "";
+    if (unit.size() < character_length(unit[0])) return "";
     last = static_cast<unsigned char>(unit[0]) < ' ' ? "" : unit;
     return unit;
 }

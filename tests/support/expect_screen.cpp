@@ -18,8 +18,7 @@ std::string literal_rows(const std::string& literal) {
 
 testing::AssertionResult same_text(const std::string& what, const std::string& expected,
                                    const std::string& drawn) {
-    if (expected == drawn)
-        return testing::AssertionSuccess();
+    if (expected == drawn) return testing::AssertionSuccess();
     return testing::AssertionFailure() << what << " is not what was expected\n"
                                        << side_by_side(expected, drawn);
 }

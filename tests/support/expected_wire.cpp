@@ -25,10 +25,8 @@ Lines alias_step(const WireAnswers& answers) {
     Lines lines = {update};
     if (answers.root_alias)
         append(lines, {"update account name postmaster", "add alias root", "commit"});
-    if (answers.localdomain_alias)
-        append(lines, {"add alias localhost.localdomain", "commit"});
-    if (answers.localdomain_alias && answers.localhost_alias)
-        lines.push_back(update);
+    if (answers.localdomain_alias) append(lines, {"add alias localhost.localdomain", "commit"});
+    if (answers.localdomain_alias && answers.localhost_alias) lines.push_back(update);
     if (answers.localhost_alias)
         append(lines, {"add alias localhost", "commit"});
     else if (!answers.localdomain_alias)
@@ -45,8 +43,7 @@ class Conversation {
     bool webadmin_failed = false;
 
     Lines listenerStep(const std::string& service, const std::string& address) const {
-        if (address.empty())
-            return {};
+        if (address.empty()) return {};
         Lines lines = {"config server",
                        "config " + service,
                        "list listeners",
@@ -92,8 +89,7 @@ class Conversation {
             const auto refuses = [&](const Refusal& refusal) {
                 return refusal.command == command && refusal.count == count;
             };
-            if (std::any_of(plan.begin(), plan.end(), refuses))
-                return false;
+            if (std::any_of(plan.begin(), plan.end(), refuses)) return false;
             take(command);
         }
         return true;
@@ -158,7 +154,6 @@ std::vector<Lines> expected_wire(const WireAnswers& answers, const std::vector<R
 
 Lines joined(const std::vector<Lines>& runs) {
     Lines all;
-    for (const Lines& run : runs)
-        append(all, run);
+    for (const Lines& run : runs) append(all, run);
     return all;
 }

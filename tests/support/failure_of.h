@@ -20,7 +20,6 @@ std::string failure_of(Piece piece) {
         }
     }
     std::string messages;
-    for (int i = 0; i < results.size(); ++i)
-        messages += results.GetTestPartResult(i).message();
+    for (int i = 0; i < results.size(); ++i) messages += results.GetTestPartResult(i).message();
     return messages;
 }

@@ -14,8 +14,7 @@
 namespace {
 
 ssize_t checked_for(ssize_t result, const std::string& path) {
-    if (result < 0)
-        throw std::system_error(errno, std::generic_category(), path);
+    if (result < 0) throw std::system_error(errno, std::generic_category(), path);
     return result;
 }
 

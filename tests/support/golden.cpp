@@ -18,8 +18,7 @@ bool updating() {
 
 std::optional<std::string> content_of(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return std::nullopt;
+    if (!file) return std::nullopt;
     std::ostringstream content;
     content << file.rdbuf();
     return content.str();
@@ -46,10 +45,8 @@ testing::AssertionResult screen_matches_golden(const char* screen_expression, co
                                                const ScreenImage& image, const GoldenFile& file) {
     const std::string drawn = to_text(image);
     const std::optional<std::string> expected = content_of(file.path());
-    if (expected == drawn)
-        return testing::AssertionSuccess();
-    if (updating())
-        return write_golden(file.path(), drawn);
+    if (expected == drawn) return testing::AssertionSuccess();
+    if (updating()) return write_golden(file.path(), drawn);
     if (!expected) {
         return testing::AssertionFailure()
                << "there is no " << file.path() << "; UPDATE_GOLDEN=1 writes it from this:\n"

@@ -30,8 +30,7 @@ Lines chosen(Lines lines, const std::string& start, bool wanted = true) {
 
 Lines records(const std::string& text, const std::string& start) {
     Lines values = chosen(split_lines(text), start + " ");
-    for (std::string& value : values)
-        value.erase(0, start.size() + 1);
+    for (std::string& value : values) value.erase(0, start.size() + 1);
     return values;
 }
 
@@ -84,9 +83,7 @@ void InstalledServer::waitForEnd() const {
     wait_until([this] { return !isRunning(); }, "the server has ended");
 }
 
-Lines InstalledServer::commands() const {
-    return chosen(log(), "# ", false);
-}
+Lines InstalledServer::commands() const { return chosen(log(), "# ", false); }
 
 Lines InstalledServer::commandsAfter(const std::string& command) const {
     const Lines all = commands();
@@ -98,9 +95,7 @@ Lines InstalledServer::saved(const std::string& words) const {
     return chosen(split_lines(read_file(run_files + "state")), words);
 }
 
-std::string InstalledServer::password() const {
-    return read_file(run_files + "password");
-}
+std::string InstalledServer::password() const { return read_file(run_files + "password"); }
 
 Lines InstalledServer::log() const {
     const std::string path = run_files + "log";

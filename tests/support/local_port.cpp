@@ -48,8 +48,7 @@ Descriptor LocalPort::takeConnection() {
 
 int LocalPort::takeAll() {
     int taken = 0;
-    while (takeConnection().get() != -1)
-        ++taken;
+    while (takeConnection().get() != -1) ++taken;
     return taken;
 }
 

@@ -17,13 +17,9 @@
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 
-ExitStatus exited(int code) {
-    return {code, 0};
-}
+ExitStatus exited(int code) { return {code, 0}; }
 
-ExitStatus killed_by(int signal) {
-    return {-1, signal};
-}
+ExitStatus killed_by(int signal) { return {-1, signal}; }
 
 ExitStatus from_wait_status(int wait_status) {
     return WIFSIGNALED(wait_status) ? killed_by(WTERMSIG(wait_status))
@@ -34,13 +30,10 @@ bool operator==(const ExitStatus& left, const ExitStatus& right) {
     return left.code == right.code && left.signal == right.signal;
 }
 
-bool operator!=(const ExitStatus& left, const ExitStatus& right) {
-    return !(left == right);
-}
+bool operator!=(const ExitStatus& left, const ExitStatus& right) { return !(left == right); }
 
 std::ostream& operator<<(std::ostream& out, const ExitStatus& status) {
-    if (status.signal == 0)
-        return out << "exit status " << status.code;
+    if (status.signal == 0) return out << "exit status " << status.code;
     return out << "signal " << status.signal << " (" << strsignal(status.signal) << ")";
 }
 
@@ -48,12 +41,10 @@ std::vector<std::string> changed_environment(const EnvironmentChanges& changes) 
     std::vector<std::string> variables;
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string text = *variable;
-        if (changes.count(text.substr(0, text.find('='))) == 0)
-            variables.push_back(text);
+        if (changes.count(text.substr(0, text.find('='))) == 0) variables.push_back(text);
     }
     for (const auto& [name, value] : changes) {
-        if (value)
-            variables.push_back(name + "=" + *value);
+        if (value) variables.push_back(name + "=" + *value);
     }
     return variables;
 }
@@ -61,8 +52,7 @@ std::vector<std::string> changed_environment(const EnvironmentChanges& changes) 
 std::vector<char*> exec_array(std::vector<std::string>& strings) {
     std::vector<char*> pointers;
     pointers.reserve(strings.size() + 1);
-    for (std::string& text : strings)
-        pointers.push_back(text.data());
+    for (std::string& text : strings) pointers.push_back(text.data());
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -119,8 +109,7 @@ bool ends_in_time(pid_t pid) {
     const Deadline deadline;
     pollfd waited{process.get(), POLLIN, 0};
     while (poll(&waited, 1, deadline.millisecondsLeft(1000)) <= 0) {
-        if (deadline.passed())
-            return false;
+        if (deadline.passed()) return false;
     }
     return true;
 }
@@ -134,8 +123,7 @@ CommandResult run_command(std::vector<std::string> arguments, const EnvironmentC
     const pid_t pid =
         spawn(arguments, changed_environment(environment), out.descriptor(), err.descriptor());
     const bool ended = ends_in_time(pid);
-    if (!ended)
-        kill(-pid, SIGKILL);
+    if (!ended) kill(-pid, SIGKILL);
     int wait_status = 0;
     checked(waitpid(pid, &wait_status, 0), "waitpid");
     if (!ended) {

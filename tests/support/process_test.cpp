@@ -54,8 +54,7 @@ TEST(RunCommand, that_does_not_end_fails_the_test_and_is_killed) {
 TEST(ProcessRunning, tells_a_living_process_from_one_that_has_ended_or_never_was) {
     EXPECT_TRUE(process_running(getpid()));
     const pid_t ended = fork();
-    if (ended == 0)
-        _exit(0);
+    if (ended == 0) _exit(0);
     wait_until([&] { return !process_running(ended); }, "the child was a zombie");
     EXPECT_EQ(waitpid(ended, nullptr, 0), ended);
     EXPECT_FALSE(process_running(ended));

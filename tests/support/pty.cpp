@@ -25,9 +25,7 @@ bool operator==(const TerminalModes& left, const TerminalModes& right) {
            a.c_lflag == b.c_lflag && std::equal(std::begin(a.c_cc), std::end(a.c_cc), b.c_cc);
 }
 
-bool operator!=(const TerminalModes& left, const TerminalModes& right) {
-    return !(left == right);
-}
+bool operator!=(const TerminalModes& left, const TerminalModes& right) { return !(left == right); }
 
 std::ostream& operator<<(std::ostream& out, const TerminalModes& modes) {
     const termios& settings = modes.settings;
@@ -71,10 +69,8 @@ std::string Pty::read() {
 
 size_t Pty::write(const std::string& bytes) {
     const ssize_t written = ::write(screenSide.get(), bytes.data(), bytes.size());
-    if (written >= 0)
-        return static_cast<size_t>(written);
-    if (errno == EAGAIN || errno == EINTR)
-        return 0;
+    if (written >= 0) return static_cast<size_t>(written);
+    if (errno == EAGAIN || errno == EINTR) return 0;
     throw std::system_error(errno, std::generic_category(), "write to a terminal");
 }
 
@@ -85,8 +81,7 @@ void Pty::fill() const {
     pollfd output{filler.get(), POLLOUT, 0};
     pollfd on_its_way{screenSide.get(), POLLIN, 0};
     do {
-        while (::write(filler.get(), plenty.data(), plenty.size()) > 0)
-            continue;
+        while (::write(filler.get(), plenty.data(), plenty.size()) > 0) continue;
         poll(&on_its_way, 1, 0);
     } while (poll(&output, 1, 0) == 1);
 }
@@ -107,10 +102,6 @@ int Pty::foregroundGroup() const {
     return std::max(0, checked(tcgetpgrp(screenSide.get()), "tcgetpgrp"));
 }
 
-TerminalModes Pty::modes() const {
-    return read_terminal_modes(screenSide.get());
-}
+TerminalModes Pty::modes() const { return read_terminal_modes(screenSide.get()); }
 
-void Pty::hangUp() {
-    screenSide.close();
-}
+void Pty::hangUp() { screenSide.close(); }

@@ -12,8 +12,6 @@ namespace {
 
 #include "readme_examples.h"
 
-TEST(Readme, shows_how_a_widget_is_tested) {
-    example_1();
-}
+TEST(Readme, shows_how_a_widget_is_tested) { example_1(); }
 
 }  // namespace

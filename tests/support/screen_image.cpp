@@ -11,9 +11,7 @@ bool operator==(const Cell& left, const Cell& right) {
     return all(left) == all(right);
 }
 
-bool operator!=(const Cell& left, const Cell& right) {
-    return !(left == right);
-}
+bool operator!=(const Cell& left, const Cell& right) { return !(left == right); }
 
 std::ostream& operator<<(std::ostream& out, const Cell& cell) {
     return out << '"' << cell.text << "\" in " << (cell.bold ? "bold " : "") << cell.foreground
@@ -31,18 +29,13 @@ std::ostream& operator<<(std::ostream& out, const Position& position) {
 ScreenImage::ScreenImage(int rows, int cols)
     : rowCount(rows), colCount(cols), cells(static_cast<size_t>(rows) * cols) {}
 
-const Cell& ScreenImage::cell(int row, int col) const {
-    return cells[index(row, col)];
-}
+const Cell& ScreenImage::cell(int row, int col) const { return cells[index(row, col)]; }
 
-Cell& ScreenImage::cell(int row, int col) {
-    return cells[index(row, col)];
-}
+Cell& ScreenImage::cell(int row, int col) { return cells[index(row, col)]; }
 
 std::string ScreenImage::rowText(int row) const {
     std::string text;
-    for (int col = 0; col < colCount; ++col)
-        text += cell(row, col).text;
+    for (int col = 0; col < colCount; ++col) text += cell(row, col).text;
     return text;
 }
 
@@ -58,8 +51,7 @@ std::string ScreenImage::text() const {
 std::optional<Position> ScreenImage::find(const std::string& wanted) const {
     for (int row = 0; row < rowCount; ++row) {
         const size_t offset = rowText(row).find(wanted);
-        if (offset == std::string::npos)
-            continue;
+        if (offset == std::string::npos) continue;
         int col = 0;
         for (size_t bytes = 0; bytes < offset || cell(row, col).text.empty(); ++col)
             bytes += cell(row, col).text.size();
@@ -71,8 +63,7 @@ std::optional<Position> ScreenImage::find(const std::string& wanted) const {
 ScreenImage ScreenImage::region(int row, int col, int rows, int cols) const {
     ScreenImage part(rows, cols);
     for (int r = 0; r < rows; ++r) {
-        for (int c = 0; c < cols; ++c)
-            part.cell(r, c) = cell(row + r, col + c);
+        for (int c = 0; c < cols; ++c) part.cell(r, c) = cell(row + r, col + c);
     }
     const Position at{cursorState.position.row - row, cursorState.position.col - col};
     const bool inside = at.row >= 0 && at.row < rows && at.col >= 0 && at.col < cols;

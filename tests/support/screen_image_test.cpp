@@ -11,8 +11,7 @@
 namespace {
 
 void write(ScreenImage& image, int row, int col, const std::string& text) {
-    for (const char character : text)
-        image.cell(row, col++).text = character;
+    for (const char character : text) image.cell(row, col++).text = character;
 }
 
 TEST(ScreenImage, finds_the_topmost_then_leftmost_place_counted_in_cells) {

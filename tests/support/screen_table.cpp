@@ -19,18 +19,13 @@ const StopFacts stops[stop_count] = {
 
 }  // namespace
 
-bool StopFacts::showsHost() const {
-    return port != nullptr || this == &facts_of(Stop::relay);
-}
+bool StopFacts::showsHost() const { return port != nullptr || this == &facts_of(Stop::relay); }
 
-const StopFacts& facts_of(Stop stop) {
-    return stops[place_of(stop)];
-}
+const StopFacts& facts_of(Stop stop) { return stops[place_of(stop)]; }
 
 std::vector<Stop> every_stop() {
     std::vector<Stop> all;
-    for (int place = 0; place < stop_count; ++place)
-        all.push_back(stop_at(place));
+    for (int place = 0; place < stop_count; ++place) all.push_back(stop_at(place));
     return all;
 }
 

@@ -21,12 +21,8 @@ enum class Stop {
 constexpr int stop_count = 11;
 
 /// The stop at a place of the walk, 0 to 10, and the place of a stop.
-constexpr Stop stop_at(int place) {
-    return static_cast<Stop>(place);
-}
-constexpr int place_of(Stop stop) {
-    return static_cast<int>(stop);
-}
+constexpr Stop stop_at(int place) { return static_cast<Stop>(place); }
+constexpr int place_of(Stop stop) { return static_cast<int>(stop); }
 
 /// How a test, a demonstration or a measurement knows a screen and finds its way about it.
 struct StopFacts {
@@ -47,9 +43,7 @@ struct StopFacts {
 const StopFacts& facts_of(Stop stop);
 
 /// The title in the frame of a screen.
-inline const char* title_of(Stop stop) {
-    return facts_of(stop).title;
-}
+inline const char* title_of(Stop stop) { return facts_of(stop).title; }
 
 std::vector<Stop> every_stop();
 

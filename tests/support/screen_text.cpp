@@ -12,8 +12,7 @@ using Look = std::tuple<int, int, bool, bool>;
 
 /// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
-    if (cell.text == " ")
-        return {default_colour, cell.background, false, true};
+    if (cell.text == " ") return {default_colour, cell.background, false, true};
     return {cell.foreground, cell.background, cell.bold, false};
 }
 
@@ -36,8 +35,7 @@ constexpr char unusual_letters[] = "0123456789ACDEFGHIJLMNOPQSTUVWXYZ";
 std::string colour_name(int colour) {
     static const char* const names[] = {"black", "red",     "green", "yellow",
                                         "blue",  "magenta", "cyan",  "white"};
-    if (colour == default_colour)
-        return "default";
+    if (colour == default_colour) return "default";
     return colour < 8 ? names[colour] : "colour " + std::to_string(colour);
 }
 
@@ -97,14 +95,12 @@ std::string padded(const std::string& line, size_t columns) {
 
 std::string closed_rows(const std::vector<std::string>& rows) {
     std::string text;
-    for (const std::string& row : rows)
-        text += row + "|\n";
+    for (const std::string& row : rows) text += row + "|\n";
     return text;
 }
 
 std::string cursor_line(const Cursor& cursor) {
-    if (!cursor.visible)
-        return "cursor hidden\n";
+    if (!cursor.visible) return "cursor hidden\n";
     return "cursor " + std::to_string(cursor.position.row) + "," +
            std::to_string(cursor.position.col) + "\n";
 }
@@ -114,8 +110,7 @@ std::string cursor_line(const Cursor& cursor) {
 std::vector<std::string> picture_rows(const ScreenImage& image) {
     std::vector<std::string> rows;
     rows.reserve(static_cast<size_t>(image.rows()));
-    for (int row = 0; row < image.rows(); ++row)
-        rows.push_back(image.rowText(row));
+    for (int row = 0; row < image.rows(); ++row) rows.push_back(image.rowText(row));
     return rows;
 }
 
@@ -134,8 +129,7 @@ std::string to_text(const ScreenImage& image) {
 std::vector<std::string> split_lines(const std::string& text) {
     std::vector<std::string> lines;
     std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
     return lines;
 }
 
@@ -147,8 +141,7 @@ std::string side_by_side(const std::string& expected, const std::string& drawn) 
     right.resize(lines);
 
     size_t columns = 8;
-    for (const std::string& line : left)
-        columns = std::max(columns, columns_of(line));
+    for (const std::string& line : left) columns = std::max(columns, columns_of(line));
 
     std::string text = "  " + padded("expected", columns) + "   drawn\n";
     for (size_t line = 0; line < lines; ++line) {

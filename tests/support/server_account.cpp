@@ -32,8 +32,7 @@ ExitStatus as_user(uid_t user, const std::function<void()>& piece) {
 void remove_server_account() {
     std::string others;
     for (const std::string& user : split_lines(read_file("/etc/passwd"))) {
-        if (user.rfind("teluma:", 0) != 0)
-            others += user + "\n";
+        if (user.rfind("teluma:", 0) != 0) others += user + "\n";
     }
     write_file("/etc/passwd", others);
 }

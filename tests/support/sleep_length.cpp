@@ -20,10 +20,8 @@ long sleep_ms = -1;
 
 __attribute__((constructor)) void read_length() {
     // The wizard may be started by another program, which hands the variables on to it.
-    if (std::strcmp(program_invocation_short_name, "teluma-wizard") != 0)
-        return;
-    if (const char* length = std::getenv("TELUMA_SLEEP_MS"))
-        sleep_ms = std::atol(length);
+    if (std::strcmp(program_invocation_short_name, "teluma-wizard") != 0) return;
+    if (const char* length = std::getenv("TELUMA_SLEEP_MS")) sleep_ms = std::atol(length);
     unsetenv("LD_PRELOAD");
     unsetenv("TELUMA_SLEEP_MS");
 }

@@ -30,9 +30,7 @@ SystemLog::SystemLog() : socket(new_socket()) {
             "bind");
 }
 
-SystemLog::~SystemLog() {
-    unlink(path);
-}
+SystemLog::~SystemLog() { unlink(path); }
 
 std::vector<std::string> SystemLog::messages() {
     char message[1024];

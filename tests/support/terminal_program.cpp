@@ -22,9 +22,7 @@ SessionCommand session_command(const ProgramSetup& setup) {
     return {setup.arguments, changed_environment(changes), setup.directory};
 }
 
-std::string quoted(const std::string& text) {
-    return "\"" + text + "\"";
-}
+std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
 }  // namespace
 
@@ -35,16 +33,14 @@ TerminalProgram::TerminalProgram(const ProgramSetup& setup)
       session(pty.openProgramSide(), session_command(setup)) {}
 
 TerminalProgram::~TerminalProgram() {
-    if (connected && !session.ended())
-        signalForeground(SIGKILL);
+    if (connected && !session.ended()) signalForeground(SIGKILL);
 }
 
 void TerminalProgram::absorb() {
     const std::string output = pty.read();
     allOutput += output;
     emulator.feed(output);
-    if (connected)
-        pty.write(emulator.takeReplies());
+    if (connected) pty.write(emulator.takeReplies());
 }
 
 bool TerminalProgram::waitForNews(int milliseconds) {
@@ -60,8 +56,7 @@ bool TerminalProgram::comesTo(const Condition& condition) {
     const Deadline deadline;
     waitForNews(0);
     while (!condition(emulator.image())) {
-        if (complete || deadline.passed())
-            return false;
+        if (complete || deadline.passed()) return false;
         // Some conditions look at more than the screen, so they are asked again without news.
         waitForNews(deadline.millisecondsLeft(50));
     }
@@ -70,8 +65,7 @@ bool TerminalProgram::comesTo(const Condition& condition) {
 
 void TerminalProgram::waitUntil(const Condition& condition, const std::string& description,
                                 const Caller& caller) {
-    if (!comesTo(condition))
-        giveUp(description, caller);
+    if (!comesTo(condition)) giveUp(description, caller);
 }
 
 Position TerminalProgram::waitForText(const std::string& text, const Caller& caller) {
@@ -97,23 +91,20 @@ void TerminalProgram::waitCursorAt(int row, int col, const Caller& caller) {
 ExitStatus TerminalProgram::waitExit(const Caller& caller) {
     const Deadline deadline;
     while (!complete) {
-        if (deadline.passed())
-            giveUp("the program had ended", caller);
+        if (deadline.passed()) giveUp("the program had ended", caller);
         waitForNews(deadline.millisecondsLeft(1000));
     }
     return *session.ended();
 }
 
 void TerminalProgram::waitQuiet() {
-    while (!complete && waitForNews(200))
-        continue;
+    while (!complete && waitForNews(200)) continue;
 }
 
 void TerminalProgram::type(const std::string& bytes) {
     const Deadline deadline;
     for (size_t typed = pty.write(bytes); typed < bytes.size();) {
-        if (deadline.passed())
-            throw std::runtime_error("the program did not read what was typed");
+        if (deadline.passed()) throw std::runtime_error("the program did not read what was typed");
         waitForNews(10);
         typed += pty.write(bytes.substr(typed));
     }
@@ -136,14 +127,11 @@ void TerminalProgram::hangUp() {
     pty.hangUp();
 }
 
-void TerminalProgram::signal(int number) {
-    checked(kill(session.program(), number), "kill");
-}
+void TerminalProgram::signal(int number) { checked(kill(session.program(), number), "kill"); }
 
 void TerminalProgram::signalForeground(int number) {
     const int group = pty.foregroundGroup();
-    if (group > 1)
-        kill(-group, number);
+    if (group > 1) kill(-group, number);
 }
 
 ScreenImage TerminalProgram::image() {

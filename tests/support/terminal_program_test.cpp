@@ -13,9 +13,7 @@
 
 namespace {
 
-ProgramSetup shell(const std::string& script) {
-    return {{"sh", "-c", script}};
-}
+ProgramSetup shell(const std::string& script) { return {{"sh", "-c", script}}; }
 
 pid_t number_after(const std::string& word, TerminalProgram& program) {
     const std::string text = program.image().text();

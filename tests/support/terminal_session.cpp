@@ -29,9 +29,7 @@ struct Prepared {
 };
 
 /// Moves a descriptor above those that the program gets, at least to `lowest`.
-int moved(int descriptor, int lowest) {
-    return fcntl(descriptor, F_DUPFD_CLOEXEC, lowest);
-}
+int moved(int descriptor, int lowest) { return fcntl(descriptor, F_DUPFD_CLOEXEC, lowest); }
 
 /// Keeps nothing open but these three, which it moves, in ascending order.
 void close_all_but(Prepared& prepared) {
@@ -41,24 +39,21 @@ void close_all_but(Prepared& prepared) {
     unsigned first = 0;
     for (const int kept : {prepared.terminal, prepared.report, prepared.start_error}) {
         const auto number = static_cast<unsigned>(kept);
-        if (number > first)
-            close_range(first, number - 1, 0);
+        if (number > first) close_range(first, number - 1, 0);
         first = number + 1;
     }
     close_range(first, ~0U, 0);
 }
 
 void reset_signals() {
-    for (int number = 1; number < NSIG; ++number)
-        std::signal(number, SIG_DFL);
+    for (int number = 1; number < NSIG; ++number) std::signal(number, SIG_DFL);
     sigset_t none;
     sigemptyset(&none);
     sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
 void report_value(int descriptor, int value) {
-    while (write(descriptor, &value, sizeof value) < 0 && errno == EINTR)
-        continue;
+    while (write(descriptor, &value, sizeof value) < 0 && errno == EINTR) continue;
 }
 
 [[noreturn]] void run_program(const Prepared& prepared) {
@@ -81,8 +76,7 @@ volatile std::sig_atomic_t program_group = 0;
 // When the terminal hangs up the kernel tells the leader of the session only, and a shell passes it
 // on to its jobs.
 void pass_on_hang_up(int) {
-    if (program_group > 0)
-        kill(-program_group, SIGHUP);
+    if (program_group > 0) kill(-program_group, SIGHUP);
 }
 
 [[noreturn]] void lead_session(Prepared prepared) {
@@ -94,26 +88,21 @@ void pass_on_hang_up(int) {
     close_all_but(prepared);
 
     const pid_t program = fork();
-    if (program == 0)
-        run_program(prepared);
+    if (program == 0) run_program(prepared);
     program_group = program;
     report_value(prepared.report, program);
     close(prepared.start_error);
     int wait_status = 0;
-    while (waitpid(program, &wait_status, 0) < 0 && errno == EINTR)
-        continue;
+    while (waitpid(program, &wait_status, 0) < 0 && errno == EINTR) continue;
     report_value(prepared.report, wait_status);
-    for (;;)
-        pause();
+    for (;;) pause();
 }
 
 std::optional<int> read_value(int descriptor) {
     int value = 0;
     ssize_t length;
-    while ((length = read(descriptor, &value, sizeof value)) < 0 && errno == EINTR)
-        continue;
-    if (length != sizeof value)
-        return std::nullopt;
+    while ((length = read(descriptor, &value, sizeof value)) < 0 && errno == EINTR) continue;
+    if (length != sizeof value) return std::nullopt;
     return value;
 }
 
@@ -131,8 +120,7 @@ TerminalSession::TerminalSession(const Descriptor& terminal, SessionCommand comm
                             reports.write_end.get(),
                             start_errors.write_end.get()};
     leader.pid = checked(fork(), "fork");
-    if (leader.pid == 0)
-        lead_session(prepared);
+    if (leader.pid == 0) lead_session(prepared);
     reports.write_end.close();
     start_errors.write_end.close();
     report = std::move(reports.read_end);
@@ -154,11 +142,9 @@ TerminalSession::~TerminalSession() {
 }
 
 TerminalSession::Leader::~Leader() {
-    if (pid < 0)
-        return;
+    if (pid < 0) return;
     kill(pid, SIGKILL);
-    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR)
-        continue;
+    while (waitpid(pid, nullptr, 0) < 0 && errno == EINTR) continue;
 }
 
 std::optional<ExitStatus> TerminalSession::ended() {

@@ -52,8 +52,7 @@ void wait_until(Condition condition, const std::string& description,
                 const Caller& caller = Caller::here()) {
     const Deadline deadline;
     while (!condition()) {
-        if (deadline.passed())
-            stop_test(caller, "waited in vain until " + description);
+        if (deadline.passed()) stop_test(caller, "waited in vain until " + description);
         std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 }

@@ -25,8 +25,7 @@ auto* const real_pselect = real<decltype(pselect)>("pselect");
 auto* const real_ppoll = real<int(pollfd*, nfds_t, const timespec*, const sigset_t*)>("ppoll");
 
 void tell(const std::function<void()>& listener) {
-    if (listener)
-        listener();
+    if (listener) listener();
 }
 
 int sleep_in_hand(const timespec& time, const sigset_t* mask) {
@@ -44,21 +43,16 @@ int key_wait_in_hand(pollfd* keyboard, const sigset_t* mask) {
     listener();
     const timespec at_once = {};
     const int result = real_ppoll(keyboard, 1, &at_once, mask);
-    if (result != 0)
-        return result;
+    if (result != 0) return result;
     errno = EINTR;
     return -1;
 }
 
 }  // namespace
 
-Waits::Waits() {
-    waits_in_hand = this;
-}
+Waits::Waits() { waits_in_hand = this; }
 
-Waits::~Waits() {
-    waits_in_hand = nullptr;
-}
+Waits::~Waits() { waits_in_hand = nullptr; }
 
 KeyWaits::~KeyWaits() {
     EXPECT_TRUE(pieces.empty()) << pieces.size() << " pieces of the test got no wait";
@@ -66,8 +60,7 @@ KeyWaits::~KeyWaits() {
 
 KeyWaits& KeyWaits::then(std::function<void()> piece) {
     pieces.push_back(std::move(piece));
-    if (!atKey)
-        atKey = [this] { runNext(); };
+    if (!atKey) atKey = [this] { runNext(); };
     return *this;
 }
 
@@ -75,15 +68,13 @@ void KeyWaits::runNext() {
     const std::function<void()> piece = std::move(pieces.front());
     pieces.pop_front();
     piece();
-    if (pieces.empty())
-        atKey = nullptr;
+    if (pieces.empty()) atKey = nullptr;
 }
 
 // In the place of the C library's.
 extern "C" int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
                        const timespec* time, const sigset_t* mask) {
-    if (waits_in_hand != nullptr && time != nullptr)
-        return sleep_in_hand(*time, mask);
+    if (waits_in_hand != nullptr && time != nullptr) return sleep_in_hand(*time, mask);
     return real_pselect(count, readable, writable, exceptional, time, mask);
 }
 
@@ -95,7 +86,6 @@ extern "C" int ppoll_in_hand(pollfd* descriptors, nfds_t count, const timespec* 
 int ppoll_in_hand(pollfd* descriptors, nfds_t count, const timespec* time, const sigset_t* mask) {
     if (waits_in_hand != nullptr && descriptors->fd == STDIN_FILENO && waits_in_hand->atKey)
         return key_wait_in_hand(descriptors, mask);
-    if (waits_in_hand != nullptr)
-        tell(waits_in_hand->atSocket);
+    if (waits_in_hand != nullptr) tell(waits_in_hand->atSocket);
     return real_ppoll(descriptors, count, time, mask);
 }

@@ -44,8 +44,7 @@ void print_report(int baud) {
         add_columns(rows, term, baud);
     }
     std::printf("%s\n%s\n", heading.c_str(), rule.c_str());
-    for (const std::string& row : rows)
-        std::printf("%s\n", row.c_str());
+    for (const std::string& row : rows) std::printf("%s\n", row.c_str());
 }
 
 }  // namespace

@@ -15,8 +15,7 @@ ProgramSetup wizard_over_line(const char* milliseconds, const char* baud) {
 
 std::string times(int count, const std::string& key) {
     std::string keys;
-    for (int i = 0; i < count; ++i)
-        keys += key;
+    for (int i = 0; i < count; ++i) keys += key;
     return keys;
 }
 

@@ -68,9 +68,7 @@ class DelayLine {
 
 volatile std::sig_atomic_t resized = 0;
 
-void note_resize(int /*signal_number*/) {
-    resized = 1;
-}
+void note_resize(int /*signal_number*/) { resized = 1; }
 
 winsize terminal_size() {
     winsize size{};
@@ -98,8 +96,7 @@ class RawTerminal {
 void write_all(const std::string& bytes) {
     for (size_t written = 0; written < bytes.size();) {
         const ssize_t length = write(STDOUT_FILENO, bytes.data() + written, bytes.size() - written);
-        if (length < 0 && errno != EINTR)
-            return;
+        if (length < 0 && errno != EINTR) return;
         written += static_cast<size_t>(std::max<ssize_t>(length, 0));
     }
 }
@@ -118,8 +115,7 @@ class SlowLine {
             const auto ended = session.ended();
             toScreen.put(pty.read());
             write_all(toScreen.take());
-            if (ended && toScreen.isEmpty())
-                return *ended;
+            if (ended && toScreen.isEmpty()) return *ended;
             waiting += toProgram.take();
             waiting.erase(0, pty.write(waiting));
             waitForNews();
@@ -137,26 +133,22 @@ class SlowLine {
             resized = 0;
             pty.resize(terminal_size().ws_row, terminal_size().ws_col);
         }
-        if (waited[0].revents != 0)
-            readKeyboard();
+        if (waited[0].revents != 0) readKeyboard();
     }
 
     void readKeyboard() {
         char bytes[4096];
         const ssize_t length = read(STDIN_FILENO, bytes, sizeof(bytes));
         connected = length > 0 || (length < 0 && errno == EINTR);
-        if (length > 0)
-            toProgram.put(std::string(bytes, static_cast<size_t>(length)));
+        if (length > 0) toProgram.put(std::string(bytes, static_cast<size_t>(length)));
     }
 
     // For poll(2): -1 while nothing is under way.
     int millisecondsToNextArrival() const {
         constexpr std::chrono::milliseconds retry(10);
         Clock::time_point next = std::min(toProgram.nextArrival(), toScreen.nextArrival());
-        if (!waiting.empty())
-            next = std::min(next, Clock::now() + retry);
-        if (next == Clock::time_point::max())
-            return -1;
+        if (!waiting.empty()) next = std::min(next, Clock::now() + retry);
+        if (next == Clock::time_point::max()) return -1;
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now());
         return static_cast<int>(std::max<long>(left.count(), 0));
     }

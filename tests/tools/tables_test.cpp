@@ -98,8 +98,7 @@ TEST(AllTables, follow_one_another_and_count_the_targets) {
         for (const char* column : {"wizard", "whiptail", "dialog", "floor"})
             samples.push_back({row.key, column, 2});
     }
-    for (const Row& row : own_rows)
-        samples.push_back({row.key, "wizard", 2});
+    for (const Row& row : own_rows) samples.push_back({row.key, "wizard", 2});
     for (const Row& row : list_rows) {
         samples.push_back({row.key, "2", 2});
         samples.push_back({row.key, "29", 3});

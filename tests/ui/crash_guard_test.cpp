@@ -50,8 +50,7 @@ TEST_F(CrashGuard, gives_the_terminal_back_when_there_is_no_stack_left) {
 TEST_F(CrashGuard, leaves_the_terminal_alone_when_a_child_process_crashes) {
     const auto crash_in_child = [] {
         const pid_t child = checked(fork(), "fork");
-        if (child == 0)
-            raise(SIGSEGV);
+        if (child == 0) raise(SIGSEGV);
         waitpid(child, nullptr, 0);
     };
     expectAfter(crash_in_child, exited(7), false);

@@ -127,9 +127,7 @@ class Poster : public Window {
     std::string line(int number) const { return line_of(cursesWindow, number); }
 };
 
-std::string blanks(size_t count) {
-    return std::string(count, ' ');
-}
+std::string blanks(size_t count) { return std::string(count, ' '); }
 
 TEST_F(FrameTest, centred_text_stands_in_the_columns_given_on_a_cleared_line) {
     Poster poster(root());

@@ -46,8 +46,7 @@ TEST_P(KeySequences, are_keys_for_the_cursor_in_both_modes_and_for_the_keypad) {
                                                      {"\n", key_enter},
                                                      {"O", 'O'},
                                                      {"[", '['}};
-    for (const auto& [sequence, key] : sequences)
-        EXPECT_EQ(keyOf(sequence), key) << sequence;
+    for (const auto& [sequence, key] : sequences) EXPECT_EQ(keyOf(sequence), key) << sequence;
     for (int digit = 0; digit <= 9; ++digit)
         EXPECT_EQ(keyOf(std::string("\033O") + static_cast<char>('p' + digit)), '0' + digit);
 }

@@ -32,8 +32,7 @@ class KeysTest : public UiTest {
     WINDOW* window() const { return widget.getCursesWindow(); }
 
     void expectKeys(const std::vector<int>& keys) {
-        for (const int key : keys)
-            EXPECT_EQ(read_key(widget), key) << keyname(key);
+        for (const int key : keys) EXPECT_EQ(read_key(widget), key) << keyname(key);
     }
 
     /// From now on the standard input is at its end, as when the terminal is gone.

@@ -75,8 +75,7 @@ class FormatLabelTest : public UiTest {
     /// like.
     std::vector<std::string> lines(const std::string& text, int width, int mode, int drawings) {
         FormatLabel label(text.c_str(), 2, 3, root(), width, mode);
-        for (int i = 0; i < drawings; ++i)
-            label.draw();
+        for (int i = 0; i < drawings; ++i) label.draw();
         EXPECT_EQ(label.getHeight(), label.getLineCount()) << text;
         EXPECT_EQ(label.getWidth(), width) << text;
         std::vector<std::string> lines;

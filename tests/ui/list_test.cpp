@@ -34,8 +34,7 @@ class ListTest : public UiTest {
     }
 
     void press(Window& window, std::initializer_list<int> keys) {
-        for (const int key : keys)
-            EXPECT_EQ(window.onKey(key), key);
+        for (const int key : keys) EXPECT_EQ(window.onKey(key), key);
     }
 
     /// Expects that none of the keys draws anything.
@@ -170,8 +169,7 @@ TEST_F(ListTest, of_check_boxes_leaves_out_what_comes_after_a_hundred_entries) {
     const std::vector<unsigned char> flags(150, 1);
     ChoiceList many(root(), 150, entries.data(), flags.data(), 0, 0, 2, 1);
     EXPECT_EQ(many.getHeight(), 100);
-    for (int i = 0; i < 150; ++i)
-        many.onKey(KEY_DOWN);
+    for (int i = 0; i < 150; ++i) many.onKey(KEY_DOWN);
     many.onKey(32);
     EXPECT_EQ(flags_of(many), std::string(99, '1') + "0");
 }

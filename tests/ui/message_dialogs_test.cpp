@@ -85,8 +85,7 @@ TEST_F(MessageDialogTest, reads_other_keys_and_ignores_them) {
         waits.then([&] {
             const ScreenImage before = terminal.image();
             terminal.type("xyoYrb\x1b");
-            for (const Key key : {Key::down, Key::right, Key::backspace})
-                terminal.press(key);
+            for (const Key key : {Key::down, Key::right, Key::backspace}) terminal.press(key);
             waits.then([&, before] {
                 EXPECT_SAME_LOOK(before, terminal.image());
                 terminal.type(dialog->closing_keys);
@@ -148,8 +147,7 @@ TEST_F(MessageDialogTest, is_as_wide_as_its_message_or_60_columns_from_58_charac
 TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) {
     for (const char* const keys : {"\n", " ", "\t\t\n", "\t\t ", "yY\n"})
         EXPECT_EQ(answer(keys), 0) << keys;
-    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
-        EXPECT_EQ(answer(keys), 1) << keys;
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"}) EXPECT_EQ(answer(keys), 1) << keys;
 }
 
 /// A dialog of two buttons, where they stand and the looks of each with the focus.
@@ -254,8 +252,7 @@ class RetryOrBackTest : public DialogTest {
 };
 
 TEST_F(RetryOrBackTest, back_probes_nothing) {
-    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"})
-        EXPECT_EQ(ask(keys), 0) << keys;
+    for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"}) EXPECT_EQ(ask(keys), 0) << keys;
     EXPECT_EQ(taken.takeAll(), 0);
     EXPECT_FALSE(terminal.image().shows("Operation pending!"));
 }

@@ -86,8 +86,7 @@ TEST_F(PendingBoxTest, with_a_message_longer_than_that_is_broken_into_lines_unde
     EXPECT_TRUE(terminal.image().shows("Error!"));
     EXPECT_EQ(pending_frame()->getHeight(), 8);
     std::string message;
-    for (int i = 0; i < 17; ++i)
-        message += "123456789 ";
+    for (int i = 0; i < 17; ++i) message += "123456789 ";
     showPending(message.c_str(), "Title");
     EXPECT_SCREEN(terminal.image(), "golden/long_pending");
 }

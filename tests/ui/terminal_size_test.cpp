@@ -13,16 +13,13 @@ using Size = std::pair<int, int>;
 const Size usual = {24, 80};
 const Size impossible[] = {{24, 65535}, {4097, 80}};
 
-Size curses_size() {
-    return {getmaxy(stdscr), getmaxx(stdscr)};
-}
+Size curses_size() { return {getmaxy(stdscr), getmaxx(stdscr)}; }
 
 /// Whether what curses says is kept back, or curses writes by itself.
 class TerminalSize : public TerminalTest, public testing::WithParamInterface<bool> {
   protected:
     TerminalSize() {
-        if (!GetParam())
-            keepFilesSmall();
+        if (!GetParam()) keepFilesSmall();
     }
 
     /// What curses has on a terminal that is opened at that size.
@@ -49,8 +46,7 @@ INSTANTIATE_TEST_SUITE_P(Output, TerminalSize, testing::Bool(), [](const auto& k
 
 TEST_P(TerminalSize, is_the_terminals_if_any_has_so_many_rows_and_columns) {
     EXPECT_EQ(sizeOpenedAt({4096, 72}), Size(4096, 72));
-    for (const Size& size : impossible)
-        EXPECT_EQ(sizeOpenedAt(size), usual);
+    for (const Size& size : impossible) EXPECT_EQ(sizeOpenedAt(size), usual);
     setenv("LINES", "4097", 1);
     setenv("COLUMNS", "0x2000", 1);
     EXPECT_EQ(sizeOpenedAt({30, 100}), Size(30, 100));
@@ -61,8 +57,7 @@ TEST_P(TerminalSize, becomes_the_terminals_if_any_has_so_many_rows_and_columns) 
     EXPECT_EQ(sizeRenewedAt({34, 100}), Size(34, 100));
     EXPECT_EQ(sizeRenewedAt({20, 4096}), Size(20, 4096));
     EXPECT_EQ(sizeRenewedAt(usual), usual);
-    for (const Size& size : impossible)
-        EXPECT_EQ(sizeRenewedAt(size), usual);
+    for (const Size& size : impossible) EXPECT_EQ(sizeRenewedAt(size), usual);
     EXPECT_EQ(sizeRenewedAt({34, 100}), Size(34, 100));
     if (GetParam()) {
         EXPECT_EQ(sizeRenewedAt({0, 0}), Size(34, 100));

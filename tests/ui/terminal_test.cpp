@@ -240,8 +240,7 @@ TEST_F(TerminalTest, is_written_to_at_once_where_descriptors_are_few) {
     // For a copy of each terminal's and one more.
     const int terminals = isatty(STDIN_FILENO) + isatty(STDOUT_FILENO) + isatty(STDERR_FILENO);
     std::vector<Descriptor> free_ones;
-    for (int i = 0; i <= terminals; ++i)
-        free_ones.emplace_back(dup(STDOUT_FILENO));
+    for (int i = 0; i <= terminals; ++i) free_ones.emplace_back(dup(STDOUT_FILENO));
     const int last = free_ones.back().get();
     free_ones.clear();
     limit(RLIMIT_NOFILE, static_cast<rlim_t>(last) + 1);
@@ -265,8 +264,7 @@ TEST_F(TerminalTest, may_be_none_on_standard_output) {
 // With Ctrl-S, or a dead line.
 TEST_F(TerminalTest, that_takes_nothing_keeps_nobody_from_ending) {
     for (const bool by_itself : {false, true}) {
-        if (by_itself)
-            keepFilesSmall();
+        if (by_itself) keepFilesSmall();
         openAndShow();
         pty.fill();
         const int flags = fcntl(STDOUT_FILENO, F_GETFL);
@@ -286,8 +284,7 @@ class PlentyOfOutput : public TerminalTest {
     PlentyOfOutput() {
         open();
         for (int frame = 0; frame < 200; ++frame) {
-            for (int row = 0; row < 24; ++row)
-                draw(row, letters(frame + row));
+            for (int row = 0; row < 24; ++row) draw(row, letters(frame + row));
             refresh();
         }
     }
@@ -295,8 +292,7 @@ class PlentyOfOutput : public TerminalTest {
     /// No letter twice in a row, as curses would have the terminal repeat it.
     static std::string letters(int number) {
         std::string text;
-        for (int col = 0; col < 79; ++col)
-            text += static_cast<char>('a' + (number + col) % 26);
+        for (int col = 0; col < 79; ++col) text += static_cast<char>('a' + (number + col) % 26);
         return text;
     }
 

@@ -37,8 +37,7 @@ class TerminalTest : public testing::Test {
     }
 
     ~TerminalTest() override {
-        if (stdscr != nullptr && !isendwin())
-            endwin();
+        if (stdscr != nullptr && !isendwin()) endwin();
         // Curses keeps the screens that are not current; freed, one would lose its panels.
         set_term(nullptr);
         wizard_terminal = {};
@@ -51,8 +50,7 @@ class TerminalTest : public testing::Test {
         dup2(inputBefore.get(), STDIN_FILENO);
         dup2(outputBefore.get(), STDOUT_FILENO);
         // A failure was told to the terminal.
-        if (HasFailure())
-            std::cout << allBytes << std::flush;
+        if (HasFailure()) std::cout << allBytes << std::flush;
     }
 
     void open(const char* term = "xterm-256color") {

@@ -19,8 +19,7 @@ class FieldTest : public UiTest {
     }
 
     void typeIn(const std::string& characters) {
-        for (const char character : characters)
-            field.onKey(static_cast<unsigned char>(character));
+        for (const char character : characters) field.onKey(static_cast<unsigned char>(character));
     }
 
     void set(const char* text) {

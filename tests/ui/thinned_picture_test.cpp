@@ -103,8 +103,7 @@ TEST_P(ThinnedPicture, is_the_same_whatever_curses_draws) {
     CursesTerminal curses(rows, cols, GetParam());
     size_t said = 0;
     expectSamePictures(300, [&] {
-        for (int i = upTo(8); i >= 0; --i)
-            drawSomething();
+        for (int i = upTo(8); i >= 0; --i) drawSomething();
         keypad(stdscr, upTo(3) != 0);
         curs_set(upTo(1));
         refresh();

@@ -60,14 +60,11 @@ void UiTest::resizeTo(int rows, int cols) {
 
 int panels_shown() {
     int count = 0;
-    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
-        ++count;
+    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel)) ++count;
     return count;
 }
 
-Position cursor_in(WINDOW* window) {
-    return {getcury(window), getcurx(window)};
-}
+Position cursor_in(WINDOW* window) { return {getcury(window), getcurx(window)}; }
 
 std::string line_of(WINDOW* window, int line) {
     std::vector<char> characters(static_cast<size_t>(getmaxx(window)) + 1);

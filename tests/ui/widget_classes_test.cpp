@@ -32,8 +32,7 @@ class EveryWidget : public UiTest {
 TEST_F(EveryWidget, draws_on_a_panel_of_its_own_and_is_destroyed_whole_as_a_window) {
     EXPECT_EQ(panels_shown(), 7);
     EXPECT_EQ(panel_window(panel_below(nullptr)), widgets[6]->getCursesWindow());
-    for (const Widget& widget : widgets)
-        widget->hide();
+    for (const Widget& widget : widgets) widget->hide();
     const std::string before = to_text(shown());
     for (Widget& widget : widgets) {
         widget->setColors(2, 2, 0);

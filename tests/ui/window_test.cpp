@@ -11,17 +11,11 @@ Position corner_of(const Window& window) {
     return {getbegy(window.getCursesWindow()), getbegx(window.getCursesWindow())};
 }
 
-Position place_of(const Window& window) {
-    return {window.getRow(), window.getCol()};
-}
+Position place_of(const Window& window) { return {window.getRow(), window.getCol()}; }
 
-Position size_of(const Window& window) {
-    return {window.getHeight(), window.getWidth()};
-}
+Position size_of(const Window& window) { return {window.getHeight(), window.getWidth()}; }
 
-Position inside_of(const Window& window) {
-    return {window.clientHeight(), window.clientWidth()};
-}
+Position inside_of(const Window& window) { return {window.clientHeight(), window.clientWidth()}; }
 
 TEST_F(WindowTest, nothing_but_its_geometry_exists_before_create) {
     Window window(root(), 3, 5, 7, 20);
@@ -111,8 +105,7 @@ TEST_F(WindowTest, touch_marks_every_line_of_it_and_of_its_ancestors_but_not_wha
     inner.create();
     shown();
     const Window* const chain[] = {&widget, &frame, root()};
-    for (const Window* window : chain)
-        ASSERT_FALSE(is_wintouched(window->getCursesWindow()));
+    for (const Window* window : chain) ASSERT_FALSE(is_wintouched(window->getCursesWindow()));
     widget.touch();
     EXPECT_FALSE(is_wintouched(inner.getCursesWindow()));
     for (const Window* window : chain) {

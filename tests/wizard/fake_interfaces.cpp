@@ -32,8 +32,7 @@ ifreq record_of(const FakeInterface& interface) {
 int list_all(const std::vector<FakeInterface>& host, ifconf& query) {
     const auto room = static_cast<size_t>(query.ifc_len) / sizeof(ifreq);
     const size_t count = std::min(host.size(), room);
-    for (size_t i = 0; i < count; ++i)
-        query.ifc_req[i] = record_of(host[i]);
+    for (size_t i = 0; i < count; ++i) query.ifc_req[i] = record_of(host[i]);
     query.ifc_len = static_cast<int>(count * sizeof(ifreq));
     return 0;
 }
@@ -64,17 +63,14 @@ int answer_about_alias(const FakeInterface& interface, ifaliasreq& query) {
 }
 
 int answer(const std::vector<FakeInterface>& host, unsigned long request, void* argument) {
-    if (request == SIOCGIFCONF)
-        return list_all(host, *static_cast<ifconf*>(argument));
+    if (request == SIOCGIFCONF) return list_all(host, *static_cast<ifconf*>(argument));
     errno = ENODEV;
     for (const FakeInterface& interface : host) {
         // Every request begins with the name.
-        if (std::strcmp(interface.name, static_cast<const char*>(argument)) != 0)
-            continue;
+        if (std::strcmp(interface.name, static_cast<const char*>(argument)) != 0) continue;
         if (request != SIOCGIFALIAS)
             return answer_about(interface, request, *static_cast<ifreq*>(argument));
-        if (answer_about_alias(interface, *static_cast<ifaliasreq*>(argument)) == 0)
-            return 0;
+        if (answer_about_alias(interface, *static_cast<ifaliasreq*>(argument)) == 0) return 0;
     }
     return -1;
 }

@@ -18,13 +18,9 @@
 
 namespace {
 
-std::string current_directory() {
-    return std::filesystem::current_path();
-}
+std::string current_directory() { return std::filesystem::current_path(); }
 
-std::string parent_of(const std::string& path) {
-    return std::filesystem::path(path).parent_path();
-}
+std::string parent_of(const std::string& path) { return std::filesystem::path(path).parent_path(); }
 
 int entries_of(const std::string& path) {
     const std::filesystem::directory_iterator begin(path);
@@ -32,9 +28,7 @@ int entries_of(const std::string& path) {
 }
 
 // Covers a directory by an empty one that nothing can be made in.
-void bar(const char* path) {
-    checked(mount("none", path, "tmpfs", MS_RDONLY, nullptr), "mount");
-}
+void bar(const char* path) { checked(mount("none", path, "tmpfs", MS_RDONLY, nullptr), "mount"); }
 
 class PrivateDirectory : public testing::Test {
   protected:
@@ -74,8 +68,7 @@ TEST_F(PrivateDirectory, is_the_current_one_and_closed_to_everybody_else_whateve
 }
 
 TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
-    if (chown("/run/scratch", 12, 12) != 0)
-        GTEST_SKIP() << "a user namespace without other ids";
+    if (chown("/run/scratch", 12, 12) != 0) GTEST_SKIP() << "a user namespace without other ids";
     EXPECT_TRUE(inside([] {
         const std::string copy = current_directory() + "/temp.cfg";
         write_file("temp.cfg", "secret", 0666);

@@ -22,14 +22,12 @@ bool asks_for_interfaces(unsigned long request) {
 extern "C" {
 
 int uname(utsname* host) noexcept {
-    if (replaced_calls.uname)
-        return replaced_calls.uname(host);
+    if (replaced_calls.uname) return replaced_calls.uname(host);
     return static_cast<int>(syscall(SYS_uname, host));
 }
 
 int getdomainname(char* name, size_t size) noexcept {
-    if (replaced_calls.getdomainname)
-        return replaced_calls.getdomainname(name, size);
+    if (replaced_calls.getdomainname) return replaced_calls.getdomainname(name, size);
     std::snprintf(name, size, "(none)");
     return 0;
 }

@@ -47,8 +47,7 @@ std::function<void()> on_signal;
 
 void note_signal(int /*signal_number*/) {
     ++signals_seen;
-    if (on_signal)
-        on_signal();
+    if (on_signal) on_signal();
 }
 
 class SignalGate : public testing::Test {
@@ -154,13 +153,11 @@ TEST_F(SignalGate, waiting_to_write_lets_signals_in_and_goes_on_until_there_is_r
     const Descriptor sender(ends[0]);
     const Descriptor receiver(ends[1]);
     std::string piece(4096, 'x');
-    while (send(sender.get(), piece.data(), piece.size(), MSG_DONTWAIT) > 0)
-        continue;
+    while (send(sender.get(), piece.data(), piece.size(), MSG_DONTWAIT) > 0) continue;
     expect_signals_during(
         [&] { EXPECT_EQ(wait_for(sender.get(), POLLOUT), 0); },
         [&] {
-            while (recv(receiver.get(), &piece[0], piece.size(), MSG_DONTWAIT) > 0)
-                continue;
+            while (recv(receiver.get(), &piece[0], piece.size(), MSG_DONTWAIT) > 0) continue;
         });
 }
 
@@ -195,8 +192,7 @@ TEST_F(SignalGate, a_sleep_lasts_its_whole_time_however_many_signals_come) {
 // A child that runs `work`, with the signals as fork(2) leaves them, and ends with what it returns.
 pid_t start_child(const std::function<int()>& work) {
     const pid_t child = checked(fork(), "fork");
-    if (child == 0)
-        _exit(work());
+    if (child == 0) _exit(work());
     return child;
 }
 

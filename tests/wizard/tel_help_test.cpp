@@ -26,8 +26,7 @@ namespace {
 
 TEST(OsKindNamed, knows_five_systems_by_their_exact_names) {
     const char* const names[] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD", "SunOS"};
-    for (int kind = 0; kind < os_kind_count; ++kind)
-        EXPECT_EQ(os_kind_named(names[kind]), kind);
+    for (int kind = 0; kind < os_kind_count; ++kind) EXPECT_EQ(os_kind_named(names[kind]), kind);
     for (const char* unknown : {"linux", "SUNOS", "FreeBSD2", "Free", "Darwin", ""})
         EXPECT_EQ(os_kind_named(unknown), -1) << unknown;
 }
@@ -144,8 +143,7 @@ const ExitStatus no_namespace = exited(2);
 ExitStatus verdict_among(int count) {
     return as_user(geteuid(), [&] {
         const std::string ids = "0 " + std::to_string(geteuid()) + " " + std::to_string(count);
-        if (unshare(CLONE_NEWUSER) == -1)
-            _exit(2);
+        if (unshare(CLONE_NEWUSER) == -1) _exit(2);
         std::ofstream("/proc/self/uid_map") << ids;
         _exit(has_one_user() ? 1 : 0);
     });

@@ -29,8 +29,7 @@ Peer box_program(const std::string& name) {
                                          "Password:",        "13",      "45"};
     std::vector<std::string> password_box = text_box;
     password_box[3] = "--passwordbox";
-    if (name == "dialog")
-        password_box.insert(password_box.begin() + 3, "--insecure");
+    if (name == "dialog") password_box.insert(password_box.begin() + 3, "--insecure");
     return {name, password_box, text_box};
 }
 
@@ -74,8 +73,7 @@ void sample_characters(const Peer& peer, const std::string& field, TracedProgram
     for (int i = 0; i < typed_characters; ++i) {
         const Burst burst = program->type("q");
         meter.print(field, peer, burst);
-        if (i == 0)
-            print_sample(field + "_first", peer.name, static_cast<double>(burst.bytes));
+        if (i == 0) print_sample(field + "_first", peer.name, static_cast<double>(burst.bytes));
     }
 }
 
@@ -88,8 +86,7 @@ void sample_output(const Peer& peer) {
     meter.print("resize", peer, password_box->resize(34, 100));
 
     TracedProgram text_box(options_for_writes, peer.text_box);
-    if (peer.is_wizard)
-        walk(*text_box, Stop::domain);
+    if (peer.is_wizard) walk(*text_box, Stop::domain);
     sample_characters(peer, "text", text_box);
 }
 
@@ -99,8 +96,7 @@ using Programs = std::vector<std::unique_ptr<MeasuredProgram>>;
 void sample_idleness(const std::string& row, const std::vector<Peer>& peers,
                      const Programs& programs) {
     std::vector<double> before;
-    for (const auto& program : programs)
-        before.push_back(program->processorTime());
+    for (const auto& program : programs) before.push_back(program->processorTime());
     std::this_thread::sleep_for(std::chrono::seconds(5));
     for (size_t i = 0; i < peers.size(); ++i)
         print_sample(row, peers[i].name, programs[i]->processorTime() - before[i]);
@@ -111,8 +107,7 @@ void sample_idleness(const std::string& row, const std::vector<Peer>& peers,
 void compare(const std::string& wizard, const std::string& floor, int rounds) {
     const std::vector<Peer> peers = peers_of(wizard, floor);
     // The first start finds the program on the disk, the others in memory.
-    for (const Peer& peer : peers)
-        const MeasuredProgram started_once(peer.password_box);
+    for (const Peer& peer : peers) const MeasuredProgram started_once(peer.password_box);
     for (int round = 0; round < rounds; ++round) {
         std::vector<double> starts(peers.size());
         for (size_t turn = 0; turn < peers.size(); ++turn) {
@@ -124,8 +119,7 @@ void compare(const std::string& wizard, const std::string& floor, int rounds) {
             print_sample("beyond_floor", peers[i].name, starts[i] - starts.back());
     }
     for (int round = 0; round < std::min(rounds, rounds_of_output); ++round) {
-        for (const Peer& peer : peers)
-            sample_output(peer);
+        for (const Peer& peer : peers) sample_output(peer);
     }
 }
 
@@ -139,7 +133,6 @@ void compare_idleness(const std::string& wizard, const std::string& floor) {
     programs[0]->type("\t\t\r");
     programs[0]->expect("Error!");
     sample_idleness("idle_dialog", peers, programs);
-    for (const auto& program : programs)
-        program->resize(34, 100);
+    for (const auto& program : programs) program->resize(34, 100);
     sample_idleness("idle_resized", peers, programs);
 }

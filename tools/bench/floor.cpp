@@ -35,15 +35,13 @@ void draw() {
         char place[32];
         std::snprintf(place, sizeof(place), "\033[%d;%dH", top + row + 1, left + 1);
         add(place);
-        for (int col = 0; edge && col < box_cols; ++col)
-            add("-");
+        for (int col = 0; edge && col < box_cols; ++col) add("-");
         if (!edge) {
             std::snprintf(place, sizeof(place), "|\033[%dC|", box_cols - 2);
             add(place);
         }
     }
-    if (write(STDOUT_FILENO, frame, static_cast<size_t>(length)) != length)
-        _exit(1);
+    if (write(STDOUT_FILENO, frame, static_cast<size_t>(length)) != length) _exit(1);
 }
 
 // That it is called is enough: it interrupts the read.

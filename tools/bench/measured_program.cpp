@@ -49,8 +49,7 @@ double now() {
         dup2(terminal, standard);
     close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     const double started = now();
-    if (write(start, &started, sizeof(started)) == sizeof(started))
-        execv(arguments[0], arguments);
+    if (write(start, &started, sizeof(started)) == sizeof(started)) execv(arguments[0], arguments);
     _exit(127);
 }
 
@@ -61,8 +60,7 @@ std::string proc_file(pid_t process, const std::string& name) {
 // Takes what is written next; false when nothing comes for `milliseconds`.
 bool take_piece(Pty& pty, std::vector<Piece>& pieces, int milliseconds) {
     pollfd output{pty.descriptor(), POLLIN, 0};
-    if (poll(&output, 1, milliseconds) <= 0)
-        return false;
+    if (poll(&output, 1, milliseconds) <= 0) return false;
     const std::string bytes = pty.read();
     pieces.push_back({bytes, now()});
     return !bytes.empty();
@@ -72,8 +70,7 @@ bool take_piece(Pty& pty, std::vector<Piece>& pieces, int milliseconds) {
 // to note the time.
 void show(Emulator& emulator, std::vector<Piece>& pieces) {
     for (Piece& piece : pieces) {
-        if (!piece.picture.empty())
-            continue;
+        if (!piece.picture.empty()) continue;
         emulator.feed(piece.bytes);
         piece.picture = to_text(emulator.image());
     }
@@ -99,8 +96,7 @@ bool is_terminal(pid_t process, unsigned long descriptor) {
 
 bool waits_without_end(pid_t process) {
     const std::vector<unsigned long> call = call_of(process);
-    if (call.size() < 6)
-        return false;
+    if (call.size() < 6) return false;
     switch (call[0]) {
         case SYS_read:
             return is_terminal(process, call[1]);
@@ -128,16 +124,14 @@ MeasuredProgram::MeasuredProgram(std::vector<std::string> arguments, int rows, i
     std::vector<char*> pointers = exec_array(arguments);
     const Pipe start = make_pipe();
     child.pid = checked(fork(), "fork");
-    if (child.pid == 0)
-        run_in_terminal(terminal.get(), pointers.data(), start.write_end.get());
+    if (child.pid == 0) run_in_terminal(terminal.get(), pointers.data(), start.write_end.get());
     double started = 0;
     checked(static_cast<int>(read(start.read_end.get(), &started, sizeof(started))), "read");
     first = watchUntilRest(started);
 }
 
 MeasuredProgram::Child::~Child() {
-    if (pid <= 0)
-        return;
+    if (pid <= 0) return;
     // The group is there once the child has come to make it. A wizard that is asked to end removes
     // what it has made on the host.
     kill(-pid, SIGTERM);
@@ -156,25 +150,19 @@ Burst MeasuredProgram::watch(double cause, const std::function<bool()>& complete
     const Deadline deadline;
     std::vector<Piece> pieces;
     for (bool done = false; !done;) {
-        if (deadline.passed())
-            fail("was waited for in vain");
-        if (take_piece(pty, pieces, silence_milliseconds))
-            continue;
+        if (deadline.passed()) fail("was waited for in vain");
+        if (take_piece(pty, pieces, silence_milliseconds)) continue;
         show(emulator, pieces);
-        if (!process_running(pid()))
-            fail("has ended");
+        if (!process_running(pid())) fail("has ended");
         done = complete();
     }
-    while (take_piece(pty, pieces, 0))
-        continue;
+    while (take_piece(pty, pieces, 0)) continue;
     show(emulator, pieces);
 
     Burst burst;
-    for (const Piece& piece : pieces)
-        burst.bytes += piece.bytes.size();
+    for (const Piece& piece : pieces) burst.bytes += piece.bytes.size();
     for (auto piece = pieces.rbegin(); burst.bytes > 0 && piece != pieces.rend(); ++piece) {
-        if (piece->picture != pieces.back().picture)
-            break;
+        if (piece->picture != pieces.back().picture) break;
         burst.milliseconds = piece->time - cause;
     }
     return burst;
@@ -204,18 +192,15 @@ Burst MeasuredProgram::resize(int rows, int cols) {
 }
 
 void MeasuredProgram::expect(const std::string& text) const {
-    if (!emulator.image().shows(text))
-        fail("does not show \"" + text + "\"");
+    if (!emulator.image().shows(text)) fail("does not show \"" + text + "\"");
 }
 
 double MeasuredProgram::memory() const {
     std::ifstream file(proc_file(pid(), "smaps_rollup"));
     std::string word;
     double kilobytes = 0;
-    while (file >> word && word != "Pss:")
-        continue;
-    if (!(file >> kilobytes))
-        fail("can't be asked for its memory");
+    while (file >> word && word != "Pss:") continue;
+    if (!(file >> kilobytes)) fail("can't be asked for its memory");
     return kilobytes;
 }
 
@@ -223,8 +208,7 @@ double MeasuredProgram::processorTime() const {
     // proc(5): the first number of schedstat is the time on a processor, in nanoseconds.
     std::ifstream file(proc_file(pid(), "schedstat"));
     double nanoseconds = 0;
-    if (!(file >> nanoseconds))
-        fail("can't be asked for its processor time");
+    if (!(file >> nanoseconds)) fail("can't be asked for its processor time");
     return nanoseconds / 1e6;
 }
 
@@ -232,14 +216,11 @@ void MeasuredProgram::fail(const std::string& what) const {
     throw std::runtime_error(name + " " + what + "; the screen:\n" + emulator.image().text());
 }
 
-bool rests_for_key(pid_t program) {
-    return waits_without_end(program) && waits_for_key(program);
-}
+bool rests_for_key(pid_t program) { return waits_without_end(program) && waits_for_key(program); }
 
 std::string find_program(const std::string& name) {
     std::string path = run_command({"sh", "-c", "command -v " + name}).out;
-    if (path.empty())
-        throw std::runtime_error(name + " is not installed");
+    if (path.empty()) throw std::runtime_error(name + " is not installed");
     path.pop_back();
     return path;
 }

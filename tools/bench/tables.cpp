@@ -52,8 +52,7 @@ const std::string not_reached = "| NOT reached |";
 
 std::string line(const Words& words) {
     std::string text = "|";
-    for (const std::string& word : words)
-        text += word.empty() ? " |" : " " + word + " |";
+    for (const std::string& word : words) text += word.empty() ? " |" : " " + word + " |";
     return text + "\n";
 }
 
@@ -87,9 +86,7 @@ double figure(const Row& row, const std::string& column, const std::vector<Sampl
     return std::round(median(values) * scale) / scale;
 }
 
-std::string ratio(double value, double base) {
-    return base > 0 ? number(value / base, 2) : "-";
-}
+std::string ratio(double value, double base) { return base > 0 ? number(value / base, 2) : "-"; }
 
 // A line with its two last columns.
 std::string judged(Words words, const Row& row, double value, double better_peers) {
@@ -102,8 +99,7 @@ std::string judged(Words words, const Row& row, double value, double better_peer
 
 int count_of(const std::string& text, const std::string& part) {
     int count = 0;
-    for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size())
-        ++count;
+    for (size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) ++count;
     return count;
 }
 
@@ -131,8 +127,7 @@ std::vector<double> values_of(const std::vector<Sample>& samples, const std::str
                               const std::string& column) {
     std::vector<double> values;
     for (const Sample& sample : samples) {
-        if (sample.row == row && sample.column == column)
-            values.push_back(sample.value);
+        if (sample.row == row && sample.column == column) values.push_back(sample.value);
     }
     return values;
 }
@@ -185,8 +180,7 @@ std::string list_table(const std::vector<Row>& rows, const std::vector<Sample>& 
 
 std::string calls_table(const std::vector<Sample>& samples) {
     const Words steps = columns_of(samples, calls_row);
-    if (steps.empty())
-        throw std::runtime_error(std::string("no sample of ") + calls_row);
+    if (steps.empty()) throw std::runtime_error(std::string("no sample of ") + calls_row);
     std::string table = heading({"step of an apply run", "system calls"});
     for (const std::string& step : steps)
         table += line({step, number(median(values_of(samples, calls_row, step)), 0)});

@@ -35,8 +35,7 @@ class Reader {
         int process = 0;
         double time = 0;
         std::string text;
-        if (!(fields >> process >> time >> std::ws) || !std::getline(fields, text))
-            return;
+        if (!(fields >> process >> time >> std::ws) || !std::getline(fields, text)) return;
         if (begins_with(text, "+++"))
             trace.ends[process] = time;
         else if (!begins_with(text, "---"))
@@ -110,8 +109,7 @@ class Progress {
         std::string begun;
         for (int row = 0; row < screen.rows(); ++row) {
             const std::string step = stepOf(screen.rowText(row));
-            if (!step.empty() && seen.insert(step).second)
-                begun = step;
+            if (!step.empty() && seen.insert(step).second) begun = step;
         }
         return begun;
     }
@@ -121,8 +119,7 @@ class Progress {
     static std::string stepOf(const std::string& row) {
         const std::string arrow = "--> ";
         const size_t at = row.find(arrow);
-        if (at == std::string::npos)
-            return "";
+        if (at == std::string::npos) return "";
         const size_t from = at + arrow.size();
         return row.substr(from, row.find(" ...", from) - from);
     }
@@ -137,8 +134,7 @@ Trace read_trace(std::istream& log) {
     Reader reader;
     std::string line;
     // The last line may not have been written to its end yet.
-    while (std::getline(log, line) && !log.eof())
-        reader.take(line);
+    while (std::getline(log, line) && !log.eof()) reader.take(line);
     return reader.trace;
 }
 
@@ -184,13 +180,10 @@ std::vector<std::pair<std::string, int>> calls_by_step(const Trace& trace, int w
     std::vector<std::pair<std::string, int>> steps{{"opening the progress box", 0}};
     Progress progress;
     for (const TracedCall& call : trace.calls) {
-        if (call.process != wizard)
-            continue;
+        if (call.process != wizard) continue;
         const std::string begun = call.name == "write" ? progress.show(first_text(call)) : "";
-        if (!begun.empty())
-            steps.emplace_back(begun, 0);
-        if (call.begin >= from)
-            ++steps.back().second;
+        if (!begun.empty()) steps.emplace_back(begun, 0);
+        if (call.begin >= from) ++steps.back().second;
     }
     return steps;
 }

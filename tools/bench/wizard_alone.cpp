@@ -32,9 +32,7 @@ std::vector<std::string> strokes_on(Stop stop) {
     return strokes;
 }
 
-void print_own(const std::string& row, double value) {
-    print_sample(row, "wizard", value);
-}
+void print_own(const std::string& row, double value) { print_sample(row, "wizard", value); }
 
 void print_list(const std::string& what, int rows, const Burst& burst) {
     const std::string column = std::to_string(rows);
@@ -48,8 +46,7 @@ int rows_on_this_host() {
     checked(getifaddrs(&addresses), "getifaddrs");
     int rows = 1;
     for (const ifaddrs* entry = addresses; entry != nullptr; entry = entry->ifa_next) {
-        if (entry->ifa_addr != nullptr && entry->ifa_addr->sa_family == AF_INET)
-            ++rows;
+        if (entry->ifa_addr != nullptr && entry->ifa_addr->sa_family == AF_INET) ++rows;
     }
     freeifaddrs(addresses);
     return rows;
@@ -103,8 +100,7 @@ void measure_list(const std::string& wizard, int rows, int rounds) {
     for (int round = 0; round < rounds; ++round) {
         MeasuredProgram program({wizard}, 60, 100);
         walk(program, Stop::aliases);
-        for (int i = 0; i < facts_of(Stop::aliases).next; ++i)
-            program.type("\t");
+        for (int i = 0; i < facts_of(Stop::aliases).next; ++i) program.type("\t");
         print_list("list_screen", rows, program.type("\r"));
         program.expect(title_of(Stop::webadmin));
         for (int i = 0; i < cursor_keys; ++i)

@@ -13,20 +13,15 @@ constexpr int base_line = 13;
 std::string shade(int colour, const char* unchosen) {
     static const char* const shades[] = {"#15181e", "#c0453a", "#6f9e4b", "#d0a040",
                                          "#1f3f8a", "#8f5aa8", "#3f98a8", "#e6e9ef"};
-    if (colour == default_colour)
-        return unchosen;
+    if (colour == default_colour) return unchosen;
     if (colour < 0 || colour >= 8)
         throw std::invalid_argument("there is no shade for colour " + std::to_string(colour));
     return shades[colour];
 }
 
-std::string foreground_of(const Cell& cell) {
-    return shade(cell.foreground, "#d8dbe2");
-}
+std::string foreground_of(const Cell& cell) { return shade(cell.foreground, "#d8dbe2"); }
 
-std::string background_of(const Cell& cell) {
-    return shade(cell.background, "#15181e");
-}
+std::string background_of(const Cell& cell) { return shade(cell.background, "#15181e"); }
 
 struct Block {
     std::string colour;
@@ -76,14 +71,11 @@ void draw_backgrounds(const ScreenImage& image, Drawing& drawing) {
     for (int row = 0; row < image.rows(); ++row) {
         for (int col = 0, end = 0; col < image.cols(); col = end) {
             const std::string colour = background_of(image.cell(row, col));
-            while (end < image.cols() && background_of(image.cell(row, end)) == colour)
-                ++end;
-            if (colour != usual)
-                add_stretch(blocks, {colour, row, col, 1, end - col});
+            while (end < image.cols() && background_of(image.cell(row, end)) == colour) ++end;
+            if (colour != usual) add_stretch(blocks, {colour, row, col, 1, end - col});
         }
     }
-    for (const Block& block : blocks)
-        drawing[{Layer::blocks, ""}].push_back(rectangle(block));
+    for (const Block& block : blocks) drawing[{Layer::blocks, ""}].push_back(rectangle(block));
 }
 
 // In which directions a line goes from the middle of a cell.
@@ -115,8 +107,7 @@ constexpr Way downwards = {up, down, 1, 0, cell_height, 'V'};
 bool joins(const ScreenImage& image, int row, int col, const Way& way) {
     const int next_row = row + way.rows;
     const int next_col = col + way.cols;
-    if (row < 0 || col < 0 || next_row >= image.rows() || next_col >= image.cols())
-        return false;
+    if (row < 0 || col < 0 || next_row >= image.rows() || next_col >= image.cols()) return false;
     const Cell& cell = image.cell(row, col);
     const Cell& next = image.cell(next_row, next_col);
     return (arms_of(cell) & way.forward) != 0 && (arms_of(next) & way.back) != 0 &&
@@ -129,8 +120,7 @@ std::string stroke_from(const ScreenImage& image, int row, int col, const Way& w
     if ((arms & (way.back | way.forward)) == 0 || joins(image, row - way.rows, col - way.cols, way))
         return "";
     int last = 0;
-    while (joins(image, row + last * way.rows, col + last * way.cols, way))
-        ++last;
+    while (joins(image, row + last * way.rows, col + last * way.cols, way)) ++last;
     const unsigned end = arms_of(image.cell(row + last * way.rows, col + last * way.cols));
     const int begin = (way.cols != 0 ? col : row) * way.size;
     const int from = begin + ((arms & way.back) != 0 ? 0 : way.size / 2);
@@ -147,8 +137,7 @@ void draw_lines(const ScreenImage& image, Drawing& drawing) {
         for (int col = 0; col < image.cols(); ++col) {
             const std::string strokes =
                 stroke_from(image, row, col, across) + stroke_from(image, row, col, downwards);
-            if (!strokes.empty())
-                paths[foreground_of(image.cell(row, col))] += strokes;
+            if (!strokes.empty()) paths[foreground_of(image.cell(row, col))] += strokes;
         }
     }
     // Half a pixel further a stroke of one pixel covers exactly one.
@@ -182,8 +171,7 @@ std::string text_element(int row, int col, const std::vector<std::string>& word)
     if (word.size() > 1)
         out << " textLength=\"" << static_cast<int>(word.size()) * cell_width << "\"";
     out << ">";
-    for (const std::string& character : word)
-        out << escaped(character);
+    for (const std::string& character : word) out << escaped(character);
     out << "</text>\n";
     return out.str();
 }
@@ -199,8 +187,7 @@ void draw_words(const ScreenImage& image, Drawing& drawing) {
     for (int row = 0; row < image.rows(); ++row) {
         for (int col = 0; col < image.cols(); ++col) {
             const std::vector<std::string> word = word_at(image, row, col);
-            if (word.empty())
-                continue;
+            if (word.empty()) continue;
             drawing[place_of_words(image.cell(row, col))].push_back(text_element(row, col, word));
             col += static_cast<int>(word.size()) - 1;
         }

@@ -17,10 +17,8 @@ bool is_empty(const ScreenImage& screen, int row) {
 ScreenImage summary_on(const ScreenImage& screen) {
     int first = 0;
     int last = screen.rows() - 1;
-    while (first < last - 2 && is_empty(screen, first + 1))
-        ++first;
-    while (first < last - 2 && is_empty(screen, last - 1))
-        --last;
+    while (first < last - 2 && is_empty(screen, first + 1)) ++first;
+    while (first < last - 2 && is_empty(screen, last - 1)) --last;
     return screen.region(first, 0, last - first + 1, screen.cols());
 }
 

@@ -79,8 +79,7 @@ class Animations {
 
     // The attributes of a group that is seen at these times; none if that is always.
     std::string attributes(const Times& times) {
-        if (times == Times{0, duration})
-            return "";
+        if (times == Times{0, duration}) return "";
         const size_t next = names.size();
         const std::string name = "t" + std::to_string(names.emplace(times, next).first->second);
         return " style=\"animation-name:" + name +
@@ -101,8 +100,7 @@ class Animations {
     std::string keyframes(const Times& times) const {
         std::ostringstream out;
         bool visible = false;
-        if (times.front() != 0)
-            out << "0%{visibility:hidden}";
+        if (times.front() != 0) out << "0%{visibility:hidden}";
         for (const long time : times) {
             visible = !visible;
             if (time != duration)
@@ -122,8 +120,7 @@ std::string svg_of(const ScreenImage& image, const std::string& title) {
     std::string svg;
     for (const auto& [place, elements] : drawing_of(image)) {
         std::string lines;
-        for (const std::string& element : elements)
-            lines += element;
+        for (const std::string& element : elements) lines += element;
         svg += group(place.second, lines);
     }
     return document(image, title, svg);
@@ -135,8 +132,7 @@ std::string moving_svg_of(const std::vector<Frame>& frames, const std::string& t
     std::string svg;
     for (const auto& [place, elements] : all) {
         std::map<Times, std::string> together;
-        for (const auto& [element, times] : elements)
-            together[times] += element;
+        for (const auto& [element, times] : elements) together[times] += element;
         std::string groups;
         for (const auto& [times, lines] : together)
             groups += group(animations.attributes(times), lines);

@@ -17,9 +17,7 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-void note_interrupt(int /*signal_number*/) {
-    interrupted = 1;
-}
+void note_interrupt(int /*signal_number*/) { interrupted = 1; }
 
 // Of this terminal's size, if it is one.
 ProgramSetup setup_of(const char* program) {
@@ -49,8 +47,7 @@ class Player : public SceneWalk {
 
   private:
     void show(const Scene& scene) override {
-        if (!live)
-            std::printf("\n--- %s\n\n%s", scene.name.c_str(), wizard.image().text().c_str());
+        if (!live) std::printf("\n--- %s\n\n%s", scene.name.c_str(), wizard.image().text().c_str());
         std::fflush(stdout);
     }
 

@@ -23,17 +23,14 @@ ExitStatus SceneWalk::run() {
 bool SceneWalk::strike(const std::vector<Stroke>& strokes) {
     for (const Stroke& stroke : strokes) {
         waitForKey();
-        if (!strike(stroke))
-            return false;
+        if (!strike(stroke)) return false;
     }
     return true;
 }
 
 bool SceneWalk::strike(const Stroke& stroke) {
-    if (!pause(std::chrono::milliseconds(300)))
-        return false;
-    if (const auto* text = std::get_if<std::string>(&stroke))
-        return type(*text);
+    if (!pause(std::chrono::milliseconds(300))) return false;
+    if (const auto* text = std::get_if<std::string>(&stroke)) return type(*text);
     if (const Key* key = std::get_if<Key>(&stroke))
         wizard.press(*key);
     else
@@ -44,8 +41,7 @@ bool SceneWalk::strike(const Stroke& stroke) {
 bool SceneWalk::type(const std::string& text) {
     for (const char character : text) {
         wizard.type(std::string(1, character));
-        if (!pause(std::chrono::milliseconds(90)))
-            return false;
+        if (!pause(std::chrono::milliseconds(90))) return false;
     }
     return true;
 }

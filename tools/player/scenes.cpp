@@ -22,9 +22,7 @@ Scene again(Scene scene, const std::vector<Stroke>& answers) {
 }
 
 // The backspace key, so often.
-std::string erasing(size_t characters) {
-    return std::string(characters, '\x7f');
-}
+std::string erasing(size_t characters) { return std::string(characters, '\x7f'); }
 
 void append(std::vector<Scene>& list, const std::vector<Scene>& more) {
     list.insert(list.end(), more.begin(), more.end());

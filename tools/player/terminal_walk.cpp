@@ -65,8 +65,7 @@ class Showing : public SceneWalk {
 
     void followSize(const std::string& name) {
         const winsize now = terminal_size();
-        if (now.ws_row == size.ws_row && now.ws_col == size.ws_col)
-            return;
+        if (now.ws_row == size.ws_row && now.ws_col == size.ws_col) return;
         size = now;
         wizard.resize(size.ws_row, size.ws_col);
         waitForKey();
@@ -85,8 +84,7 @@ class Showing : public SceneWalk {
         while (copied < output.size()) {
             const ssize_t more =
                 write(STDOUT_FILENO, output.data() + copied, output.size() - copied);
-            if (more < 0)
-                throw std::runtime_error("the terminal is gone");
+            if (more < 0) throw std::runtime_error("the terminal is gone");
             copied += static_cast<size_t>(more);
         }
         waitForTerminal();
@@ -95,13 +93,11 @@ class Showing : public SceneWalk {
     // Where its cursor is, a terminal tells when it has come to the question.
     static void waitForTerminal() {
         constexpr int patience_ms = 5000;
-        if (write(STDOUT_FILENO, "\x1b[6n", 4) != 4)
-            return;
+        if (write(STDOUT_FILENO, "\x1b[6n", 4) != 4) return;
         pollfd keyboard{STDIN_FILENO, POLLIN, 0};
         char byte = 0;
         while (byte != 'R' && poll(&keyboard, 1, patience_ms) == 1) {
-            if (read(STDIN_FILENO, &byte, 1) != 1)
-                return;
+            if (read(STDIN_FILENO, &byte, 1) != 1) return;
         }
     }
 

@@ -17,8 +17,7 @@ void on_crash(int signal_number) {
         give_modes_back();
     }
     // The first process of a container is not ended by a signal that takes its default course.
-    if (getpid() == 1)
-        _exit(128 + signal_number);
+    if (getpid() == 1) _exit(128 + signal_number);
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
     sigaction(signal_number, &terminal.actions_before[signal_number], nullptr);
     raise(signal_number);
@@ -54,7 +53,6 @@ void guard_against_crashes() {
     for (const int deadly : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT, SIGSYS, SIGTRAP,
                              SIGXCPU, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF, SIGALRM}) {
         // Ignored, it would leave a wizard that goes on without its screen.
-        if (!is_ignored(deadly))
-            sigaction(deadly, &action, &terminal.actions_before[deadly]);
+        if (!is_ignored(deadly)) sigaction(deadly, &action, &terminal.actions_before[deadly]);
     }
 }

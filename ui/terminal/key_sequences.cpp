@@ -33,10 +33,8 @@ bool is_known(int key) {
 bool goes_on(const std::vector<int>& bytes) {
     constexpr size_t longest = 32;
     const int last = bytes.back();
-    if (bytes.size() == 1)
-        return last == '[' || last == 'O';
-    if (bytes.size() == 2 && bytes.front() == '[' && last == '[')
-        return true;
+    if (bytes.size() == 1) return last == '[' || last == 'O';
+    if (bytes.size() == 2 && bytes.front() == '[' && last == '[') return true;
     return last >= ' ' && last <= '?' && last != '$' && bytes.size() < longest;
 }
 
@@ -54,8 +52,7 @@ void learn_key_sequences() {
     define_key(nullptr, KEY_MOUSE);
     for (const KeySequence& sequence : sequences) {
         const std::string bytes = std::string("\033") + sequence.bytes;
-        if (!is_known(key_defined(bytes.c_str())))
-            define_key(bytes.c_str(), sequence.key);
+        if (!is_known(key_defined(bytes.c_str()))) define_key(bytes.c_str(), sequence.key);
     }
 }
 
@@ -67,8 +64,7 @@ bool skip_control_sequence(WINDOW* window) {
         bytes.push_back(wgetch(window));
         wtimeout(window, ESCDELAY);
     } while (goes_on(bytes));
-    if (is_whole(bytes))
-        return true;
+    if (is_whole(bytes)) return true;
     bytes.erase(std::remove(bytes.begin(), bytes.end(), ERR), bytes.end());
     std::for_each(bytes.rbegin(), bytes.rend(), ungetch);
     return false;

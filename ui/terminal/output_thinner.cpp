@@ -11,13 +11,9 @@ bool is_one_of(char byte, std::string_view bytes) {
     return bytes.find(byte) != std::string_view::npos;
 }
 
-bool is_ascii(char byte) {
-    return (byte & '\x80') == 0;
-}
+bool is_ascii(char byte) { return (byte & '\x80') == 0; }
 
-bool is_control(char byte) {
-    return is_ascii(byte) && (byte < ' ' || byte == '\x7f');
-}
+bool is_control(char byte) { return is_ascii(byte) && (byte < ' ' || byte == '\x7f'); }
 
 // An escape sequence as ECMA-48 divides it (ESC [ parameters, then for all of them intermediate
 // bytes and a final byte), a character in UTF-8, or a byte.
@@ -29,16 +25,14 @@ std::string token_at(const std::string& text, size_t start) {
         end = text.find_first_not_of(" !\"#$%&'()*+,-./", end);
         end = end == std::string::npos ? end : end + 1;
     }
-    while (!is_ascii(text[start]) && end < text.size() && (text[end] & '\xc0') == '\x80')
-        ++end;
+    while (!is_ascii(text[start]) && end < text.size() && (text[end] & '\xc0') == '\x80') ++end;
     return text.substr(start, end - start);
 }
 
 // It and what follows it, if they are the same and beyond ASCII.
 std::string run_at(const std::string& text, size_t start, const std::string& token) {
     size_t end = start + token.size();
-    while (!is_ascii(token[0]) && text.compare(end, token.size(), token) == 0)
-        end += token.size();
+    while (!is_ascii(token[0]) && text.compare(end, token.size(), token) == 0) end += token.size();
     return text.substr(start, end - start);
 }
 
@@ -69,12 +63,10 @@ std::string OutputThinner::thin(const std::string& said) {
         const std::string token = token_at(said, at);
         const std::string run = run_at(said, at, token);
         at += run.size();
-        if (!takeRendition(token) && !takeSet(token) && !takeMode(token))
-            take(token, run);
+        if (!takeRendition(token) && !takeSet(token) && !takeMode(token)) take(token, run);
     }
     Look without_lines = shown;
-    for (const Attribute set : {font, letters, shift})
-        without_lines[set] = wanted[set];
+    for (const Attribute set : {font, letters, shift}) without_lines[set] = wanted[set];
     say(without_lines);
     return std::exchange(output, {});
 }
@@ -119,13 +111,11 @@ bool OutputThinner::takeParameter(Look& look, const std::string& parameter) {
 
 // The same for any of the parameters.
 bool OutputThinner::takeRendition(const std::string& token) {
-    if (!is_numeric(token, "m"))
-        return false;
+    if (!is_numeric(token, "m")) return false;
     Look look = wanted;
     for (size_t at = 2; at < token.size();) {
         const size_t end = token.find_first_of(";m", at);
-        if (!takeParameter(look, token.substr(at, end - at)))
-            return false;
+        if (!takeParameter(look, token.substr(at, end - at))) return false;
         at = end + 1;
     }
     wanted = look;
@@ -135,8 +125,7 @@ bool OutputThinner::takeRendition(const std::string& token) {
 // Which character set to draw with.
 bool OutputThinner::takeSet(const std::string& token) {
     const bool shifts = token == "\016" || token == "\017";
-    if (!shifts && token.compare(0, 2, "\033(") != 0)
-        return false;
+    if (!shifts && token.compare(0, 2, "\033(") != 0) return false;
     wanted[shifts ? shift : letters] = token;
     return true;
 }
@@ -147,10 +136,8 @@ bool OutputThinner::takeMode(const std::string& token) {
     const std::string mode = token.substr(0, token.size() - 1);
     const bool is_private =
         mode == "\033[?1" || mode == "\033[?7" || mode == "\033[?12" || mode == "\033[?25";
-    if (!is_one_of(token.back(), is_private ? "hl" : mode == "\033" ? "=>" : ""))
-        return false;
-    if (std::exchange(modes[mode], token) != token)
-        output += token;
+    if (!is_one_of(token.back(), is_private ? "hl" : mode == "\033" ? "=>" : "")) return false;
+    if (std::exchange(modes[mode], token) != token) output += token;
     return true;
 }
 
@@ -165,11 +152,9 @@ void OutputThinner::sayForBlank() {
 
 void OutputThinner::say(const Look& look) {
     output += rendition(look);
-    if (look[letters] != shown[letters])
-        output += look[letters];
+    if (look[letters] != shown[letters]) output += look[letters];
     // A font puts a Linux console back to letters.
-    if (look[shift] != shown[shift] || look[font] != shown[font])
-        output += look[shift];
+    if (look[shift] != shown[shift] || look[font] != shown[font]) output += look[shift];
     shown = look;
 }
 
@@ -184,7 +169,6 @@ std::string OutputThinner::rendition(const Look& look) const {
     std::string parameters;
     for (const Attribute attribute : {bold, foreground, background, font})
         parameters += from[attribute] != look[attribute] ? ";" + look[attribute] : "";
-    if (from != shown)
-        return "\033[" + parameters + "m";
+    if (from != shown) return "\033[" + parameters + "m";
     return parameters.empty() ? "" : "\033[" + parameters.substr(1) + "m";
 }

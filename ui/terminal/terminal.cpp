@@ -21,11 +21,9 @@ namespace {
 SCREEN* start_curses(std::FILE* stream) {
     constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
     const bool is_users = std::getenv(line_characters) != nullptr;
-    if (!is_users)
-        setenv(line_characters, "1", 1);
+    if (!is_users) setenv(line_characters, "1", 1);
     SCREEN* screen = newterm(nullptr, stream, stdin);
-    if (!is_users)
-        unsetenv(line_characters);
+    if (!is_users) unsetenv(line_characters);
     return screen;
 }
 
@@ -56,8 +54,7 @@ bool start_on_terminal() {
         delscreen(screen);
         screen = nullptr;
     }
-    if (screen == nullptr)
-        wizard_terminal.stream.reset();
+    if (screen == nullptr) wizard_terminal.stream.reset();
     return screen != nullptr;
 }
 
@@ -75,8 +72,7 @@ void set_modes() {
     keep_output_back();
     // After an Escape curses waits for the rest of a key, deaf to the interrupt; by itself for a
     // second.
-    if (std::getenv("ESCDELAY") == nullptr)
-        set_escdelay(200);
+    if (std::getenv("ESCDELAY") == nullptr) set_escdelay(200);
     keypad(stdscr, TRUE);
     learn_key_sequences();
 }
@@ -114,8 +110,7 @@ std::string description(const char* capability) {
 }
 
 bool open_terminal() {
-    if (!start_on_terminal())
-        return false;
+    if (!start_on_terminal()) return false;
     std::atexit(close_terminal);
     def_prog_mode();
     guard_against_crashes();
@@ -153,28 +148,23 @@ void close_terminal_in_time(const char* last_words) {
     prepare_to_leave();
     const bool has_left = write_in_time(leaving.data(), leaving.size());
     give_modes_back();
-    if (has_left)
-        write_in_time(last_words, std::strlen(last_words));
+    if (has_left) write_in_time(last_words, std::strlen(last_words));
     leaving.clear();
     write_frame({});
 }
 
 bool renew_terminal() {
-    if (!retake_terminal())
-        return false;
+    if (!retake_terminal()) return false;
     wizard_terminal.thinner.forget();
     with_sound_size([] {
         // What curses does by itself where its output is not kept back.
-        if (wizard_terminal.stream != nullptr)
-            take_size();
+        if (wizard_terminal.stream != nullptr) take_size();
         clear();
         // Left twice, a terminal would go back to where it was when it was left the first time.
-        if (!isendwin())
-            endwin();
+        if (!isendwin()) endwin();
         refresh();
     });
     // Curses has not seen that it came back to a terminal.
-    if (wizard_terminal.stream != nullptr)
-        keypad(stdscr, TRUE);
+    if (wizard_terminal.stream != nullptr) keypad(stdscr, TRUE);
     return true;
 }

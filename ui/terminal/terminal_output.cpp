@@ -40,8 +40,7 @@ ssize_t write_some(const char* text, size_t length) {
     wizard_terminal.is_in_write = true;
     const ssize_t written = write(STDOUT_FILENO, text, length);
     wizard_terminal.is_in_write = false;
-    if (written == -1 && errno == EAGAIN)
-        return output_events(POLLOUT, -1) == 0 ? -1 : 0;
+    if (written == -1 && errno == EAGAIN) return output_events(POLLOUT, -1) == 0 ? -1 : 0;
     return written;
 }
 
@@ -59,8 +58,7 @@ std::FILE* stream_for_curses() {
     Descriptor store(may_write_frames() ? nameless_file() : no_descriptor);
     Descriptor copy(fcntl(terminal, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     std::FILE* stream = store.isOpen() && copy.isOpen() ? fdopen(copy.get(), "w") : nullptr;
-    if (stream == nullptr)
-        return stdout;
+    if (stream == nullptr) return stdout;
     copy.release();
     wizard_terminal.store = std::move(store);
     wizard_terminal.stream.reset(stream);
@@ -68,8 +66,7 @@ std::FILE* stream_for_curses() {
 }
 
 void keep_output_back() {
-    if (wizard_terminal.stream == nullptr)
-        return;
+    if (wizard_terminal.stream == nullptr) return;
     const int descriptor = fileno(wizard_terminal.stream.get());
     dup2(wizard_terminal.store.get(), descriptor);
     fcntl(descriptor, F_SETFD, FD_CLOEXEC);
@@ -78,8 +75,7 @@ void keep_output_back() {
 std::string take_output() {
     const int store = wizard_terminal.store.get();
     const off_t length = lseek(store, 0, SEEK_CUR);
-    if (length <= 0)
-        return {};
+    if (length <= 0) return {};
     std::string said(static_cast<size_t>(length), '\0');
     const ssize_t count = pread(store, said.data(), said.size(), 0);
     lseek(store, 0, SEEK_SET);
@@ -98,8 +94,7 @@ void write_frame(std::string text) {
     while (written < frame.size()) {
         const ssize_t more = write_some(frame.data() + written, frame.size() - written);
         // As curses does it: a terminal that is gone must not keep the wizard from ending.
-        if (more == -1 && errno != EINTR)
-            break;
+        if (more == -1 && errno != EINTR) break;
         written += more > 0 ? static_cast<size_t>(more) : 0;
     }
     frame.clear();
@@ -112,13 +107,11 @@ bool write_in_time(const char* text, size_t length) {
     const long end = milliseconds() + limit;
     const int flags = fcntl(STDOUT_FILENO, F_GETFL);
     // A crash may come in the middle of this.
-    if (flags_before == flags_unchanged)
-        flags_before = flags;
+    if (flags_before == flags_unchanged) flags_before = flags;
     fcntl(STDOUT_FILENO, F_SETFL, flags_before | O_NONBLOCK);
     while (length > 0 && takes_output(end - milliseconds())) {
         const ssize_t more = write(STDOUT_FILENO, text, length);
-        if (more == -1 && errno != EAGAIN)
-            break;
+        if (more == -1 && errno != EAGAIN) break;
         text += more > 0 ? more : 0;
         length -= more > 0 ? static_cast<size_t>(more) : 0;
     }
@@ -128,21 +121,17 @@ bool write_in_time(const char* text, size_t length) {
 }
 
 void silence_stuck_output() {
-    if (wizard_terminal.stream != nullptr || takes_output(0))
-        return;
+    if (wizard_terminal.stream != nullptr || takes_output(0)) return;
     const Descriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
-    if (nowhere.isOpen())
-        dup2(nowhere.get(), STDOUT_FILENO);
+    if (nowhere.isOpen()) dup2(nowhere.get(), STDOUT_FILENO);
 }
 
 void send_output() {
     // Stopped and sent to the background since the last wait; only in a wait this is told.
-    if (!is_in_foreground() && retake_terminal())
-        raise(SIGWINCH);
+    if (!is_in_foreground() && retake_terminal()) raise(SIGWINCH);
     write_frame(thinned(take_output()));
     // Nobody will ever read what is written.
-    if ((output_events(0, 0) & (POLLERR | POLLHUP)) != 0)
-        raise(SIGHUP);
+    if ((output_events(0, 0) & (POLLERR | POLLHUP)) != 0) raise(SIGHUP);
 }
 
 void show_frame() {

@@ -61,8 +61,7 @@ winsize told_size() {
 
 // Whether a size that has been told would have curses take more, so that another stands in for it.
 bool stand_in(const char* variable, int told, int present) {
-    if (prescribed(variable) != 0)
-        return false;
+    if (prescribed(variable) != 0) return false;
     unsetenv(variable);
     return told > most_cells && setenv(variable, std::to_string(present).c_str(), 1) == 0;
 }
@@ -71,8 +70,7 @@ bool stand_in(const char* variable, int told, int present) {
 
 void remember_terminals() {
     for (int standard = 0; standard <= STDERR_FILENO; ++standard) {
-        if (isatty(standard) == 0)
-            continue;
+        if (isatty(standard) == 0) continue;
         StandardTerminal& terminal = wizard_terminal.standard[standard];
         {
             // Changes nothing, but is for the foreground only.
@@ -100,8 +98,7 @@ void keep_modes() {
 bool retake_terminal() {
     bool all = true;
     for (const StandardTerminal& terminal : wizard_terminal.standard) {
-        if (!wizard_terminal.keeps_modes || terminal.descriptor == no_descriptor)
-            continue;
+        if (!wizard_terminal.keeps_modes || terminal.descriptor == no_descriptor) continue;
         const MayStop here(SIGTTOU);
         int result = 0;
         do {
@@ -123,8 +120,7 @@ void give_modes_back() {
             tcsetattr(terminal.descriptor, TCSANOW, &terminal.before);
     }
     const StandardTerminal& keyboard = wizard_terminal.standard[STDIN_FILENO];
-    if (is_in_front(keyboard))
-        discard_input(keyboard.descriptor);
+    if (is_in_front(keyboard)) discard_input(keyboard.descriptor);
 }
 
 int size_terminal() {
@@ -139,8 +135,7 @@ void take_size() {
     const winsize told = told_size();
     const int rows = size_of("LINES", told.ws_row);
     const int cols = size_of("COLUMNS", told.ws_col);
-    if (is_term_resized(rows, cols))
-        resizeterm(rows, cols);
+    if (is_term_resized(rows, cols)) resizeterm(rows, cols);
 }
 
 void with_sound_size(const std::function<void()>& ask) {
@@ -149,8 +144,6 @@ void with_sound_size(const std::function<void()>& ask) {
     const bool rows = stand_in("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
     const bool cols = stand_in("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
     ask();
-    if (rows)
-        unsetenv("LINES");
-    if (cols)
-        unsetenv("COLUMNS");
+    if (rows) unsetenv("LINES");
+    if (cols) unsetenv("COLUMNS");
 }

@@ -41,10 +41,6 @@ int select_install_profile() {
     return detect_os();
 }
 
-char* profile_doc_dir() {
-    return install_profiles[os_kind].doc_dir;
-}
+char* profile_doc_dir() { return install_profiles[os_kind].doc_dir; }
 
-char* profile_domains_dir() {
-    return strdup(install_profiles[os_kind].domains_dir);
-}
+char* profile_domains_dir() { return strdup(install_profiles[os_kind].domains_dir); }

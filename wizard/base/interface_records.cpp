@@ -5,8 +5,7 @@
 namespace {
 
 std::size_t length_of(const char* record, const InterfaceRecordLayout& layout) {
-    if (!layout.address_has_length)
-        return layout.record_size;
+    if (!layout.address_has_length) return layout.record_size;
     const std::size_t address_length = static_cast<unsigned char>(record[layout.name_size]);
     return std::max(layout.record_size, layout.name_size + address_length);
 }

@@ -45,19 +45,16 @@ int os_kind_named(const char* system_name) {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
                                                      "SunOS"};
     for (int kind = 0; kind < os_kind_count; ++kind) {
-        if (std::strcmp(system_name, names[kind]) == 0)
-            return kind;
+        if (std::strcmp(system_name, names[kind]) == 0) return kind;
     }
     return -1;
 }
 
 int detect_os() {
     struct utsname host {};
-    if (uname(&host) == -1)
-        return 1;
+    if (uname(&host) == -1) return 1;
     const int kind = os_kind_named(host.sysname);
-    if (kind != -1)
-        os_kind = kind;
+    if (kind != -1) os_kind = kind;
     return 0;
 }
 
@@ -69,8 +66,7 @@ void host_domain_name(char* name, std::size_t size) {
 #else
     // Unset, the name is empty on the BSDs, getdomainname(3), and "(none)" on Linux,
     // getdomainname(2). The second parameter is a size_t, on FreeBSD an int.
-    if (getdomainname(name, static_cast<int>(size)) != 0)
-        name[0] = '\0';
+    if (getdomainname(name, static_cast<int>(size)) != 0) name[0] = '\0';
 #endif
     name[size - 1] = '\0';
 }
@@ -86,8 +82,7 @@ int nameless_file() {
 bool has_one_user() {
     // Only Linux has this file: the first id inside, that outside, how many.
     std::FILE* map = std::fopen("/proc/self/uid_map", "re");
-    if (map == nullptr)
-        return false;
+    if (map == nullptr) return false;
     unsigned long inside = 0;
     unsigned long outside = 0;
     unsigned long count = 0;
@@ -110,8 +105,7 @@ void confine_writing_in_child(int descriptor) {
         if (syscall(SYS_landlock_add_rule, rules, LANDLOCK_RULE_PATH_BENEATH, &rule, 0) == -1)
             return;
     }
-    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0)
-        syscall(SYS_landlock_restrict_self, rules, 0);
+    if (prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0) syscall(SYS_landlock_restrict_self, rules, 0);
 }
 #else
 void confine_writing_in_child(int /*descriptor*/) {}
@@ -120,8 +114,7 @@ void confine_writing_in_child(int /*descriptor*/) {}
 void keep_open_files_from_children() {
     constexpr int first = STDERR_FILENO + 1;
 #ifdef CLOSE_RANGE_CLOEXEC
-    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0)
-        return;
+    if (close_range(first, UINT_MAX, CLOSE_RANGE_CLOEXEC) == 0) return;
 #endif
     // The limit does not tell where to end: it may have been lowered since, or allow a billion.
     constexpr int end = 65536;
@@ -138,14 +131,11 @@ void forbid_core_dumps() {
 int wait_for_event(int descriptor, short event, const sigset_t& mask) {
 #ifdef HAVE_PPOLL
     pollfd waiting{descriptor, event, 0};
-    if (descriptor < 0)
-        return EBADF;
-    if (ppoll(&waiting, 1, nullptr, &mask) == -1)
-        return errno;
+    if (descriptor < 0) return EBADF;
+    if (ppoll(&waiting, 1, nullptr, &mask) == -1) return errno;
     return (waiting.revents & POLLNVAL) != 0 ? EBADF : 0;
 #else
-    if (descriptor < 0 || descriptor >= FD_SETSIZE)
-        return EBADF;
+    if (descriptor < 0 || descriptor >= FD_SETSIZE) return EBADF;
     fd_set waiting;
     FD_ZERO(&waiting);
     FD_SET(descriptor, &waiting);
@@ -194,19 +184,16 @@ bool ask_netmask(int query_socket, const ifreq& record, interf_addr& entry) {
     const bool answered = ioctl(query_socket, SIOCGIFNETMASK, &answer) == 0;
     const sockaddr& netmask = answer.ifr_addr;
 #endif
-    if (answered)
-        copy_address(entry.netmask, netmask);
+    if (answered) copy_address(entry.netmask, netmask);
     return answered;
 }
 
 // Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
 // is up. The requests overwrite the record that they are given, so each gets a copy.
 bool describe_interface(int query_socket, const ifreq& record, interf_addr& entry) {
-    if (record.ifr_addr.sa_family != AF_INET)
-        return false;
+    if (record.ifr_addr.sa_family != AF_INET) return false;
     ifreq answer = record;
-    if (ioctl(query_socket, SIOCGIFADDR, &answer) < 0)
-        return false;
+    if (ioctl(query_socket, SIOCGIFADDR, &answer) < 0) return false;
     std::snprintf(entry.name, sizeof(entry.name), "%.*s", static_cast<int>(sizeof(record.ifr_name)),
                   record.ifr_name);
     // Not the answer's: on NetBSD that is the first address of the interface.
@@ -223,17 +210,14 @@ int collect_interfaces(int query_socket, const char* records, std::size_t length
                        interf_addr* table) {
     int total = 0;
     for (const std::size_t at : interface_record_offsets(records, length, record_layout)) {
-        if (total + 1 == interface_table_size)
-            break;
+        if (total + 1 == interface_table_size) break;
         ifreq record;
         std::memcpy(&record, records + at, sizeof(record));
-        if (describe_interface(query_socket, record, table[total + 1]))
-            ++total;
+        if (describe_interface(query_socket, record, table[total + 1])) ++total;
     }
     // An interface that was not counted may have left its name here, where a reader takes the end
     // of the table from an empty one.
-    if (total + 1 < interface_table_size)
-        table[total + 1] = interf_addr{};
+    if (total + 1 < interface_table_size) table[total + 1] = interf_addr{};
     return total;
 }
 
@@ -258,8 +242,7 @@ interf_addr* interfaces(int* count) {
     ifconf query{};
     query.ifc_len = interface_query_size;
     query.ifc_buf = records.get();
-    if (table == nullptr || ioctl(query_socket.get(), SIOCGIFCONF, &query) < 0)
-        return nullptr;
+    if (table == nullptr || ioctl(query_socket.get(), SIOCGIFCONF, &query) < 0) return nullptr;
     total = collect_interfaces(query_socket.get(), records.get(),
                                static_cast<std::size_t>(query.ifc_len), table.get());
     *count = total + 1;

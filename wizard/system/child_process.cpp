@@ -20,8 +20,7 @@ int run_in_child(const std::function<void()>& work) {
 
 bool ask_in_child(const std::function<void()>& work, void* answer, std::size_t size) {
     int ends[2];
-    if (pipe(ends) == -1)
-        return false;
+    if (pipe(ends) == -1) return false;
     const Descriptor reader(ends[0]);
     const Descriptor writer(ends[1]);
     // A child that fails to write leaves nothing to read, which must not block.
@@ -29,13 +28,10 @@ bool ask_in_child(const std::function<void()>& work, void* answer, std::size_t s
     const auto expected = static_cast<ssize_t>(size);
     const int status = run_in_child([&] {
         work();
-        if (write(writer.get(), answer, size) != expected)
-            _exit(1);
+        if (write(writer.get(), answer, size) != expected) _exit(1);
     });
-    if (status == -1)
-        return false;
-    if (read(reader.get(), answer, size) == expected)
-        return true;
+    if (status == -1) return false;
+    if (read(reader.get(), answer, size) == expected) return true;
     errno = EIO;
     return false;
 }

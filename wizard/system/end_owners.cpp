@@ -43,16 +43,13 @@ bool is_own_address(const sockaddr_in& address) {
 }
 
 // The kernel has the tables of connections; a process that is out of descriptors can't see them.
-bool lists_connections() {
-    return access("/proc/net/tcp", F_OK) == 0;
-}
+bool lists_connections() { return access("/proc/net/tcp", F_OK) == 0; }
 
 bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
     for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
         const std::unique_ptr<std::FILE, int (*)(std::FILE*)> table(std::fopen(path, "r"),
                                                                     std::fclose);
-        if (table != nullptr && find_owner(table.get(), own, remote, owner))
-            return true;
+        if (table != nullptr && find_owner(table.get(), own, remote, owner)) return true;
     }
     return false;
 }
@@ -86,8 +83,7 @@ EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer) {
     sockaddr_in remote{};
     if (!ask_for(getsockname, descriptor, local) || !ask_for(getpeername, descriptor, remote))
         return EndOwners::missing;
-    if (!lists_connections() || !is_own_address(remote))
-        return EndOwners::unlistable;
+    if (!lists_connections() || !is_own_address(remote)) return EndOwners::unlistable;
     const bool both =
         find_listed_owner(local, remote, own) && find_listed_owner(remote, local, peer);
     return both ? EndOwners::known : EndOwners::missing;

@@ -9,12 +9,10 @@
 #include "wizard/system/tcp_client.h"
 
 int probe_port(const char* address, int port) {
-    if (wizard_settings.apply_running && port_probe.found_free.count(port) != 0)
-        return 1;
+    if (wizard_settings.apply_running && port_probe.found_free.count(port) != 0) return 1;
     Descriptor probe(open_tcp_socket());
     sockaddr_in target{};
-    if (!probe.isOpen() || !resolve_host(address, port, target))
-        return errno;
+    if (!probe.isOpen() || !resolve_host(address, port, target)) return errno;
     sleep_seconds(0);
     const int failure = connect_socket(probe.get(), target);
     if (failure == 0)

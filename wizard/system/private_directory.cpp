@@ -23,14 +23,12 @@ PrivateDirectory directory;
 
 void remove_private_directory() {
     unlink("temp.cfg");
-    if (fchdir(directory.started_in.get()) == 0)
-        rmdir(directory.path.c_str());
+    if (fchdir(directory.started_in.get()) == 0) rmdir(directory.path.c_str());
 }
 
 bool make_directory_below(const char* parent) {
     std::string name = std::string(parent) + "/teluma-wizard.XXXXXX";
-    if (mkdtemp(name.data()) == nullptr)
-        return false;
+    if (mkdtemp(name.data()) == nullptr) return false;
     if (chdir(name.c_str()) != 0) {
         rmdir(name.c_str());
         return false;
@@ -40,11 +38,9 @@ bool make_directory_below(const char* parent) {
 }
 
 void remember_start() {
-    if (directory.started_in.isOpen())
-        return;
+    if (directory.started_in.isOpen()) return;
     char path[256];
-    if (getcwd(path, sizeof(path)) != nullptr)
-        directory.started_path = path;
+    if (getcwd(path, sizeof(path)) != nullptr) directory.started_path = path;
     directory.started_in = Descriptor(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
@@ -53,24 +49,20 @@ void remember_start() {
 void enter_private_directory() {
     const bool first = directory.path.empty();
     remember_start();
-    if (!directory.started_in.isOpen())
-        return;
+    if (!directory.started_in.isOpen()) return;
     for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
         if (make_directory_below(parent)) {
-            if (first)
-                std::atexit(remove_private_directory);
+            if (first) std::atexit(remove_private_directory);
             return;
         }
     }
 }
 
 void leave_private_directory_in_child() {
-    if (directory.started_in.isOpen() && fchdir(directory.started_in.get()) != 0)
-        _exit(127);
+    if (directory.started_in.isOpen() && fchdir(directory.started_in.get()) != 0) _exit(127);
 }
 
 std::string name_from_start(const std::string& name) {
-    if (directory.path.empty() || name.empty() || name[0] == '/')
-        return name;
+    if (directory.path.empty() || name.empty() || name[0] == '/') return name;
     return directory.started_path[0] == '/' ? directory.started_path + "/" + name : "";
 }

@@ -18,21 +18,18 @@ std::map<int, rlimit> original_limits;
 
 void change_limit(int resource, rlim_t limit) {
     rlimit limits{};
-    if (getrlimit(resource, &limits) == -1)
-        return;
+    if (getrlimit(resource, &limits) == -1) return;
     original_limits.emplace(resource, limits);
     limits.rlim_cur = std::min(limit, limits.rlim_max);
     setrlimit(resource, &limits);
 }
 
 void restore_limits_in_child() {
-    for (const auto& [resource, limits] : original_limits)
-        setrlimit(resource, &limits);
+    for (const auto& [resource, limits] : original_limits) setrlimit(resource, &limits);
 }
 
 bool can_open_files(int count) {
     std::vector<Descriptor> copies;
-    for (int i = 0; i < count; ++i)
-        copies.emplace_back(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
+    for (int i = 0; i < count; ++i) copies.emplace_back(fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0));
     return count == 0 || copies.back().isOpen();
 }

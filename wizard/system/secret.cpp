@@ -5,8 +5,7 @@
 
 void wipe(void* memory, std::size_t size) {
     volatile char* bytes = static_cast<char*>(memory);
-    for (std::size_t i = 0; i < size; ++i)
-        bytes[i] = '\0';
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = '\0';
 }
 
 void wipe(std::string& text) {

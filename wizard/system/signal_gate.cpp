@@ -59,8 +59,7 @@ sigset_t held_endings() {
     sigset_t endings;
     sigemptyset(&endings);
     for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
-        if (sigismember(&gate().held, ending) == 1)
-            sigaddset(&endings, ending);
+        if (sigismember(&gate().held, ending) == 1) sigaddset(&endings, ending);
     }
     return endings;
 }
@@ -81,21 +80,13 @@ bool is_ignored(int signal_number) {
     return action.sa_handler == SIG_IGN;
 }
 
-void ignore_signal(int signal_number) {
-    set_action(signal_number, SIG_IGN);
-}
+void ignore_signal(int signal_number) { set_action(signal_number, SIG_IGN); }
 
-void keep_track_of_children() {
-    signal(SIGCHLD, SIG_DFL);
-}
+void keep_track_of_children() { signal(SIGCHLD, SIG_DFL); }
 
-ChangedMask::ChangedMask(int how, const sigset_t& mask) {
-    sigprocmask(how, &mask, &before);
-}
+ChangedMask::ChangedMask(int how, const sigset_t& mask) { sigprocmask(how, &mask, &before); }
 
-ChangedMask::~ChangedMask() {
-    sigprocmask(SIG_SETMASK, &before, nullptr);
-}
+ChangedMask::~ChangedMask() { sigprocmask(SIG_SETMASK, &before, nullptr); }
 
 EndingsLetIn::EndingsLetIn() : ChangedMask(SIG_UNBLOCK, held_endings()) {}
 
@@ -113,8 +104,7 @@ MayStop::MayStop(int stop) : signals{stop, SIGCONT} {
 
 MayStop::~MayStop() {
     sigprocmask(SIG_SETMASK, &maskBefore, nullptr);
-    for (int i = 0; i < 2; ++i)
-        sigaction(signals[i], &actionsBefore[i], nullptr);
+    for (int i = 0; i < 2; ++i) sigaction(signals[i], &actionsBefore[i], nullptr);
 }
 
 void stop_process(int signal_number) {
@@ -135,8 +125,7 @@ void let_signals_in_except(int kept_out) {
 
 int wait_for(int descriptor, short event) {
     int failure = EINTR;
-    while (failure == EINTR)
-        failure = wait_for_event(descriptor, event, gate().waiting);
+    while (failure == EINTR) failure = wait_for_event(descriptor, event, gate().waiting);
     return failure;
 }
 

@@ -25,17 +25,14 @@ Answer ask_resolver(const char* host) {
     const hostent* entry = gethostbyname(host);
     answer.found = entry != nullptr && entry->h_addrtype == AF_INET;
     answer.failure = errno;
-    if (answer.found)
-        std::memcpy(&answer.address, entry->h_addr_list[0], sizeof(answer.address));
+    if (answer.found) std::memcpy(&answer.address, entry->h_addr_list[0], sizeof(answer.address));
     return answer;
 }
 
 bool look_up_host(const char* host, in_addr& address) {
-    if (inet_pton(AF_INET, host, &address) == 1)
-        return true;
+    if (inet_pton(AF_INET, host, &address) == 1) return true;
     Answer answer{};
-    if (!ask_in_child([&] { answer = ask_resolver(host); }, &answer, sizeof(answer)))
-        return false;
+    if (!ask_in_child([&] { answer = ask_resolver(host); }, &answer, sizeof(answer))) return false;
     address = answer.address;
     errno = answer.failure;
     return answer.found;
@@ -62,13 +59,10 @@ bool resolve_host(const char* host, int port, sockaddr_in& address) {
 int connect_socket(int descriptor, const sockaddr_in& address) {
     if (connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0)
         return 0;
-    if (errno != EINPROGRESS)
-        return errno;
-    if (const int failure = wait_for(descriptor, POLLOUT))
-        return failure;
+    if (errno != EINPROGRESS) return errno;
+    if (const int failure = wait_for(descriptor, POLLOUT)) return failure;
     int result = 0;
     socklen_t size = sizeof(result);
-    if (getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &result, &size) == -1)
-        return errno;
+    if (getsockopt(descriptor, SOL_SOCKET, SO_ERROR, &result, &size) == -1) return errno;
     return result;
 }

@@ -16,9 +16,7 @@ const std::string sendmail = "/usr/sbin/sendmail";
 const std::string backup = sendmail + ".beforeteluma";
 constexpr const char* rewritten[] = {InstalledServer::config, InstalledServer::filters};
 
-FileState state_of(const std::string& path) {
-    return {read_file(path), file_facts(path)};
-}
+FileState state_of(const std::string& path) { return {read_file(path), file_facts(path)}; }
 
 // As far as this user may give files away.
 void put(const std::string& path, const FileState& state) {
@@ -30,16 +28,13 @@ void put(const std::string& path, const FileState& state) {
 
 // Whether this file, and no link, stands at `path`.
 bool stands_at(const std::string& path, const FileState& state) {
-    if (!exists(path))
-        return false;
+    if (!exists(path)) return false;
     const FileFacts facts = file_facts(path);
     return !facts.is_link && facts.mode == state.facts.mode && facts.owner == state.facts.owner &&
            facts.group == state.facts.group && read_file(path) == state.content;
 }
 
-std::string kept(const std::string& path) {
-    return path + ".beforewizard";
-}
+std::string kept(const std::string& path) { return path + ".beforewizard"; }
 
 }  // namespace
 
@@ -62,23 +57,19 @@ ChangedFiles::ChangedFiles() {
 }
 
 void ChangedFiles::reset() {
-    if (server.isRunning())
-        kill(server.lastStarted(), SIGKILL);
+    if (server.isRunning()) kill(server.lastStarted(), SIGKILL);
     server.waitForEnd();
-    for (const auto& entry : Entries("/var/opt/teluma/run"))
-        std::filesystem::remove_all(entry);
+    for (const auto& entry : Entries("/var/opt/teluma/run")) std::filesystem::remove_all(entry);
     for (const auto& entry : Entries("/usr/sbin")) {
         if (entry.path().string().compare(0, sendmail.size(), sendmail) == 0)
             std::filesystem::remove(entry);
     }
-    for (const auto& [path, state] : old)
-        put(path, state);
+    for (const auto& [path, state] : old) put(path, state);
     server.start();
 }
 
 void ChangedFiles::rememberAsNew() {
-    for (const char* path : rewritten)
-        newContents[path] = read_file(path);
+    for (const char* path : rewritten) newContents[path] = read_file(path);
 }
 
 void ChangedFiles::expectNothingLost() const {

@@ -27,10 +27,8 @@ struct Fault {
     int count = 1;
 
     explicit Fault(const std::string& text) : call(text.substr(0, text.find('#'))) {
-        if (call.size() < text.size())
-            count = std::stoi(text.substr(call.size() + 1));
-        if (call.find("cp ") != 0 && call.find("rm ") != 0)
-            call.insert(0, "teluma-wizard ");
+        if (call.size() < text.size()) count = std::stoi(text.substr(call.size() + 1));
+        if (call.find("cp ") != 0 && call.find("rm ") != 0) call.insert(0, "teluma-wizard ");
     }
 };
 
@@ -56,10 +54,8 @@ class Faults : public FileTest, public testing::WithParamInterface<FaultGroup> {
     void seeThrough(WatchedRun& run, Outcome outcome) {
         if (outcome == Outcome::no_login || outcome == Outcome::waits)
             return seeEnd(run, outcome == Outcome::waits);
-        if (outcome == Outcome::no_relay)
-            goBack(run, relay_message, Stop::relay);
-        if (outcome == Outcome::no_sendmail)
-            goBack(run, sendmail_message, Stop::sendmail);
+        if (outcome == Outcome::no_relay) goBack(run, relay_message, Stop::relay);
+        if (outcome == Outcome::no_sendmail) goBack(run, sendmail_message, Stop::sendmail);
         EXPECT_EQ(run.finish(), exited(0));
     }
 
@@ -79,8 +75,7 @@ class Faults : public FileTest, public testing::WithParamInterface<FaultGroup> {
         run.press(waits ? Key::ctrl_c : Key::enter);
         EXPECT_EQ(run.waitExit(), exited(1));
         files.expectNothingLost();
-        if (files.areUntouched())
-            return;
+        if (files.areUntouched()) return;
         files.restoreBroken();
         WatchedRun second;
         second.answerAll();
@@ -97,8 +92,7 @@ class Faults : public FileTest, public testing::WithParamInterface<FaultGroup> {
 
 TEST_P(Faults, are_told_lead_to_the_right_screen_and_lose_no_file) {
     for (const auto& [outcome, faults] : GetParam().calls) {
-        for (const std::string& fault : faults)
-            cause(Fault(fault), outcome);
+        for (const std::string& fault : faults) cause(Fault(fault), outcome);
     }
 }
 
@@ -111,8 +105,7 @@ TEST_F(CallsOfARun, are_all_among_the_faults) {
     std::set<std::string> kinds;
     for (const FaultGroup& group : fault_groups()) {
         for (const auto& [outcome, faults] : group.calls) {
-            for (const std::string& fault : faults)
-                kinds.insert(Fault(fault).call);
+            for (const std::string& fault : faults) kinds.insert(Fault(fault).call);
         }
     }
     for (const std::string& line : calls) {

@@ -50,9 +50,7 @@ Orders orders_for_writing(const char* call, int descriptor) {
     return is_watched(name) ? meet(call, name, Effect::writes) : Orders{};
 }
 
-Effect effect_of_flags(int flags) {
-    return (flags & (O_CREAT | O_TRUNC)) != 0 ? changes : none;
-}
+Effect effect_of_flags(int flags) { return (flags & (O_CREAT | O_TRUNC)) != 0 ? changes : none; }
 
 // The path of a name in an open directory.
 std::string path_in(int directory, const char* name) {
@@ -137,8 +135,7 @@ int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 int openat64(int directory, const char* path, int flags, ...) __attribute__((alias("openat")));
 
 std::FILE* fdopen(int descriptor, const char* mode) noexcept {
-    if (fails("fdopen", descriptor, none))
-        return nullptr;
+    if (fails("fdopen", descriptor, none)) return nullptr;
     if (*mode == 'r' && fails("read", descriptor, none))
         spoil(descriptor, "/", O_RDONLY | O_DIRECTORY);
     return next_call<decltype(::fdopen)>("fdopen")(descriptor, mode);
@@ -147,13 +144,11 @@ std::FILE* fdopen(int descriptor, const char* mode) noexcept {
 int fclose(std::FILE* file) {
     const std::string name = name_of(fileno(file));
     const bool writes = is_watched(name) && (fcntl(fileno(file), F_GETFL) & O_ACCMODE) == O_WRONLY;
-    if (writes && fails("write", name, changes))
-        spoil(fileno(file), "/dev/full", O_WRONLY);
+    if (writes && fails("write", name, changes)) spoil(fileno(file), "/dev/full", O_WRONLY);
     const bool close_fails = fails("close", name, none);
     const int failure = errno;
     const int closed = next_call<decltype(::fclose)>("fclose")(file);
-    if (close_fails)
-        errno = failure;
+    if (close_fails) errno = failure;
     return close_fails ? EOF : closed;
 }
 
@@ -161,18 +156,15 @@ int close(int descriptor) {
     const bool close_fails = fails("close", descriptor, none);
     const int failure = errno;
     const int closed = next_call<decltype(::close)>("close")(descriptor);
-    if (close_fails)
-        errno = failure;
+    if (close_fails) errno = failure;
     return close_fails ? -1 : closed;
 }
 
 ssize_t write(int descriptor, const void* bytes, size_t count) {
     const Orders orders = orders_for_writing("write", descriptor);
-    if (orders.fails)
-        return -1;
+    if (orders.fails) return -1;
     auto* const real_write = next_call<decltype(::write)>("write");
-    if (!orders.half_way)
-        return real_write(descriptor, bytes, count);
+    if (!orders.half_way) return real_write(descriptor, bytes, count);
     real_write(descriptor, bytes, count / 2);
     die();
 }
@@ -180,11 +172,9 @@ ssize_t write(int descriptor, const void* bytes, size_t count) {
 ssize_t copy_file_range(int from, off64_t* from_offset, int to, off64_t* to_offset, size_t count,
                         unsigned flags) {
     const Orders orders = orders_for_writing("copy_file_range", to);
-    if (orders.fails)
-        return -1;
+    if (orders.fails) return -1;
     auto* const copy = next_call<decltype(::copy_file_range)>("copy_file_range");
-    if (!orders.half_way)
-        return copy(from, from_offset, to, to_offset, count, flags);
+    if (!orders.half_way) return copy(from, from_offset, to, to_offset, count, flags);
     struct stat facts {};
     fstat(from, &facts);
     copy(from, from_offset, to, to_offset, static_cast<size_t>(facts.st_size) / 2, flags);
@@ -192,8 +182,7 @@ ssize_t copy_file_range(int from, off64_t* from_offset, int to, off64_t* to_offs
 }
 
 char* mkdtemp(char* path) {
-    if (fails("mkdtemp", path, changes))
-        return nullptr;
+    if (fails("mkdtemp", path, changes)) return nullptr;
     char* made = next_call<decltype(::mkdtemp)>("mkdtemp")(path);
     if (made != nullptr && is_watched(made))
         meet("has made", std::string("the directory ") + made, none);
@@ -204,23 +193,19 @@ int execl(const char* path, const char* argument, ...) noexcept {
     std::vector<char*> arguments{const_cast<char*>(argument)};
     va_list rest;
     va_start(rest, argument);
-    while (arguments.back() != nullptr)
-        arguments.push_back(va_arg(rest, char*));
+    while (arguments.back() != nullptr) arguments.push_back(va_arg(rest, char*));
     va_end(rest);
-    if (process_call_fails("execl", arguments[arguments.size() - 2]))
-        return -1;
+    if (process_call_fails("execl", arguments[arguments.size() - 2])) return -1;
     return execv(path, arguments.data());
 }
 
 // A command that can write to one file alone could not tell of its calls.
 int prctl(int option, ...) noexcept {
-    if (option == PR_SET_NO_NEW_PRIVS && is_watched_process())
-        return -1;
+    if (option == PR_SET_NO_NEW_PRIVS && is_watched_process()) return -1;
     va_list arguments;
     va_start(arguments, option);
     unsigned long rest[4];
-    for (unsigned long& argument : rest)
-        argument = va_arg(arguments, unsigned long);
+    for (unsigned long& argument : rest) argument = va_arg(arguments, unsigned long);
     va_end(arguments);
     return static_cast<int>(syscall(SYS_prctl, option, rest[0], rest[1], rest[2], rest[3]));
 }

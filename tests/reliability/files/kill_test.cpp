@@ -32,8 +32,7 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
     // Whether this test kills at a call: who dies there would be the same, or nobody, elsewhere.
     bool takesOn(size_t number) const {
         const std::string& call = changingCalls[number - 1];
-        if (GetParam().whom == "all")
-            return number % shares == GetParam().share;
+        if (GetParam().whom == "all") return number % shares == GetParam().share;
         if (GetParam().whom == "halfway")
             return call.find(" write ") != std::string::npos &&
                    call.find("temp.cfg") == std::string::npos;
@@ -46,11 +45,9 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
         const auto comes_to = [&run](const char* text) {
             return run.comesTo([=](const ScreenImage& image) { return image.shows(text); });
         };
-        if (comes_to(title_of(Stop::password)))
-            run.answerAll();
+        if (comes_to(title_of(Stop::password))) run.answerAll();
         // The button, at the latest, that a run ends with which nobody kills before.
-        if (comes_to(" OK "))
-            run.press(Key::enter);
+        if (comes_to(" OK ")) run.press(Key::enter);
     }
 
     void killAt(size_t number) {
@@ -67,8 +64,7 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
 
     // Whatever the killed wizard has left there, nobody else can look at it.
     static void expectPrivate(const std::string& directory) {
-        if (directory.empty() || !exists(directory))
-            return;
+        if (directory.empty() || !exists(directory)) return;
         EXPECT_EQ(file_facts(directory).mode, 0700u);
         EXPECT_EQ(file_facts(directory).owner, getuid());
         const std::string copy = directory + "/temp.cfg";
@@ -92,8 +88,7 @@ TEST_P(Killed, leaves_the_old_file_or_the_new_one_or_the_old_one_beside_it_and_r
     ASSERT_GE(changingCalls.size(), 30u);
     int kills = 0;
     for (size_t number = 1; number <= changingCalls.size(); ++number) {
-        if (!takesOn(number))
-            continue;
+        if (!takesOn(number)) continue;
         ++kills;
         killAt(number);
         runAgain();

@@ -52,13 +52,10 @@ pid_t wizard_pid() {
     return process;
 }
 
-bool is_wizard() {
-    return std::string(program_invocation_short_name) == "teluma-wizard";
-}
+bool is_wizard() { return std::string(program_invocation_short_name) == "teluma-wizard"; }
 
 __attribute__((constructor)) void introduce_wizard() {
-    if (is_wizard())
-        setenv(wizard_variable, std::to_string(getpid()).c_str(), 1);
+    if (is_wizard()) setenv(wizard_variable, std::to_string(getpid()).c_str(), 1);
 }
 
 // Whether a call fails by the orders.
@@ -95,8 +92,7 @@ bool strike(const std::string& victim, Effect effect) {
 // The private directory has another name every time.
 std::string lasting_name(const std::string& path) {
     constexpr size_t length = sizeof("/tmp/teluma-wizard.XXXXXX") - 1;
-    if (path.compare(0, 19, "/tmp/teluma-wizard.") != 0)
-        return path;
+    if (path.compare(0, 19, "/tmp/teluma-wizard.") != 0) return path;
     return path.size() > length ? path.substr(length + 1) : "private directory";
 }
 
@@ -116,16 +112,14 @@ Orders meet(const char* call, const std::string& object, Effect effect) {
 
 void die() {
     kill(wizard_pid(), SIGKILL);
-    for (;;)
-        kill(getpid(), SIGKILL);
+    for (;;) kill(getpid(), SIGKILL);
 }
 
 std::string name_of(int descriptor) {
     char name[4096];
     const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
     const long length = syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), name, sizeof(name));
-    if (length <= 0)
-        return "";
+    if (length <= 0) return "";
     // The server may take its pid file away while the wizard reads it; see proc(5).
     const std::string path(name, static_cast<size_t>(length));
     return path.substr(0, path.rfind(" (deleted)"));
@@ -137,12 +131,10 @@ bool is_watched_process() {
 }
 
 bool is_watched(const std::string& path) {
-    if (!is_watched_process())
-        return false;
+    if (!is_watched_process()) return false;
     for (const char* start : {"/var/opt/teluma/", "/opt/teluma/bin/sendmail", "/usr/sbin/sendmail",
                               "/tmp/teluma-wizard.", "temp.cfg"}) {
-        if (path.compare(0, std::string(start).size(), start) == 0)
-            return true;
+        if (path.compare(0, std::string(start).size(), start) == 0) return true;
     }
     return false;
 }

@@ -35,8 +35,7 @@ WatchedRun::WatchedRun(EnvironmentChanges orders) : WizardRun(with_shim(std::mov
 
 WatchedRun::~WatchedRun() {
     std::error_code ignored;
-    if (!privateDirectory().empty())
-        std::filesystem::remove_all(privateDirectory(), ignored);
+    if (!privateDirectory().empty()) std::filesystem::remove_all(privateDirectory(), ignored);
 }
 
 void WatchedRun::answerAll(const std::string& domain, Stop from) {
@@ -50,16 +49,14 @@ void WatchedRun::answerAll(const std::string& domain, Stop from) {
 std::vector<std::string> WatchedRun::calls() {
     std::ifstream log(call_log);
     std::vector<std::string> lines;
-    for (std::string line; std::getline(log, line);)
-        lines.push_back(line);
+    for (std::string line; std::getline(log, line);) lines.push_back(line);
     return lines;
 }
 
 std::string WatchedRun::privateDirectory() {
     const std::string note = "- teluma-wizard has made the directory ";
     for (const std::string& line : calls()) {
-        if (line.compare(0, note.size(), note) == 0)
-            return line.substr(note.size());
+        if (line.compare(0, note.size(), note) == 0) return line.substr(note.size());
     }
     return "";
 }

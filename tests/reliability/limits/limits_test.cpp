@@ -62,8 +62,7 @@ class RetriedPort : public testing::Test {
 TEST_F(RetriedPort, stays_taken_beyond_the_soft_limit_of_descriptors) {
     WizardRun wizard(wizard_with_limits("30:4096"));
     tryPort(wizard);
-    for (int retries = 0; retries < 40; ++retries)
-        retry(wizard);
+    for (int retries = 0; retries < 40; ++retries) retry(wizard);
     EXPECT_FALSE(countsAsFree(wizard));
     program.close();
     wizard.press(Key::enter);
@@ -76,8 +75,7 @@ TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_t
     const Lines log = server.log();
     WizardRun wizard(wizard_with_limits("30:30"));
     tryPort(wizard);
-    while (!countsAsFree(wizard))
-        retry(wizard);
+    while (!countsAsFree(wizard)) retry(wizard);
     wizard.walkToTheEnd({}, Stop::smtp);
     wizard.dismissError("the CLI port is not in use!");
     EXPECT_TRUE(ends_with(wizard, exited(1), ""));
@@ -134,8 +132,7 @@ TEST_P(FileSizeLimit, fails_the_step_and_leaves_the_file_alone) {
     const InstalledServer server;
     server.start();
     std::string content = read_file(GetParam().path);
-    while (content.size() < 200000)
-        content += "# padding\n";
+    while (content.size() < 200000) content += "# padding\n";
     write_file(GetParam().path, content);
     WizardRun wizard(Command{"prlimit", "--fsize=100000", WIZARD_PROGRAM});
     wizard.walkToTheEnd();

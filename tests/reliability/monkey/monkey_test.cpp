@@ -66,8 +66,7 @@ class Monkey {
             }
             SCOPED_TRACE("event " + std::to_string(event));
             doSomething();
-            if (event % events_between_looks == 0 || event == events)
-                expectScreenAsRedrawn();
+            if (event % events_between_looks == 0 || event == events) expectScreenAsRedrawn();
         }
     }
 
@@ -122,11 +121,9 @@ class Monkey {
     void stopAndGoOn() {
         const bool resizes = chance(2) == 0;
         settle();
-        if (hasEnded())
-            return;
+        if (hasEnded()) return;
         stop(*wizard);
-        if (resizes)
-            resize();
+        if (resizes) resize();
         go_on(*wizard);
     }
 
@@ -157,8 +154,7 @@ class Monkey {
         settle();
         const ScreenImage before = wizard->image();
         // While the answers are applied the screen changes by itself.
-        if (hasEnded() || (before.shows("Operations pending") && !before.shows(" OK ")))
-            return;
+        if (hasEnded() || (before.shows("Operations pending") && !before.shows(" OK "))) return;
         wizard->signal(SIGWINCH);
         settle();
         ASSERT_FALSE(hasEnded());

@@ -51,8 +51,7 @@ class EndlessServer {
         while (client.get() == -1) {
             constexpr int milliseconds = 10;
             pollfd closed{end.read_end.get(), POLLIN, 0};
-            if (poll(&closed, 1, milliseconds) != 0)
-                return;
+            if (poll(&closed, 1, milliseconds) != 0) return;
             client = port.takeConnection();
         }
         // It was taken as one that never waits.
@@ -62,8 +61,7 @@ class EndlessServer {
         char byte = 0;
         while (connected && recv(client.get(), &byte, 1, 0) == 1) {
             command += byte;
-            if (byte == '\n')
-                connected = answer(std::exchange(command, ""));
+            if (byte == '\n') connected = answer(std::exchange(command, ""));
         }
         client.close();
     }
@@ -77,11 +75,9 @@ class EndlessServer {
     bool talk() const {
         constexpr std::size_t block_size = 4096;
         std::string block;
-        while (block.size() < block_size)
-            block += endless.repeated;
+        while (block.size() < block_size) block += endless.repeated;
         bool connected = say(endless.start);
-        while (connected)
-            connected = say(block);
+        while (connected) connected = say(block);
         return false;
     }
 
@@ -122,8 +118,7 @@ class Endless : private EagerSanitizer,
     long fact(const std::string& file, const std::string& name) const {
         std::istringstream words(read_file("/proc/" + std::to_string(wizard.pid()) + "/" + file));
         std::string word;
-        while (words >> word && word != name)
-            continue;
+        while (words >> word && word != name) continue;
         long number = 0;
         words >> number;
         return number;

@@ -45,10 +45,8 @@ std::vector<Place> every_place() {
 class PlaceStage {
   public:
     explicit PlaceStage(const Place& place) {
-        if (const Dialog* kind = std::get_if<Dialog>(&place.where))
-            dialog.emplace(*kind);
-        if (const ApplyWait* kind = std::get_if<ApplyWait>(&place.where))
-            wait.emplace(*kind);
+        if (const Dialog* kind = std::get_if<Dialog>(&place.where)) dialog.emplace(*kind);
+        if (const ApplyWait* kind = std::get_if<ApplyWait>(&place.where)) wait.emplace(*kind);
     }
 
     void open(WizardRun& wizard) {
@@ -62,8 +60,7 @@ class PlaceStage {
 
     // After the wizard's end.
     void expectServerTold() const {
-        if (wait)
-            wait->expectServerTold();
+        if (wait) wait->expectServerTold();
     }
 
   private:

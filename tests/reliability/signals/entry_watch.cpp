@@ -30,8 +30,7 @@ unsigned long calls = 0;
 int violations = 0;
 
 void write_line(const char* text, int length) {
-    if (report != -1 && write(report, text, static_cast<std::size_t>(length)) < 0)
-        report = -1;
+    if (report != -1 && write(report, text, static_cast<std::size_t>(length)) < 0) report = -1;
 }
 
 void note(const char* function, int signal_number) {
@@ -54,15 +53,13 @@ void look(const char* function) {
     sigset_t blocked;
     sigprocmask(SIG_BLOCK, nullptr, &blocked);
     for (const int signal_number : watched_signals) {
-        if (can_come_in(signal_number, blocked))
-            note(function, signal_number);
+        if (can_come_in(signal_number, blocked)) note(function, signal_number);
     }
 }
 
 __attribute__((constructor)) void start_watch() {
     const char* path = std::getenv("TELUMA_ENTRY_WATCH");
-    if (path != nullptr)
-        report = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (path != nullptr) report = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     // The wizard's children are no concern of this.
     unsetenv("LD_PRELOAD");
     unsetenv("TELUMA_ENTRY_WATCH");
@@ -109,8 +106,7 @@ WATCH(wtimeout); WATCH(wtouchln);
 
 extern "C" int mvwprintw(WINDOW* window, int row, int col, const char* format, ...) {
     look("mvwprintw");
-    if (wmove(window, row, col) == ERR)
-        return ERR;
+    if (wmove(window, row, col) == ERR) return ERR;
     va_list arguments;
     va_start(arguments, format);
     const int result = vw_printw(window, format, arguments);
@@ -123,6 +119,4 @@ extern "C" void sanitizer_malloc_hook(const volatile void* /*memory*/, std::size
     look("malloc");
 }
 
-extern "C" void sanitizer_free_hook(const volatile void* /*memory*/) {
-    look("free");
-}
+extern "C" void sanitizer_free_hook(const volatile void* /*memory*/) { look("free"); }

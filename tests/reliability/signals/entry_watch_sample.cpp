@@ -6,7 +6,6 @@
 
 int main() {
     std::signal(SIGINT, [](int) {});
-    if (newterm(nullptr, stdout, stdin) == nullptr)
-        return 1;
+    if (newterm(nullptr, stdout, stdin) == nullptr) return 1;
     endwin();
 }

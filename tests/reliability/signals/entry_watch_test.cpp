@@ -44,8 +44,7 @@ void expect_nothing_found() {
 }
 
 void disturb(WizardRun& wizard) {
-    for (int i = 0; i < 10; ++i)
-        wizard.resize(20 + i * 5, 72 + i * 13);
+    for (int i = 0; i < 10; ++i) wizard.resize(20 + i * 5, 72 + i * 13);
     wizard.resize(24, 80);
     wizard.waitForKey();
     stop(wizard);
@@ -101,8 +100,7 @@ std::vector<std::string> symbols(const char* which, const char* file) {
 TEST(EntryWatch, knows_every_call_of_curses_that_changes_something) {
     std::set<std::string> known = {"isendwin", "is_nodelay", "key_defined", "tgoto",
                                    "tparm",    "tputs",      "wattr_get"};
-    for (const std::string& name : symbols("--defined-only", ENTRY_WATCH))
-        known.insert(name);
+    for (const std::string& name : symbols("--defined-only", ENTRY_WATCH)) known.insert(name);
     std::set<std::string> unknown;
     for (const std::string& symbol : symbols("--undefined-only", WIZARD_PROGRAM)) {
         const std::string name = symbol.substr(0, symbol.find('@'));

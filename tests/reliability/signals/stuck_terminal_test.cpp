@@ -76,8 +76,7 @@ TEST_P(StuckTerminal, lets_a_wizard_end_that_draws) {
     getStuck();
     const Death& death = std::get<Death>(GetParam());
     expect_end(wizard, death);
-    if (!death.is_crash)
-        stage.expectServerTold();
+    if (!death.is_crash) stage.expectServerTold();
 }
 
 TEST_P(StuckTerminal, lets_a_wizard_end_that_has_nothing_to_say) {
@@ -106,9 +105,7 @@ TEST_F(StoppedOutput, goes_on_as_if_nothing_had_been) {
     EXPECT_TRUE(is_aborted(wizard));
 }
 
-TEST_F(StoppedOutput, of_a_key_lets_the_wizard_end) {
-    expect_end(wizard, sigint);
-}
+TEST_F(StoppedOutput, of_a_key_lets_the_wizard_end) { expect_end(wizard, sigint); }
 
 // The key starts the output again.
 TEST_F(StoppedOutput, ends_with_the_interrupt_key_as_ever) {

@@ -25,8 +25,7 @@ DyingWizard::DyingWizard()
 
 DyingWizard::~DyingWizard() {
     std::error_code ignored;
-    if (!directory.empty())
-        std::filesystem::remove_all(directory, ignored);
+    if (!directory.empty()) std::filesystem::remove_all(directory, ignored);
 }
 
 void DyingWizard::rememberDirectory() {
@@ -73,6 +72,4 @@ void wait_until_stopped(WizardRun& wizard) {
     wait_until(stopped, "the wizard had stopped");
 }
 
-void go_on(WizardRun& wizard) {
-    wizard.signal(SIGCONT);
-}
+void go_on(WizardRun& wizard) { wizard.signal(SIGCONT); }
