@@ -1,8 +1,8 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <string>
+#include <string_view>
 
 /// Leaves out of what curses says to a terminal whatever makes no difference to what is seen.
 ///
@@ -22,7 +22,7 @@ class OutputThinner {
 
     /// What to write instead of `said`, which ends where a sequence ends. Line-drawing characters
     /// are left in the end, so that what others write (wall(1)) can be read.
-    std::string thin(const std::string& said);
+    std::string thin(std::string_view said);
 
     /// Takes nothing for granted any more. The next call says first what is owed.
     void forget();
@@ -32,22 +32,26 @@ class OutputThinner {
     // ones first; a console's font, which it sets too; what designates G0; SI or SO.
     enum Attribute { others, bold, foreground, background, font, letters, shift, attribute_count };
 
-    // What was said last about each; empty for what was taken back or never said.
-    using Look = std::array<std::string, attribute_count>;
-    static Look unknownLook() { return {"unknown"}; }
+    // What was said last about each: an SGR number, a final byte, a control; 0 for what was taken
+    // back or never said.
+    using Look = std::array<unsigned char, attribute_count>;
+    static constexpr Look unknown_look = {1};
 
-    static bool takeParameter(Look& look, const std::string& parameter);
-    bool takeRendition(const std::string& token);
-    bool takeSet(const std::string& token);
-    bool takeMode(const std::string& token);
-    void take(const std::string& token, const std::string& run);
+    static constexpr std::string_view modes[] = {"\033[?1", "\033[?7", "\033[?12", "\033[?25",
+                                                 "\033"};
+
+    static bool takeParameter(Look& look, std::string_view parameter);
+    bool takeRendition(std::string_view token);
+    bool takeSet(std::string_view token);
+    bool takeMode(std::string_view token);
+    void take(std::string_view token, std::string_view run);
     void sayForBlank();
     void say(const Look& look);
     std::string rendition(const Look& look) const;
 
     bool repeats;
-    Look wanted = unknownLook();               // by curses
-    Look shown = unknownLook();                // by the terminal
-    std::map<std::string, std::string> modes;  // what was said last about each
+    Look wanted = unknown_look;             // by curses
+    Look shown = unknown_look;              // by the terminal
+    char modesSaid[std::size(modes)] = {};  // the last byte, which sets or resets
     std::string output;
 };
