@@ -33,5 +33,9 @@ release_link_option(LINKS_STATIC_RUNTIME -static-libstdc++ -static-libgcc)
 release_link_option(LINKS_WITHOUT_UNUSED_SECTIONS -Wl,--gc-sections)
 release_link_option(LINKS_NEEDED_LIBRARIES_ONLY -Wl,--as-needed)
 release_link_option(LINKS_POSITION_INDEPENDENT -pie)
+# Other systems' linkers may know how to pack what their loaders can't unpack.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  release_link_option(LINKS_PACKED_RELOCATIONS -Wl,-z,pack-relative-relocs)
+endif()
 # The addresses of library functions are found at the start and are read-only from then on.
 release_link_option(LINKS_READ_ONLY_RELOCATIONS -Wl,-z,relro -Wl,-z,now)
