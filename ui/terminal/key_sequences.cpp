@@ -12,8 +12,7 @@ struct KeySequence {
 };
 
 // The cursor keys in both of their modes; the keys above them, as xterm, the VT220, rxvt and the
-// consoles send them; the keypad of a VT100, which curses puts into the mode in which it sends
-// these.
+// consoles send them; the keypad of a VT100, in the mode that curses puts it into.
 constexpr KeySequence sequences[] = {
     {"[A", KEY_UP},    {"OA", KEY_UP},    {"[B", KEY_DOWN}, {"OB", KEY_DOWN},   {"[C", KEY_RIGHT},
     {"OC", KEY_RIGHT}, {"[D", KEY_LEFT},  {"OD", KEY_LEFT}, {"[H", KEY_HOME},   {"OH", KEY_HOME},
@@ -58,14 +57,13 @@ void learn_key_sequences() {
 
 bool skip_control_sequence(WINDOW* window) {
     std::vector<int> bytes;
-    // Curses itself has waited for the first one.
-    nodelay(window, TRUE);
+    nodelay(window, TRUE);  // Curses itself has waited for the first one.
     do {
         bytes.push_back(wgetch(window));
         wtimeout(window, ESCDELAY);
     } while (goes_on(bytes));
     if (is_whole(bytes)) return true;
-    bytes.erase(std::remove(bytes.begin(), bytes.end(), ERR), bytes.end());
+    if (bytes.back() == ERR) bytes.pop_back();
     std::for_each(bytes.rbegin(), bytes.rend(), ungetch);
     return false;
 }

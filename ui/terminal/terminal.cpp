@@ -157,8 +157,6 @@ bool renew_terminal() {
     if (!retake_terminal()) return false;
     wizard_terminal.thinner.forget();
     with_sound_size([] {
-        // What curses does by itself where its output is not kept back.
-        if (wizard_terminal.stream != nullptr) take_size();
         clear();
         // Left twice, a terminal would go back to where it was when it was left the first time.
         if (!isendwin()) endwin();

@@ -79,12 +79,10 @@ void give_modes_back();
 /// standard input; -1 if none of them is a terminal.
 int size_terminal();
 
-/// Has curses take the size that LINES and COLUMNS prescribe or else the terminal tells.
-void take_size();
-
 /// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
-/// meanwhile it finds in the environment the size that it has, or 24 by 80, in place of one that no
-/// terminal has. Variables that prescribe nothing that can be used are removed for good.
+/// meanwhile the environment prescribes what the terminal tells, or in place of a size that no
+/// terminal has the present one, or 24 by 80. What the user has it prescribe stays, if it can be
+/// used, and is removed for good if not.
 void with_sound_size(const std::function<void()>& ask);
 
 /// A stream for curses to write to; standard output where nothing can be kept back.

@@ -39,7 +39,7 @@ void discard_input(int terminal) {
 
 constexpr int most_cells = 4096;
 
-// The lines or columns that the environment prescribes; 0 for none.
+// The rows or columns that the environment prescribes; 0 for none.
 int prescribed(const char* variable) {
     const char* text = std::getenv(variable);
     char* end = nullptr;
@@ -47,23 +47,13 @@ int prescribed(const char* variable) {
     return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
 }
 
-// The same, or else what the terminal tells; 0 where nobody tells.
-int size_of(const char* variable, int told) {
-    const int wanted = prescribed(variable);
-    return wanted != 0 || told > most_cells ? wanted : told;
-}
-
-winsize told_size() {
-    winsize size{};
-    ioctl(size_terminal(), TIOCGWINSZ, &size);
-    return size;
-}
-
-// Whether a size that has been told would have curses take more, so that another stands in for it.
-bool stand_in(const char* variable, int told, int present) {
+// Has it prescribe what the terminal tells or, in place of more than any has, what is now. False if
+// it does so already, or nobody tells.
+bool prescribe(const char* variable, int told, int present) {
     if (prescribed(variable) != 0) return false;
     unsetenv(variable);
-    return told > most_cells && setenv(variable, std::to_string(present).c_str(), 1) == 0;
+    const int size = told > most_cells ? present : told;
+    return size != 0 && setenv(variable, std::to_string(size).c_str(), 1) == 0;
 }
 
 }  // namespace
@@ -131,18 +121,16 @@ int size_terminal() {
     return no_descriptor;
 }
 
-void take_size() {
-    const winsize told = told_size();
-    const int rows = size_of("LINES", told.ws_row);
-    const int cols = size_of("COLUMNS", told.ws_col);
-    if (is_term_resized(rows, cols)) resizeterm(rows, cols);
-}
-
 void with_sound_size(const std::function<void()>& ask) {
-    const winsize told = told_size();
+    winsize told{};
+    ioctl(size_terminal(), TIOCGWINSZ, &told);
     const bool is_open = stdscr != nullptr;
-    const bool rows = stand_in("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
-    const bool cols = stand_in("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
+    const bool rows = prescribe("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
+    const bool cols = prescribe("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
+    const int lines = prescribed("LINES");
+    // Before endwin(3X), which goes to the last line.
+    if (wizard_terminal.stream != nullptr && is_term_resized(lines, prescribed("COLUMNS")))
+        resizeterm(lines, prescribed("COLUMNS"));
     ask();
     if (rows) unsetenv("LINES");
     if (cols) unsetenv("COLUMNS");
