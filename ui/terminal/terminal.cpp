@@ -1,13 +1,11 @@
 #include "ui/terminal/terminal.h"
 
-#include <panel.h>
 #include <term.h>
 #include <unistd.h>
 
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-#include <utility>
 
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal_record.h"
@@ -32,14 +30,14 @@ bool can_move_cursor() {
     return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
 }
 
-bool repeats_as_in_ecma_48() {
-    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
-    return repetition != nullptr && std::strcmp(repetition, "x\033[4b") == 0;
-}
-
 bool speaks_ecma_48() {
     const char* move = cursor_address != nullptr ? tgoto(cursor_address, 1, 1) : nullptr;
     return move != nullptr && std::strncmp(move, "\033[", 2) == 0;
+}
+
+bool repeats_as_in_ecma_48() {
+    const char* repetition = repeat_char != nullptr ? tparm(repeat_char, 'x', 5) : nullptr;
+    return repetition != nullptr && std::strcmp(repetition, "x\033[4b") == 0;
 }
 
 // Whether curses has the terminal now.
@@ -49,13 +47,13 @@ bool start_on_terminal() {
     std::setlocale(LC_CTYPE, "");
     SCREEN* screen = nullptr;
     with_sound_size([&] { screen = start_curses(stream_for_curses()); });
-    if (screen != nullptr && !can_move_cursor()) {
+    if (screen != nullptr && can_move_cursor()) return true;
+    if (screen != nullptr) {
         endwin();
         delscreen(screen);
-        screen = nullptr;
     }
-    if (screen == nullptr) wizard_terminal.stream.reset();
-    return screen != nullptr;
+    wizard_terminal.stream.reset();
+    return false;
 }
 
 void set_modes() {
@@ -75,26 +73,6 @@ void set_modes() {
     if (std::getenv("ESCDELAY") == nullptr) set_escdelay(200);
     keypad(stdscr, TRUE);
     learn_key_sequences();
-}
-
-// All that is left to say, and how curses leaves the terminal.
-std::string last_words() {
-    Terminal& terminal = wizard_terminal;
-    std::string words = thinned(take_output());
-    terminal.thinner.forget();
-    words += thinned({});
-    // A frame that was torn may have ended anywhere, in the middle of a sequence too.
-    words = terminal.is_in_write ? description(exit_attribute_mode)
-                                 : terminal.frame.substr(terminal.frame_written) + words;
-    endwin();
-    return words + take_output();
-}
-
-void prepare_to_leave() {
-    if (stdscr != nullptr && !isendwin())
-        wizard_terminal.leaving = last_words();
-    else if (wizard_terminal.frame.empty())
-        wizard_terminal.leaving.clear();
 }
 
 }  // namespace
@@ -134,23 +112,6 @@ void redraw_terminal() {
     clearok(curscr, TRUE);
     doupdate();
     send_output();
-}
-
-void close_terminal() {
-    prepare_to_leave();
-    write_frame(wizard_terminal.leaving);
-    give_modes_back();
-}
-
-void close_terminal_in_time(const char* last_words) {
-    std::string& leaving = wizard_terminal.leaving;
-    silence_stuck_output();
-    prepare_to_leave();
-    const bool has_left = write_in_time(leaving.data(), leaving.size());
-    give_modes_back();
-    if (has_left) write_in_time(last_words, std::strlen(last_words));
-    leaving.clear();
-    write_frame({});
 }
 
 bool renew_terminal() {
