@@ -8,14 +8,11 @@ namespace {
 
 constexpr char line_font = 11;
 
-// Character sets and modes, by their names; the last byte is one of these.
-struct Switch {
-    std::string_view name;
-    std::string_view settings;
-};
-constexpr Switch switches[] = {{"\033(", "0ABK"}, {"", "\016\017"},  {"\033", "=>"},
-                               {"\033[?1", "hl"}, {"\033[?7", "hl"}, {"\033[?12", "hl"},
-                               {"\033[?25", "hl"}};
+// Character sets and modes, in the order of their attributes: all but the last byte of what is said
+// of each, and what that may be.
+constexpr std::pair<std::string_view, std::string_view> switches[] = {
+    {"\033(", "0ABK"}, {"", "\016\017"},   {"\033", "=>"},    {"\033[?1", "hl"},
+    {"\033[?7", "hl"}, {"\033[?12", "hl"}, {"\033[?25", "hl"}};
 
 bool is_one_of(char byte, std::string_view bytes) { return bytes.find(byte) != bytes.npos; }
 
@@ -40,13 +37,6 @@ std::string_view first_token(std::string_view text) {
     };
     const auto end = std::find_if_not(text.begin() + 1, text.end(), goes_on);
     return text.substr(0, static_cast<size_t>(end - text.begin()));
-}
-
-// It and what follows it, if they are the same and beyond ASCII.
-std::string_view first_run(std::string_view text, std::string_view token) {
-    size_t end = token.size();
-    while (!is_ascii(token[0]) && text.compare(end, token.size(), token) == 0) end += token.size();
-    return text.substr(0, end);
 }
 
 // ESC [ numbers, and a final byte that is one of `finals`.
@@ -74,9 +64,11 @@ bool is_harmless(std::string_view token) {
 std::string OutputThinner::thin(std::string_view said) {
     while (!said.empty()) {
         const std::string_view token = first_token(said);
-        const std::string_view run = first_run(said, token);
-        said.remove_prefix(run.size());
-        if (!takeRendition(token) && !takeSwitch(token)) take(token, run);
+        size_t end = token.size();
+        while (!is_ascii(token[0]) && said.compare(end, token.size(), token) == 0)
+            end += token.size();
+        if (!takeRendition(token) && !takeSwitch(token)) take(token, said.substr(0, end));
+        said.remove_prefix(end);
     }
     Look without_lines = shown;
     for (const Attribute set : {font, letters, shift}) without_lines[set] = wanted[set];
@@ -119,9 +111,8 @@ bool OutputThinner::takeRendition(std::string_view token) {
 // Character sets wait for something to draw with them.
 bool OutputThinner::takeSwitch(std::string_view token) {
     const char setting = token.back();
-    const auto is_known = [&](const Switch& known) {
-        return token.compare(0, token.size() - 1, known.name) == 0 &&
-               is_one_of(setting, known.settings);
+    const auto is_known = [&](const auto& known) {
+        return token.substr(0, token.size() - 1) == known.first && is_one_of(setting, known.second);
     };
     const auto known = std::find_if(std::begin(switches), std::end(switches), is_known);
     if (known == std::end(switches)) return false;

@@ -8,9 +8,8 @@
 ///
 /// Curses goes back to plain text after every update, sets all attributes anew for the next
 /// character, and switches the keypad on for every window. A thinner says only what is new, when
-/// something is about to be shown or erased. It keeps boldness from spaces, where it is not seen,
-/// and does not go back to plain text at the end of a frame. Sequences that it does not know go
-/// through as they are, after all that is owed.
+/// something is about to be shown or erased; nothing of boldness where that is spaces. Sequences
+/// that it does not know go through as they are, after all that is owed.
 ///
 /// For terminals that speak ECMA-48 only, console_codes(4): elsewhere what looks like one of its
 /// sequences may mean something else, such as ESC =, which moves the cursor of many.
