@@ -11,16 +11,13 @@ struct KeySequence {
     int key;
 };
 
-// The cursor keys in both of their modes; the keys above them, as xterm, the VT220, rxvt and the
-// consoles send them; the keypad of a VT100, in the mode that curses puts it into.
+// The cursor keys in both of their modes; the keypad of a VT100, in the mode that curses puts it
+// into.
 constexpr KeySequence sequences[] = {
-    {"[A", KEY_UP},    {"OA", KEY_UP},    {"[B", KEY_DOWN}, {"OB", KEY_DOWN},   {"[C", KEY_RIGHT},
-    {"OC", KEY_RIGHT}, {"[D", KEY_LEFT},  {"OD", KEY_LEFT}, {"[H", KEY_HOME},   {"OH", KEY_HOME},
-    {"[1~", KEY_HOME}, {"[7~", KEY_HOME}, {"[F", KEY_END},  {"OF", KEY_END},    {"[4~", KEY_END},
-    {"[8~", KEY_END},  {"[2~", KEY_IC},   {"[3~", KEY_DC},  {"[5~", KEY_PPAGE}, {"[6~", KEY_NPAGE},
-    {"Op", '0'},       {"Oq", '1'},       {"Or", '2'},      {"Os", '3'},        {"Ot", '4'},
-    {"Ou", '5'},       {"Ov", '6'},       {"Ow", '7'},      {"Ox", '8'},        {"Oy", '9'},
-    {"On", '.'},       {"OM", KEY_ENTER}};
+    {"[A", KEY_UP},    {"OA", KEY_UP},   {"[B", KEY_DOWN}, {"OB", KEY_DOWN}, {"[C", KEY_RIGHT},
+    {"OC", KEY_RIGHT}, {"[D", KEY_LEFT}, {"OD", KEY_LEFT}, {"Op", '0'},      {"Oq", '1'},
+    {"Or", '2'},       {"Os", '3'},      {"Ot", '4'},      {"Ou", '5'},      {"Ov", '6'},
+    {"Ow", '7'},       {"Ox", '8'},      {"Oy", '9'},      {"On", '.'},      {"OM", KEY_ENTER}};
 
 // A key that does something on some screen.
 bool is_known(int key) {
@@ -57,7 +54,6 @@ void learn_key_sequences() {
 
 bool skip_control_sequence(WINDOW* window) {
     std::vector<int> bytes;
-    nodelay(window, TRUE);  // Curses itself has waited for the first one.
     do {
         bytes.push_back(wgetch(window));
         wtimeout(window, ESCDELAY);

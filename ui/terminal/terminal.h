@@ -34,10 +34,10 @@ void show_frame();
 /// Draws everything anew, modes and attributes included, whatever the terminal shows now.
 void redraw_terminal();
 
-/// After wgetch(3X) has read ESC from `window`: takes away the rest of a control sequence that
-/// curses does not know (ESC [ parameters and a last byte, or ESC O and one), as far as each byte
-/// arrives within ESCDELAY milliseconds. False if no whole one follows, as after the key Escape;
-/// everything is then there to be read. Changes the time that the window waits for a key.
+/// After wgetch(3X) has read ESC from `window` in no-delay mode: takes away the rest of a control
+/// sequence (ESC [ parameters and a last byte, or ESC O and one), if each byte arrives within
+/// ESCDELAY milliseconds. False if no whole one follows, as after the key Escape; everything is
+/// then there to be read. Changes the time that the window waits for a key.
 bool skip_control_sequence(WINDOW* window);
 
 /// Leaves the terminal to other programs, with the modes that it had: endwin(3X), after what has

@@ -55,21 +55,19 @@ extern Terminal wizard_terminal;
 /// What the terminal's description has for a capability, ready to be written; empty for null.
 std::string description(const char* capability);
 
-/// Remembers the terminals and the modes to go back to, once the wizard is in the foreground.
-/// Curses sets the modes of one terminal, perhaps not that of the keys, and waits for all output,
-/// perhaps for ever, before it gives them back. So the wizard sees to all of them itself.
+/// Once the wizard is in the foreground, remembers the terminals and the modes to go back to.
+/// Curses knows one terminal only, and would give its modes back when all output has been taken.
 void remember_terminals();
 
-/// Takes the modes that curses has set for the wizard's own, with echo off and keys one by one
-/// wherever curses didn't reach, and sets them.
+/// Takes what curses has set for the wizard's own modes, and sets those, with echo off and keys one
+/// by one, on all of the terminals.
 void keep_modes();
 
 /// False while one of the terminals has somebody else in its foreground.
 bool is_in_foreground();
 
-/// Sets the remembered modes without waiting for output, and throws away what has been typed for
-/// the wizard and not been read. In the background modes of somebody else's stay, and so does the
-/// input. May be called as often as one likes; async-signal-safe.
+/// Sets the remembered modes without waiting for output, and throws away what was typed for the
+/// wizard. In the background others' modes and the input stay. Async-signal-safe.
 void give_modes_back();
 
 /// The terminal that tells the size: standard output, else standard error, as curses has it, else
@@ -78,8 +76,8 @@ int size_terminal();
 
 /// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
 /// meanwhile the environment prescribes what the terminal tells, or in place of a size that no
-/// terminal has the present one, or 24 by 80. What the user has it prescribe stays, if it can be
-/// used, and is removed for good if not.
+/// terminal has the present one, or 24 by 80. What the user prescribes stays, unless it can't be
+/// used.
 void with_sound_size(const std::function<void()>& ask);
 
 /// A stream for curses to write to; standard output where nothing can be kept back.
@@ -92,14 +90,14 @@ void keep_output_back();
 /// Async-signal-safe.
 bool write_in_time(std::string_view text);
 
-/// Teaches curses what keyboards send beside what the terminal's description has: many a terminal
-/// is not quite the one that TERM names, and what it sends would be typed into a field, unseen in
-/// one for a password. A cursor key, backspace or Enter of the description stays what it is.
+/// Teaches curses what keyboards send beside what the terminal's description has, and what would be
+/// typed into a field, unseen in one for a password: many a terminal is not quite what TERM says. A
+/// cursor key, backspace or Enter of the description stays what it is.
 void learn_key_sequences();
 
-/// From now on a crash (a stack that has overflown included) or any other signal that ends a
-/// program by default on every system, as SIGQUIT, first leaves the terminal as it was, or gives
-/// its modes back at least where it takes no output. Then the signal takes its course; process 1,
-/// which the kernel would have go on, ends with status 128 + n. An ignored signal stays so. A child
-/// process only ends. The handler is async-signal-safe (signal-safety(7)).
+/// From now on a crash, stack overflow included, or any other signal that ends a program by default
+/// on every system, as SIGQUIT, first leaves the terminal as it was; at least its modes, where it
+/// takes no output. Then the signal takes its course; process 1, which the kernel would have go on,
+/// ends with status 128 + n. Ignored signals stay so; a child process only ends. The handler is
+/// async-signal-safe.
 void guard_against_crashes();
