@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "ui/terminal/terminal.h"
@@ -6,14 +7,9 @@
 
 namespace {
 
-struct KeySequence {
-    const char* bytes;  // after ESC
-    int key;
-};
-
-// The cursor keys in both of their modes; the keypad of a VT100, in the mode that curses puts it
-// into.
-constexpr KeySequence sequences[] = {
+// After ESC: the cursor keys in both of their modes; the keypad of a VT100, in the mode that curses
+// puts it into.
+constexpr std::pair<const char*, int> sequences[] = {
     {"[A", KEY_UP},    {"OA", KEY_UP},   {"[B", KEY_DOWN}, {"OB", KEY_DOWN}, {"[C", KEY_RIGHT},
     {"OC", KEY_RIGHT}, {"[D", KEY_LEFT}, {"OD", KEY_LEFT}, {"Op", '0'},      {"Oq", '1'},
     {"Or", '2'},       {"Os", '3'},      {"Ot", '4'},      {"Ou", '5'},      {"Ov", '6'},
@@ -46,9 +42,9 @@ void learn_key_sequences() {
     // Curses would take the introducer for the whole: a mouse is reported in a control sequence,
     // where an earlier program has left that on.
     define_key(nullptr, KEY_MOUSE);
-    for (const KeySequence& sequence : sequences) {
-        const std::string bytes = std::string("\033") + sequence.bytes;
-        if (!is_known(key_defined(bytes.c_str()))) define_key(bytes.c_str(), sequence.key);
+    for (const auto& [bytes, key] : sequences) {
+        const std::string sequence = std::string("\033") + bytes;
+        if (!is_known(key_defined(sequence.c_str()))) define_key(sequence.c_str(), key);
     }
 }
 

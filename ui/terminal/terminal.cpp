@@ -14,17 +14,6 @@ Terminal wizard_terminal;
 
 namespace {
 
-// In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
-// their description says. A value of the user's stays, and other programs don't get ours.
-SCREEN* start_curses(std::FILE* stream) {
-    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
-    const bool is_users = std::getenv(line_characters) != nullptr;
-    if (!is_users) setenv(line_characters, "1", 1);
-    SCREEN* screen = newterm(nullptr, stream, stdin);
-    if (!is_users) unsetenv(line_characters);
-    return screen;
-}
-
 // On others, such as "dumb", all frames would stand below one another.
 bool can_move_cursor() {
     return cursor_address != nullptr || cursor_up != nullptr || cursor_home != nullptr;
@@ -41,12 +30,17 @@ bool repeats_as_in_ecma_48() {
 }
 
 // Whether curses has the terminal now.
-bool start_on_terminal() {
-    remember_terminals();
+bool start_curses() {
+    // In UTF-8 lines are characters; many terminals have no other set of characters then, whatever
+    // their description says. A value of the user's stays, and other programs don't get ours.
+    constexpr char line_characters[] = "NCURSES_NO_UTF8_ACS";
+    const bool is_users = std::getenv(line_characters) != nullptr;
+    setenv(line_characters, "1", 0);
     // Without the locale's character set curses draws lines as letters on UTF-8 terminals.
     std::setlocale(LC_CTYPE, "");
     SCREEN* screen = nullptr;
-    with_sound_size([&] { screen = start_curses(stream_for_curses()); });
+    with_sound_size([&] { screen = newterm(nullptr, stream_for_curses(), stdin); });
+    if (!is_users) unsetenv(line_characters);
     if (screen != nullptr && can_move_cursor()) return true;
     if (screen != nullptr) {
         endwin();
@@ -88,7 +82,8 @@ std::string description(const char* capability) {
 }
 
 bool open_terminal() {
-    if (!start_on_terminal()) return false;
+    remember_terminals();
+    if (!start_curses()) return false;
     std::atexit(close_terminal);
     def_prog_mode();
     guard_against_crashes();

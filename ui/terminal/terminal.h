@@ -4,10 +4,9 @@
 
 /// The terminal, which has one owner: it is opened, drawn on, left and taken again here only.
 ///
-/// What curses says for a frame is kept back, thinned and written at once. By itself curses writes
-/// whenever it moves the cursor or switches the keypad, which is to be seen on a slow line. It does
-/// write by itself where the system has no nameless files of any size (ulimit -f): a frame of a
-/// large terminal has megabytes.
+/// What curses says for a frame is kept back, thinned and written at once; by itself curses writes
+/// at every move of the cursor, which is to be seen on a slow line. It does write by itself where
+/// the system has no nameless files of any size (ulimit -f).
 ///
 /// A terminal that takes nothing (Ctrl-S, a dead line) keeps the wizard waiting, but not from being
 /// ended: the signals that end it are let in while it writes. In the background the terminal is

@@ -21,17 +21,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A limit on the size of files (ulimit -f) holds for nameless ones too; beyond it a write fails.
-bool may_write_frames() {
-    rlimit files{};
-    return getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
-}
-
 // Of standard output: which of these events there are, within that time; for ever if that is -1.
 short output_events(short events, long within_milliseconds) {
     pollfd output = {STDOUT_FILENO, events, 0};
-    const bool any = poll(&output, 1, static_cast<int>(within_milliseconds)) == 1;
-    return any ? output.revents : short{0};
+    poll(&output, 1, static_cast<int>(within_milliseconds));
+    return output.revents;
 }
 
 bool takes_output(Clock::duration within) {
@@ -103,9 +97,11 @@ void silence_stuck_output() {
 }  // namespace
 
 std::FILE* stream_for_curses() {
-    const int terminal = size_terminal() != no_descriptor ? size_terminal() : STDOUT_FILENO;
-    Descriptor store(may_write_frames() ? nameless_file() : no_descriptor);
-    Descriptor copy(fcntl(terminal, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    // A limit on the size of files (ulimit -f) holds for nameless ones too.
+    rlimit files{};
+    const bool may_grow = getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
+    Descriptor store(may_grow ? nameless_file() : no_descriptor);
+    Descriptor copy(fcntl(size_terminal(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     std::FILE* stream = store.isOpen() && copy.isOpen() ? fdopen(copy.get(), "w") : nullptr;
     if (stream == nullptr) return stdout;
     copy.release();

@@ -70,8 +70,8 @@ bool is_in_foreground();
 /// wizard. In the background others' modes and the input stay. Async-signal-safe.
 void give_modes_back();
 
-/// The terminal that tells the size: standard output, else standard error, as curses has it, else
-/// standard input; -1 if none of them is a terminal.
+/// The one of standard output, standard error, as curses has it, and standard input that is a
+/// terminal and tells the size; standard output if none is.
 int size_terminal();
 
 /// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):

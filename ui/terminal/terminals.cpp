@@ -29,14 +29,6 @@ bool has_wizards_modes(const StandardTerminal& terminal) {
            now.c_oflag == terminal.kept.c_oflag;
 }
 
-// What is on its way from the keyboard arrives before poll(2) answers.
-void discard_input(int terminal) {
-    pollfd input = {terminal, POLLIN, 0};
-    tcflush(terminal, TCIFLUSH);
-    poll(&input, 1, 0);
-    tcflush(terminal, TCIFLUSH);
-}
-
 constexpr int most_cells = 4096;
 
 // The rows or columns that the environment prescribes; 0 for none.
@@ -110,7 +102,12 @@ void give_modes_back() {
             tcsetattr(terminal.descriptor, TCSANOW, &terminal.before);
     }
     const StandardTerminal& keyboard = wizard_terminal.standard[STDIN_FILENO];
-    if (is_in_front(keyboard)) discard_input(keyboard.descriptor);
+    if (!is_in_front(keyboard)) return;
+    tcflush(keyboard.descriptor, TCIFLUSH);
+    // What is on its way from the keyboard arrives before poll(2) answers.
+    pollfd input = {keyboard.descriptor, POLLIN, 0};
+    poll(&input, 1, 0);
+    tcflush(keyboard.descriptor, TCIFLUSH);
 }
 
 int size_terminal() {
@@ -118,7 +115,7 @@ int size_terminal() {
         if (wizard_terminal.standard[standard].descriptor != no_descriptor)
             return wizard_terminal.standard[standard].descriptor;
     }
-    return no_descriptor;
+    return STDOUT_FILENO;
 }
 
 void with_sound_size(const std::function<void()>& ask) {
