@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/descriptor.h"
 #include "tests/support/wait_until.h"
 #include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
@@ -34,13 +35,6 @@ class KeysTest : public UiTest {
 
     void expectKeys(const std::vector<int>& keys) {
         for (const int key : keys) EXPECT_EQ(read_key(widget), key) << keyname(key);
-    }
-
-    /// From now on the standard input is at its end, as when the terminal is gone.
-    static void endInput() {
-        const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-        dup2(nothing, STDIN_FILENO);
-        close(nothing);
     }
 
     Window widget;
@@ -174,7 +168,8 @@ TEST_F(KeysTest, the_end_of_the_input_sends_a_hang_up_after_the_keys_before) {
         ++signals_seen;
         keyboard->type("z");
     });
-    endInput();
+    const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    dup2(nothing.get(), STDIN_FILENO);
     terminal.type("ab");
     expectKeys({'a', 'b'});
     EXPECT_EQ(signals_seen, 0);

@@ -14,12 +14,6 @@
 
 namespace {
 
-TEST_F(TerminalTest, has_keys_one_by_one_and_unseen) {
-    open();
-    EXPECT_FALSE(pty.modes().canonical());
-    EXPECT_FALSE(pty.modes().echo());
-}
-
 TEST_F(TerminalTest, that_can_not_move_its_cursor_is_left_as_it_was) {
     setenv("TERM", "dumb", 1);
     EXPECT_FALSE(open_terminal());
@@ -90,24 +84,6 @@ TEST_F(TerminalTest, has_all_of_it_said_where_it_does_not_speak_ecma_48) {
     keypad(stdscr, TRUE);
     send_output();
     EXPECT_EQ(news(), "\033=\033=");
-}
-
-/// How many descriptors a program would get that is started now.
-int inherited_descriptors() {
-    int count = 0;
-    for (int descriptor = 0; descriptor < 64; ++descriptor) {
-        const int flags = fcntl(descriptor, F_GETFD);
-        count += flags != -1 && (flags & FD_CLOEXEC) == 0 ? 1 : 0;
-    }
-    return count;
-}
-
-TEST_F(TerminalTest, leaves_nothing_open_in_other_programs) {
-    const int before = inherited_descriptors();
-    openAndShow();
-    close_terminal();
-    renew_terminal();
-    EXPECT_EQ(inherited_descriptors(), before);
 }
 
 TEST_F(TerminalTest, is_written_to_at_once_where_files_must_stay_small) {
