@@ -1,18 +1,92 @@
 #include "ui/terminal/terminal.h"
 
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <term.h>
 #include <unistd.h>
 
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <initializer_list>
+#include <utility>
 
 #include "ui/terminal/colours.h"
 #include "ui/terminal/terminal_record.h"
+#include "wizard/base/tel_help.h"
 
 Terminal wizard_terminal;
 
 namespace {
+
+constexpr int most_cells = 4096;
+
+// Where curses looks for the size, and standard input; standard output if none is a terminal.
+int size_terminal() {
+    for (const int standard : {STDOUT_FILENO, STDERR_FILENO, STDIN_FILENO}) {
+        if (wizard_terminal.standard[standard].descriptor != no_descriptor)
+            return wizard_terminal.standard[standard].descriptor;
+    }
+    return STDOUT_FILENO;
+}
+
+// The rows or columns that the environment prescribes; 0 for none.
+int prescribed(const char* variable) {
+    const char* text = std::getenv(variable);
+    char* end = nullptr;
+    const long value = text != nullptr ? std::strtol(text, &end, 10) : 0;
+    return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
+}
+
+// Has it prescribe what the terminal tells or, in place of more than any has, what is now. False if
+// it does so already, or nobody tells.
+bool prescribe(const char* variable, int told, int present) {
+    if (prescribed(variable) != 0) return false;
+    unsetenv(variable);
+    const int size = told > most_cells ? present : told;
+    return size != 0 && setenv(variable, std::to_string(size).c_str(), 1) == 0;
+}
+
+// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X). What
+// the user prescribes stays, unless it can't be used.
+void with_sound_size(const std::function<void()>& ask) {
+    winsize told{};
+    ioctl(size_terminal(), TIOCGWINSZ, &told);
+    const bool is_open = stdscr != nullptr;
+    const bool ours[] = {prescribe("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24),
+                         prescribe("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80)};
+    const int rows = prescribed("LINES");
+    const int cols = prescribed("COLUMNS");
+    // Before endwin(3X), which goes to the last line.
+    if (wizard_terminal.stream != nullptr && is_term_resized(rows, cols)) resizeterm(rows, cols);
+    ask();
+    if (ours[0]) unsetenv("LINES");
+    if (ours[1]) unsetenv("COLUMNS");
+}
+
+// A stream for curses to write to; standard output where nothing can be kept back.
+std::FILE* stream_for_curses() {
+    // A limit on the size of files (ulimit -f) holds for nameless ones too.
+    rlimit files{};
+    const bool may_grow = getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
+    Descriptor store(may_grow ? nameless_file() : no_descriptor);
+    Descriptor copy(fcntl(size_terminal(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    std::FILE* stream = store.isOpen() && copy.isOpen() ? fdopen(copy.get(), "w") : nullptr;
+    if (stream == nullptr) return stdout;
+    copy.release();
+    wizard_terminal.store = std::move(store);
+    wizard_terminal.stream.reset(stream);
+    return stream;
+}
+
+void keep_output_back() {
+    if (wizard_terminal.stream == nullptr) return;
+    const int descriptor = fileno(wizard_terminal.stream.get());
+    dup2(wizard_terminal.store.get(), descriptor);
+    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+}
 
 // On others, such as "dumb", all frames would stand below one another.
 bool can_move_cursor() {

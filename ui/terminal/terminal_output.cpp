@@ -2,7 +2,6 @@
 #include <fcntl.h>
 #include <panel.h>
 #include <poll.h>
-#include <sys/resource.h>
 #include <term.h>
 #include <unistd.h>
 
@@ -10,11 +9,9 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <utility>
 
 #include "ui/terminal/terminal.h"
 #include "ui/terminal/terminal_record.h"
-#include "wizard/base/tel_help.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
@@ -95,27 +92,6 @@ void silence_stuck_output() {
 }
 
 }  // namespace
-
-std::FILE* stream_for_curses() {
-    // A limit on the size of files (ulimit -f) holds for nameless ones too.
-    rlimit files{};
-    const bool may_grow = getrlimit(RLIMIT_FSIZE, &files) == 0 && files.rlim_cur == RLIM_INFINITY;
-    Descriptor store(may_grow ? nameless_file() : no_descriptor);
-    Descriptor copy(fcntl(size_terminal(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-    std::FILE* stream = store.isOpen() && copy.isOpen() ? fdopen(copy.get(), "w") : nullptr;
-    if (stream == nullptr) return stdout;
-    copy.release();
-    wizard_terminal.store = std::move(store);
-    wizard_terminal.stream.reset(stream);
-    return stream;
-}
-
-void keep_output_back() {
-    if (wizard_terminal.stream == nullptr) return;
-    const int descriptor = fileno(wizard_terminal.stream.get());
-    dup2(wizard_terminal.store.get(), descriptor);
-    fcntl(descriptor, F_SETFD, FD_CLOEXEC);
-}
 
 bool write_in_time(std::string_view text) {
     volatile std::sig_atomic_t& flags_before = wizard_terminal.flags_before;

@@ -4,7 +4,6 @@
 
 #include <csignal>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -69,22 +68,6 @@ bool is_in_foreground();
 /// Sets the remembered modes without waiting for output, and throws away what was typed for the
 /// wizard. In the background others' modes and the input stay. Async-signal-safe.
 void give_modes_back();
-
-/// The one of standard output, standard error, as curses has it, and standard input that is a
-/// terminal and tells the size; standard output if none is.
-int size_terminal();
-
-/// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
-/// meanwhile the environment prescribes what the terminal tells, or in place of a size that no
-/// terminal has the present one, or 24 by 80. What the user prescribes stays, unless it can't be
-/// used.
-void with_sound_size(const std::function<void()>& ask);
-
-/// A stream for curses to write to; standard output where nothing can be kept back.
-std::FILE* stream_for_curses();
-
-/// From now on what curses says waits for send_output(), where it can.
-void keep_output_back();
 
 /// Writes as much of the text as standard output takes within half a second; whether that was all.
 /// Async-signal-safe.

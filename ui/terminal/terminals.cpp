@@ -1,12 +1,9 @@
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <initializer_list>
 #include <iterator>
 
 #include "ui/terminal/terminal.h"
@@ -27,25 +24,6 @@ bool has_wizards_modes(const StandardTerminal& terminal) {
     return wizard_terminal.keeps_modes && tcgetattr(terminal.descriptor, &now) == 0 &&
            now.c_lflag == terminal.kept.c_lflag && now.c_iflag == terminal.kept.c_iflag &&
            now.c_oflag == terminal.kept.c_oflag;
-}
-
-constexpr int most_cells = 4096;
-
-// The rows or columns that the environment prescribes; 0 for none.
-int prescribed(const char* variable) {
-    const char* text = std::getenv(variable);
-    char* end = nullptr;
-    const long value = text != nullptr ? std::strtol(text, &end, 10) : 0;
-    return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
-}
-
-// Has it prescribe what the terminal tells or, in place of more than any has, what is now. False if
-// it does so already, or nobody tells.
-bool prescribe(const char* variable, int told, int present) {
-    if (prescribed(variable) != 0) return false;
-    unsetenv(variable);
-    const int size = told > most_cells ? present : told;
-    return size != 0 && setenv(variable, std::to_string(size).c_str(), 1) == 0;
 }
 
 }  // namespace
@@ -108,27 +86,4 @@ void give_modes_back() {
     pollfd input = {keyboard.descriptor, POLLIN, 0};
     poll(&input, 1, 0);
     tcflush(keyboard.descriptor, TCIFLUSH);
-}
-
-int size_terminal() {
-    for (const int standard : {STDOUT_FILENO, STDERR_FILENO, STDIN_FILENO}) {
-        if (wizard_terminal.standard[standard].descriptor != no_descriptor)
-            return wizard_terminal.standard[standard].descriptor;
-    }
-    return STDOUT_FILENO;
-}
-
-void with_sound_size(const std::function<void()>& ask) {
-    winsize told{};
-    ioctl(size_terminal(), TIOCGWINSZ, &told);
-    const bool is_open = stdscr != nullptr;
-    const bool rows = prescribe("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
-    const bool cols = prescribe("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
-    const int lines = prescribed("LINES");
-    // Before endwin(3X), which goes to the last line.
-    if (wizard_terminal.stream != nullptr && is_term_resized(lines, prescribed("COLUMNS")))
-        resizeterm(lines, prescribed("COLUMNS"));
-    ask();
-    if (rows) unsetenv("LINES");
-    if (cols) unsetenv("COLUMNS");
 }
