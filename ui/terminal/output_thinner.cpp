@@ -8,8 +8,8 @@ namespace {
 
 constexpr char line_font = 11;
 
-// Character sets and modes, in the order of their attributes: all but the last byte of what is said
-// of each, and what that may be.
+// What sets G0, G0 or G1, the keypad, cursor keys, automatic margins, a blinking and a visible
+// cursor, in the order of their attributes: all but the last byte, and what the last may be.
 constexpr std::pair<std::string_view, std::string_view> switches[] = {
     {"\033(", "0ABK"}, {"", "\016\017"},   {"\033", "=>"},    {"\033[?1", "hl"},
     {"\033[?7", "hl"}, {"\033[?12", "hl"}, {"\033[?25", "hl"}};
