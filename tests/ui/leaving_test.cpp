@@ -19,6 +19,7 @@ class LeftTerminal : public TerminalTest, public testing::WithParamInterface<con
     LeftTerminal() {
         openAndShow(GetParam());
         modesOfWizard = pty.modes();
+        EXPECT_EQ(modesOfWizard.settings.c_oflag & ONLCR, 0U);
         attron(A_BOLD);
         draw(0, "bold");
         curs_set(0);
@@ -143,6 +144,7 @@ int go_too_deep(volatile int* way_left) {
 TEST_F(CrashGuard, gives_the_terminal_back_and_lets_the_signal_end_the_program) {
     expectAfter([] { raise(SIGSEGV); }, killed_by(SIGSEGV), true);
     expectAfter([] { raise(SIGALRM); }, killed_by(SIGALRM), true);
+    expectAfter([] { std::exit(8); }, exited(8), true);
 }
 
 TEST_F(CrashGuard, gives_the_terminal_back_when_there_is_no_stack_left) {

@@ -96,9 +96,9 @@ TEST_F(TerminalTest, is_written_to_at_once_where_files_must_stay_small) {
     EXPECT_EQ(rowText(0), "through");
     resize(34, 100);
     EXPECT_EQ(getmaxy(stdscr), 34);
-    close_terminal();
+    close_terminal_in_time("aborted");
     EXPECT_EQ(pty.modes(), modesBefore);
-    news();
+    EXPECT_NE(news().find("aborted"), std::string::npos);
     EXPECT_FALSE(emulator.alternateScreen());
 }
 
