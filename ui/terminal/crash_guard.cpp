@@ -11,15 +11,14 @@
 namespace {
 
 void on_crash(int signal_number) {
-    Terminal& terminal = wizard_terminal;
-    if (getpid() == terminal.guarded_process) {
-        write_in_time({terminal.farewell, terminal.farewell_length});
+    if (getpid() == wizard_terminal.guarded_process) {
+        write_in_time({wizard_terminal.farewell, wizard_terminal.farewell_length});
         give_modes_back();
     }
     // The first process of a container is not ended by a signal that takes its default course.
     if (getpid() == 1) _exit(128 + signal_number);
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
-    sigaction(signal_number, &terminal.actions_before[signal_number], nullptr);
+    sigaction(signal_number, &wizard_terminal.actions_before[signal_number], nullptr);
     raise(signal_number);
 }
 

@@ -92,7 +92,7 @@ OutputThinner::Attribute OutputThinner::attributeOf(long number) {
 bool OutputThinner::takeRendition(std::string_view token) {
     if (!is_numeric(token, "m")) return false;
     Look look = wanted;
-    for (const char* at = token.begin() + 2; at < token.end();) {
+    for (const char* at = token.data() + 2; at <= &token.back();) {
         char* end = nullptr;
         const long number = std::strtol(at, &end, 10);
         at = end + 1;
