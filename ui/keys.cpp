@@ -3,7 +3,9 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
+#include <vector>
 
 #include "ui/terminal/terminal.h"
 #include "ui/window.h"
@@ -14,6 +16,36 @@ namespace {
 constexpr int key_escape = 27;
 constexpr int key_redraw = 12;        // Ctrl-L
 constexpr int key_unknown = KEY_MAX;  // the largest that curses can have; no screen knows it
+
+// Whether what has been read after ESC is the beginning of a control sequence, and not the whole.
+// A Linux console sends ESC [ [ and a letter for its first function keys.
+bool goes_on(const std::vector<int>& bytes) {
+    constexpr size_t longest = 32;
+    const int last = bytes.back();
+    if (bytes.size() == 1) return last == '[' || last == 'O';
+    if (bytes.size() == 2 && bytes.front() == '[' && last == '[') return true;
+    return last >= ' ' && last <= '?' && last != '$' && bytes.size() < longest;
+}
+
+// The last byte is that of ECMA-48, or $, with which rxvt tells of Shift.
+bool is_whole(const std::vector<int>& bytes) {
+    const int last = bytes.back();
+    return bytes.size() > 1 && ((last >= '@' && last <= '~') || last == '$');
+}
+
+// Takes away the rest of a control sequence that curses does not know, if each byte arrives within
+// ESCDELAY milliseconds. False if ESC begins no whole one; everything is then there to be read.
+bool skip_control_sequence(WINDOW* window) {
+    std::vector<int> bytes;
+    do {
+        bytes.push_back(wgetch(window));
+        wtimeout(window, ESCDELAY);
+    } while (goes_on(bytes));
+    if (is_whole(bytes)) return true;
+    if (bytes.back() == ERR) bytes.pop_back();
+    std::for_each(bytes.rbegin(), bytes.rend(), ungetch);
+    return false;
+}
 
 // The next key, or ERR where there is none; leaves the window in no-delay mode if `polled`, else
 // out of it.

@@ -143,6 +143,19 @@ void set_modes() {
     learn_key_sequences();
 }
 
+// After ESC: the cursor keys in both of their modes; the keypad of a VT100, in the mode that curses
+// puts it into.
+constexpr std::pair<const char*, int> sequences[] = {
+    {"[A", KEY_UP},    {"OA", KEY_UP},   {"[B", KEY_DOWN}, {"OB", KEY_DOWN}, {"[C", KEY_RIGHT},
+    {"OC", KEY_RIGHT}, {"[D", KEY_LEFT}, {"OD", KEY_LEFT}, {"Op", '0'},      {"Oq", '1'},
+    {"Or", '2'},       {"Os", '3'},      {"Ot", '4'},      {"Ou", '5'},      {"Ov", '6'},
+    {"Ow", '7'},       {"Ox", '8'},      {"Oy", '9'},      {"On", '.'},      {"OM", KEY_ENTER}};
+
+// A key that does something on some screen.
+bool is_known(int key) {
+    return key == KEY_UP || key == KEY_DOWN || key == KEY_BACKSPACE || key == KEY_ENTER;
+}
+
 }  // namespace
 
 std::string description(const char* capability) {
@@ -153,6 +166,16 @@ std::string description(const char* capability) {
             return character;
         });
     return wizard_terminal.description;
+}
+
+void learn_key_sequences() {
+    // Curses would take the introducer for the whole: a mouse is reported in a control sequence,
+    // where an earlier program has left that on.
+    define_key(nullptr, KEY_MOUSE);
+    for (const auto& [bytes, key] : sequences) {
+        const std::string sequence = std::string("\033") + bytes;
+        if (!is_known(key_defined(sequence.c_str()))) define_key(sequence.c_str(), key);
+    }
 }
 
 bool open_terminal() {

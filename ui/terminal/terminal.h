@@ -33,12 +33,6 @@ void show_frame();
 /// Draws everything anew, modes and attributes included, whatever the terminal shows now.
 void redraw_terminal();
 
-/// After wgetch(3X) has read ESC from `window` in no-delay mode: takes away the rest of a control
-/// sequence (ESC [ parameters and a last byte, or ESC O and one), if each byte arrives within
-/// ESCDELAY milliseconds. False if no whole one follows, as after the key Escape; everything is
-/// then there to be read. Changes the time that the window waits for a key.
-bool skip_control_sequence(WINDOW* window);
-
 /// Leaves the terminal to other programs, with the modes that it had: endwin(3X), after what has
 /// been kept back. Waits for a terminal that takes nothing. May be called as often as one likes.
 void close_terminal();
