@@ -1,6 +1,5 @@
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <string>
 #include <vector>
 
@@ -55,11 +54,6 @@ int main(int argument_count, char** arguments) {
         std::fprintf(stderr, "usage: line_report [BAUD]\n");
         return 2;
     }
-    try {
-        print_report(baud);
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "line_report: %s\n", failure.what());
-        return 1;
-    }
+    print_report(baud);
+    return 0;
 }

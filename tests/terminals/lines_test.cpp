@@ -13,22 +13,16 @@ ProgramSetup wizard_over_line(const char* milliseconds, const char* baud) {
     return {{SLOW_LINE_PROGRAM, milliseconds, baud, WIZARD_PROGRAM}};
 }
 
-std::string times(int count, const std::string& key) {
-    std::string keys;
-    for (int i = 0; i < count; ++i) keys += key;
-    return keys;
-}
-
-const std::string down = "\033OB";
+std::string erased(size_t characters) { return std::string(characters, '\x7f'); }
 
 // The answers of a whole run, every key from the first screen to the last.
 std::string whole_run() {
-    const std::string erased = times(50, "\x7f");
+    const std::string down = "\033OB";
     const std::string next = "\t\r";
     const std::string listener_next = "\t\t\r";
-    return "Adm1n secret\tAdm1n secret\t\r" + erased + "mail.example.com\t\tP0stmaster\t\r" + next +
-           down + down + "\t" + times(4, "\x7f") + "8080\t\r" + listener_next + next +
-           times(3, listener_next) + next + "\r";
+    return "Adm1n secret\tAdm1n secret\t\r" + erased(50) + "mail.example.com\t\tP0stmaster\t\r" +
+           next + down + down + "\t" + erased(4) + "8080\t\r" + listener_next + next +
+           listener_next + listener_next + listener_next + next + "\r";
 }
 
 // As over ssh to the other side of the world.
@@ -56,7 +50,7 @@ TEST(SerialLineOf9600Baud, shows_screens_whole_and_loses_no_key) {
     EXPECT_SCREEN(wizard, "../screens/golden/password_on_password");
     wizard.type("secret\tsecret\t\r");
     EXPECT_SCREEN(wizard, "../screens/golden/domain_on_domain");
-    wizard.type(times(11, "\x7f") + "example.com\t\tsecret\t\r");
+    wizard.type(erased(11) + "example.com\t\tsecret\t\r");
     EXPECT_SCREEN(wizard, "../screens/golden/aliases_on_list");
 }
 

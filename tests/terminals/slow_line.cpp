@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -13,7 +12,6 @@
 #include <exception>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "tests/support/process.h"
 #include "tests/support/pty.h"
@@ -47,17 +45,12 @@ class DelayLine {
     // What has arrived since the last call.
     std::string take() {
         std::string arrived;
-        for (; nextArrival() <= Clock::now(); underWay.pop_front())
+        for (; !isEmpty() && underWay.front().first <= Clock::now(); underWay.pop_front())
             arrived += underWay.front().second;
         return arrived;
     }
 
     bool isEmpty() const { return underWay.empty(); }
-
-    // When the next byte arrives; in the far future if none is under way.
-    Clock::time_point nextArrival() const {
-        return isEmpty() ? Clock::time_point::max() : underWay.front().first;
-    }
 
   private:
     Clock::duration delay;
@@ -66,111 +59,45 @@ class DelayLine {
     std::deque<std::pair<Clock::time_point, char>> underWay;
 };
 
-volatile std::sig_atomic_t resized = 0;
-
-void note_resize(int /*signal_number*/) { resized = 1; }
-
 winsize terminal_size() {
     winsize size{};
-    checked(ioctl(STDIN_FILENO, TIOCGWINSZ, &size), "TIOCGWINSZ");
+    ioctl(STDIN_FILENO, TIOCGWINSZ, &size);
     return size;
 }
 
-// This end of the line hands every byte on as it comes.
-class RawTerminal {
-  public:
-    RawTerminal() {
-        checked(tcgetattr(STDIN_FILENO, &before), "tcgetattr");
-        termios raw = before;
-        cfmakeraw(&raw);
-        tcsetattr(STDIN_FILENO, TCSANOW, &raw);
-    }
-    ~RawTerminal() { tcsetattr(STDIN_FILENO, TCSANOW, &before); }
-    RawTerminal(const RawTerminal&) = delete;
-    RawTerminal& operator=(const RawTerminal&) = delete;
-
-  private:
-    termios before{};
-};
-
-void write_all(const std::string& bytes) {
-    for (size_t written = 0; written < bytes.size();) {
-        const ssize_t length = write(STDOUT_FILENO, bytes.data() + written, bytes.size() - written);
-        if (length < 0 && errno != EINTR) return;
-        written += static_cast<size_t>(std::max<ssize_t>(length, 0));
+// Returns how the program ended, once the last byte that it wrote has arrived.
+ExitStatus run_over(DelayLine to_program, DelayLine to_screen, const SessionCommand& command) {
+    Pty pty(terminal_size().ws_row, terminal_size().ws_col);
+    TerminalSession session(pty.openProgramSide(), command);
+    std::string waiting;  // has arrived, but the program's terminal has no room for it yet
+    for (;;) {
+        const auto ended = session.ended();
+        to_screen.put(pty.read());
+        const std::string arrived = to_screen.take();
+        std::fwrite(arrived.data(), 1, arrived.size(), stdout);
+        std::fflush(stdout);
+        if (ended && to_screen.isEmpty()) return *ended;
+        waiting += to_program.take();
+        waiting.erase(0, pty.write(waiting));
+        pty.resize(terminal_size().ws_row, terminal_size().ws_col);
+        pollfd keyboard = {STDIN_FILENO, POLLIN, 0};
+        constexpr int tick = 5;  // finer than anybody sees
+        if (poll(&keyboard, 1, tick) != 1) continue;
+        char bytes[4096];
+        const ssize_t length = read(STDIN_FILENO, bytes, sizeof(bytes));
+        if (length <= 0) return killed_by(SIGHUP);
+        to_program.put(std::string(bytes, static_cast<size_t>(length)));
     }
 }
 
-class SlowLine {
-  public:
-    SlowLine(Clock::duration delay, Clock::duration byte_time, const SessionCommand& command)
-        : pty(terminal_size().ws_row, terminal_size().ws_col),
-          session(pty.openProgramSide(), command),
-          toProgram(delay, byte_time),
-          toScreen(delay, byte_time) {}
-
-    // Returns how the program ended, once the last byte that it wrote has arrived.
-    ExitStatus run() {
-        while (connected) {
-            const auto ended = session.ended();
-            toScreen.put(pty.read());
-            write_all(toScreen.take());
-            if (ended && toScreen.isEmpty()) return *ended;
-            waiting += toProgram.take();
-            waiting.erase(0, pty.write(waiting));
-            waitForNews();
-        }
-        return killed_by(SIGHUP);
-    }
-
-  private:
-    void waitForNews() {
-        pollfd waited[] = {{STDIN_FILENO, POLLIN, 0},
-                           {pty.descriptor(), POLLIN, 0},
-                           {session.ended() ? -1 : session.descriptor(), POLLIN, 0}};
-        poll(waited, std::size(waited), millisecondsToNextArrival());
-        if (resized != 0) {
-            resized = 0;
-            pty.resize(terminal_size().ws_row, terminal_size().ws_col);
-        }
-        if (waited[0].revents != 0) readKeyboard();
-    }
-
-    void readKeyboard() {
-        char bytes[4096];
-        const ssize_t length = read(STDIN_FILENO, bytes, sizeof(bytes));
-        connected = length > 0 || (length < 0 && errno == EINTR);
-        if (length > 0) toProgram.put(std::string(bytes, static_cast<size_t>(length)));
-    }
-
-    // For poll(2): -1 while nothing is under way.
-    int millisecondsToNextArrival() const {
-        constexpr std::chrono::milliseconds retry(10);
-        Clock::time_point next = std::min(toProgram.nextArrival(), toScreen.nextArrival());
-        if (!waiting.empty()) next = std::min(next, Clock::now() + retry);
-        if (next == Clock::time_point::max()) return -1;
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(next - Clock::now());
-        return static_cast<int>(std::max<long>(left.count(), 0));
-    }
-
-    Pty pty;
-    TerminalSession session;
-    DelayLine toProgram;
-    DelayLine toScreen;
-    std::string waiting;  // has arrived, but the program's terminal has no room for it yet
-    bool connected = true;
-};
-
-int run_line(int milliseconds, int baud, std::vector<std::string> program) {
-    struct sigaction action {};
-    action.sa_handler = note_resize;
-    sigaction(SIGWINCH, &action, nullptr);
+// This end of the line hands every byte on as it comes.
+int run_line(int milliseconds, int baud, const SessionCommand& command, termios modes) {
+    cfmakeraw(&modes);
+    checked(tcsetattr(STDIN_FILENO, TCSANOW, &modes), "tcsetattr");
     constexpr std::chrono::nanoseconds ten_bits = std::chrono::seconds(10);
     const auto byte_time = baud > 0 ? ten_bits / baud : std::chrono::nanoseconds(0);
-    const RawTerminal raw;
-    SlowLine line(std::chrono::milliseconds(milliseconds), byte_time,
-                  {std::move(program), changed_environment({}), ""});
-    const ExitStatus status = line.run();
+    const DelayLine line(std::chrono::milliseconds(milliseconds), byte_time);
+    const ExitStatus status = run_over(line, line, command);
     return status.signal != 0 ? 128 + status.signal : status.code;
 }
 
@@ -181,11 +108,16 @@ int main(int argument_count, char** arguments) {
         std::fprintf(stderr, "usage: slow_line MILLISECONDS BAUD PROGRAM [ARGUMENT...]\n");
         return 2;
     }
+    termios before{};
+    tcgetattr(STDIN_FILENO, &before);
+    int status = 2;
     try {
-        return run_line(std::atoi(arguments[1]), std::atoi(arguments[2]),
-                        {arguments + 3, arguments + argument_count});
+        status = run_line(
+            std::atoi(arguments[1]), std::atoi(arguments[2]),
+            {{arguments + 3, arguments + argument_count}, changed_environment({}), ""}, before);
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "slow_line: %s\n", failure.what());
-        return 2;
     }
+    tcsetattr(STDIN_FILENO, TCSANOW, &before);
+    return status;
 }

@@ -10,9 +10,11 @@
 #include <thread>
 #include <vector>
 
+#include "tests/support/descriptor.h"
 #include "tests/support/wait_until.h"
 #include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
+#include "ui/terminal/terminal_record.h"
 #include "wizard/system/signal_gate.h"
 
 namespace {
@@ -33,13 +35,6 @@ class KeysTest : public UiTest {
 
     void expectKeys(const std::vector<int>& keys) {
         for (const int key : keys) EXPECT_EQ(read_key(widget), key) << keyname(key);
-    }
-
-    /// From now on the standard input is at its end, as when the terminal is gone.
-    static void endInput() {
-        const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-        dup2(nothing, STDIN_FILENO);
-        close(nothing);
     }
 
     Window widget;
@@ -173,7 +168,8 @@ TEST_F(KeysTest, the_end_of_the_input_sends_a_hang_up_after_the_keys_before) {
         ++signals_seen;
         keyboard->type("z");
     });
-    endInput();
+    const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    dup2(nothing.get(), STDIN_FILENO);
     terminal.type("ab");
     expectKeys({'a', 'b'});
     EXPECT_EQ(signals_seen, 0);
@@ -191,13 +187,12 @@ TEST_F(KeysTest, a_window_is_waited_for_in_no_delay_mode_or_not_and_stays_as_it_
         expectKeys({'z'});
         EXPECT_EQ(is_nodelay(window()), polled);
     }
-}
-
-TEST_F(KeysTest, a_window_put_into_no_delay_mode_by_a_signal_during_the_wait_stays_in_it) {
+    // A signal during the wait may change that.
     waits.then([&] {
         drain_key(window(), true);
         terminal.type("z");
     });
+    nodelay(window(), FALSE);
     expectKeys({'z'});
     EXPECT_TRUE(is_nodelay(window()));
 }
@@ -229,6 +224,58 @@ TEST_F(KeysTest, drain_shows_nothing_of_a_window_that_has_changed) {
     drain_key(window(), false);
     EXPECT_FALSE(terminal.image().shows("changed"));
     EXPECT_FALSE(shown().shows("changed"));
+}
+
+/// A terminal of some kind whose sequences are learnt.
+class KeySequences : public testing::TestWithParam<const char*> {
+  protected:
+    KeySequences() { learn_key_sequences(); }
+
+    int keyOf(const std::string& sequence) {
+        terminal.type(sequence);
+        return read_key(root);
+    }
+
+    CursesTerminal terminal{24, 80, GetParam()};
+    Window root{stdscr, nullptr};
+};
+
+INSTANTIATE_TEST_SUITE_P(Terminals, KeySequences,
+                         testing::Values("xterm-256color", "xterm", "linux", "screen-256color",
+                                         "tmux-256color", "vt220", "putty", "rxvt"));
+
+TEST_P(KeySequences, are_keys_for_the_cursor_in_both_modes_and_for_the_keypad) {
+    for (const std::string mode : {"\033[", "\033O"}) {
+        EXPECT_EQ(keyOf(mode + "A"), KEY_UP);
+        EXPECT_EQ(keyOf(mode + "B"), KEY_DOWN);
+        EXPECT_EQ(keyOf(mode + "C"), KEY_RIGHT);
+        EXPECT_EQ(keyOf(mode + "D"), KEY_LEFT);
+    }
+    for (const char* enter : {"\033OM", "\r", "\n"}) EXPECT_EQ(keyOf(enter), key_enter);
+    for (const char* same : {"O", "[", "\t"}) EXPECT_EQ(keyOf(same), same[0]);
+    EXPECT_EQ(keyOf("\033On"), '.');
+    for (int digit = 0; digit <= 9; ++digit)
+        EXPECT_EQ(keyOf(std::string("\033O") + static_cast<char>('p' + digit)), '0' + digit);
+}
+
+// Those above the cursor keys, and the report of a mouse.
+TEST_P(KeySequences, are_single_keys_where_no_screen_knows_them) {
+    for (const char* sequence :
+         {"\033[H", "\033OH", "\033[F", "\033OF", "\033[1~", "\033[4~", "\033[7~", "\033[8~",
+          "\033[2~", "\033[3~", "\033[5~", "\033[6~", "\033[<0;10;10M"})
+        EXPECT_GT(keyOf(sequence), KEY_MIN) << sequence + 1;
+    EXPECT_EQ(keyOf("a"), 'a');
+}
+
+TEST(KeySequencesOfDescription, stay_where_they_are_keys_that_the_screens_know) {
+    CursesTerminal terminal(24, 80, "vt100");
+    ASSERT_EQ(key_defined("\033Ot"), KEY_F(5));
+    define_key("\033[A", KEY_DOWN);
+    define_key("\033[D", KEY_BACKSPACE);
+    learn_key_sequences();
+    EXPECT_EQ(key_defined("\033[A"), KEY_DOWN);
+    EXPECT_EQ(key_defined("\033[D"), KEY_BACKSPACE);
+    EXPECT_EQ(key_defined("\033Ot"), '4');
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// When what curses says reaches the terminal, and how the terminal is left and taken again.
+// When what curses says reaches the terminal, and what size the standard screen has.
 
 #include "ui/terminal/terminal.h"
 
@@ -7,21 +7,12 @@
 
 #include <functional>
 #include <thread>
+#include <utility>
 
-#include "tests/support/expect_screen.h"
 #include "tests/support/wait_until.h"
 #include "tests/ui/terminal_test.h"
 
 namespace {
-
-constexpr const char* other_screen = "\033[?1049h";
-constexpr const char* normal_screen = "\033[?1049l";
-
-TEST_F(TerminalTest, has_keys_one_by_one_and_unseen) {
-    open();
-    EXPECT_FALSE(pty.modes().canonical());
-    EXPECT_FALSE(pty.modes().echo());
-}
 
 TEST_F(TerminalTest, that_can_not_move_its_cursor_is_left_as_it_was) {
     setenv("TERM", "dumb", 1);
@@ -34,8 +25,7 @@ TEST_F(TerminalTest, is_waited_for_a_fifth_of_a_second_after_escape_or_as_the_en
     open();
     EXPECT_EQ(get_escdelay(), 200);
     for (const char* milliseconds : {"750", "0"}) {
-        endwin();
-        wizard_terminal = {};
+        startOver();
         setenv("ESCDELAY", milliseconds, 1);
         open();
         EXPECT_EQ(get_escdelay(), std::stoi(milliseconds));
@@ -59,19 +49,6 @@ TEST_F(TerminalTest, is_told_what_was_kept_back_in_one_go_and_once) {
     EXPECT_EQ(news(), "");
 }
 
-TEST_F(TerminalTest, is_told_a_character_in_the_same_attributes_by_that_character) {
-    open();
-    define_colours();
-    wattrset(stdscr, A_BOLD | COLOR_PAIR(2));
-    draw(0, "x");
-    show();
-    news();
-    EXPECT_EQ(emulator.image().cell(0, 0).background, COLOR_BLUE);
-    addch('y');
-    show();
-    EXPECT_EQ(news(), "y");
-}
-
 TEST_F(TerminalTest, is_told_to_delete_no_characters) {
     open();
     draw(0, "xyz 0123456789 abcdefghijklmnopqrstuvwxyz");
@@ -85,32 +62,21 @@ TEST_F(TerminalTest, is_told_to_delete_no_characters) {
     EXPECT_EQ(rowText(0), "0123456789 abcdefghijklmnopqrstuvwxyz");
 }
 
-/// A kind of terminal, what the environment says of lines, and how one begins.
-struct LineCase {
-    const char* name;
-    const char* term;
-    const char* without_utf8;
-    const char* line;
-};
-
-class LinesOnTerminal : public TerminalTest, public testing::WithParamInterface<LineCase> {};
-
-TEST_P(LinesOnTerminal, are_drawn) {
-    if (GetParam().without_utf8 != nullptr)
-        setenv("NCURSES_NO_UTF8_ACS", GetParam().without_utf8, 1);
-    openAndShow(GetParam().term);
-    mvhline(3, 0, ACS_HLINE, 70);
-    show();
-    EXPECT_NE(news().find(GetParam().line), std::string::npos);
-    EXPECT_STREQ(std::getenv("NCURSES_NO_UTF8_ACS"), GetParam().without_utf8);
+TEST_F(TerminalTest, has_lines_as_it_and_the_environment_want_them) {
+    const auto expect_line = [&](const char* term, const std::string& bytes) {
+        openAndShow(term);
+        mvhline(3, 0, ACS_HLINE, 70);
+        show();
+        EXPECT_NE(news().find(bytes), std::string::npos) << term;
+        startOver();
+    };
+    expect_line("xterm-256color", "─\033[68b─");
+    expect_line("vt220", "──────────");
+    EXPECT_EQ(std::getenv("NCURSES_NO_UTF8_ACS"), nullptr);
+    setenv("NCURSES_NO_UTF8_ACS", "0", 1);
+    expect_line("xterm-256color", "\033(0qqqqqqqqqq");
+    EXPECT_STREQ(std::getenv("NCURSES_NO_UTF8_ACS"), "0");
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Terminals, LinesOnTerminal,
-    testing::Values(LineCase{"repeated", "xterm-256color", nullptr, "─\033[68b─"},
-                    LineCase{"one_by_one", "vt220", nullptr, "──────────"},
-                    LineCase{"with_letters", "xterm-256color", "0", "\033(0qqqqqqqqqq"}),
-    [](const auto& line) { return std::string(line.param.name); });
 
 TEST_F(TerminalTest, has_all_of_it_said_where_it_does_not_speak_ecma_48) {
     openAndShow("vt52");
@@ -118,106 +84,6 @@ TEST_F(TerminalTest, has_all_of_it_said_where_it_does_not_speak_ecma_48) {
     keypad(stdscr, TRUE);
     send_output();
     EXPECT_EQ(news(), "\033=\033=");
-}
-
-/// Kinds of terminal with a screen for programs and without, where the switch of screens tells of
-/// no attributes.
-class LeftTerminal : public TerminalTest, public testing::WithParamInterface<const char*> {
-  protected:
-    LeftTerminal() {
-        openAndShow(GetParam());
-        modesOfWizard = pty.modes();
-        attron(A_BOLD);
-        draw(0, "bold");
-        curs_set(0);
-    }
-
-    void expectOthersWriteAsEver() {
-        EXPECT_EQ(write(STDOUT_FILENO, "plain", 5), 5);
-        news();
-        EXPECT_EQ(pty.modes(), modesBefore);
-        EXPECT_FALSE(emulator.alternateScreen());
-        EXPECT_TRUE(emulator.image().cursor().visible);
-        const Position where = emulator.image().find("plain").value();
-        EXPECT_FALSE(emulator.image().cell(where.row, where.col).bold);
-    }
-
-    TerminalModes modesOfWizard;
-};
-
-INSTANTIATE_TEST_SUITE_P(Terminals, LeftTerminal, testing::Values("xterm-256color", "vt220"),
-                         [](const auto& term) { return std::string(term.param).substr(0, 5); });
-
-TEST_P(LeftTerminal, has_been_told_all_and_is_as_it_was) {
-    refresh();
-    close_terminal();
-    const std::string bytes = news();
-    EXPECT_LT(bytes.find("bold"), bytes.find(normal_screen));
-    expectOthersWriteAsEver();
-    close_terminal();
-    EXPECT_EQ(news(), "");
-}
-
-TEST_P(LeftTerminal, is_told_last_words_by_the_handler_of_a_signal) {
-    refresh();
-    close_terminal_in_time("aborted");
-    const std::string bytes = news();
-    EXPECT_LT(bytes.find("bold"), bytes.rfind("aborted"));
-    EXPECT_EQ(bytes.rfind("aborted"), bytes.size() - 7);
-    expectOthersWriteAsEver();
-}
-
-TEST_P(LeftTerminal, comes_back_with_its_modes_and_attributes) {
-    show();
-    close_terminal();
-    expectOthersWriteAsEver();
-    EXPECT_TRUE(renew_terminal());
-    EXPECT_EQ(pty.modes(), modesOfWizard);
-    draw(3, "back");
-    show();
-    EXPECT_EQ(news().find(normal_screen), std::string::npos);
-    EXPECT_EQ(emulator.alternateScreen(), GetParam() != std::string("vt220"));
-    EXPECT_EQ(rowText(3), "back");
-    EXPECT_TRUE(emulator.image().cell(3, 0).bold);
-    draw(4, "kept");
-    refresh();
-    EXPECT_EQ(news(), "");
-}
-
-TEST_P(LeftTerminal, has_everything_drawn_anew_whatever_it_shows) {
-    show();
-    news();
-    const ScreenImage drawn = emulator.image();
-    emulator.feed("\033[?1049l\033[2J\033[m\033[?25h\033[?1l\033[4;1H\r\nkernel: oops");
-    tcsetattr(STDIN_FILENO, TCSANOW, &modesBefore.settings);
-    redraw_terminal();
-    keypad(stdscr, TRUE);
-    send_output();
-    news();
-    EXPECT_SAME_LOOK(drawn, emulator.image());
-    EXPECT_EQ(pty.modes(), modesOfWizard);
-    if (GetParam() != std::string("vt220")) {
-        EXPECT_TRUE(emulator.alternateScreen());
-        EXPECT_EQ(emulator.keyBytes(Key::up), "\033OA");
-    }
-}
-
-/// How many descriptors a program would get that is started now.
-int inherited_descriptors() {
-    int count = 0;
-    for (int descriptor = 0; descriptor < 64; ++descriptor) {
-        const int flags = fcntl(descriptor, F_GETFD);
-        count += flags != -1 && (flags & FD_CLOEXEC) == 0 ? 1 : 0;
-    }
-    return count;
-}
-
-TEST_F(TerminalTest, leaves_nothing_open_in_other_programs) {
-    const int before = inherited_descriptors();
-    openAndShow();
-    close_terminal();
-    renew_terminal();
-    EXPECT_EQ(inherited_descriptors(), before);
 }
 
 TEST_F(TerminalTest, is_written_to_at_once_where_files_must_stay_small) {
@@ -230,9 +96,9 @@ TEST_F(TerminalTest, is_written_to_at_once_where_files_must_stay_small) {
     EXPECT_EQ(rowText(0), "through");
     resize(34, 100);
     EXPECT_EQ(getmaxy(stdscr), 34);
-    close_terminal();
+    close_terminal_in_time("aborted");
     EXPECT_EQ(pty.modes(), modesBefore);
-    news();
+    EXPECT_NE(news().find("aborted"), std::string::npos);
     EXPECT_FALSE(emulator.alternateScreen());
 }
 
@@ -258,24 +124,93 @@ TEST_F(TerminalTest, may_be_none_on_standard_output) {
     std::string arrived(1000, '\0');
     arrived.resize(static_cast<size_t>(
         checked(static_cast<int>(read(pipe.read_end.get(), arrived.data(), 1000)), "read")));
-    EXPECT_NE(arrived.find(other_screen), std::string::npos);
+    EXPECT_NE(arrived.find("\033[?1049h"), std::string::npos);
 }
 
-// With Ctrl-S, or a dead line.
-TEST_F(TerminalTest, that_takes_nothing_keeps_nobody_from_ending) {
-    for (const bool by_itself : {false, true}) {
-        if (by_itself) keepFilesSmall();
-        openAndShow();
-        pty.fill();
-        const int flags = fcntl(STDOUT_FILENO, F_GETFL);
-        close_terminal_in_time("aborted");
-        if (!by_itself) {
-            EXPECT_EQ(fcntl(STDOUT_FILENO, F_GETFL), flags);
-        }
-        EXPECT_EQ(pty.modes(), modesBefore);
-        EXPECT_EQ(news().find("aborted"), std::string::npos);
-        wizard_terminal = {};
+using Size = std::pair<int, int>;
+
+const Size usual = {24, 80};
+const Size impossible[] = {{24, 65535}, {4097, 80}};
+
+Size curses_size() { return {getmaxy(stdscr), getmaxx(stdscr)}; }
+
+/// Whether what curses says is kept back, or curses writes by itself.
+class TerminalSize : public TerminalTest, public testing::WithParamInterface<bool> {
+  protected:
+    TerminalSize() {
+        if (!GetParam()) keepFilesSmall();
     }
+
+    /// What curses has on a terminal that is opened at that size.
+    Size sizeOpenedAt(const Size& told) {
+        pty.resize(told.first, told.second);
+        open();
+        const Size size = curses_size();
+        startOver();
+        return size;
+    }
+
+    Size sizeRenewedAt(const Size& told) {
+        resize(told.first, told.second);
+        return curses_size();
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Output, TerminalSize, testing::Bool(), [](const auto& kept_back) {
+    return std::string(kept_back.param ? "kept_back" : "not_kept_back");
+});
+
+TEST_P(TerminalSize, is_the_terminals_if_any_has_so_many_rows_and_columns) {
+    EXPECT_EQ(sizeOpenedAt({4096, 72}), Size(4096, 72));
+    for (const Size& size : impossible) EXPECT_EQ(sizeOpenedAt(size), usual);
+    setenv("LINES", "4097", 1);
+    setenv("COLUMNS", "0x2000", 1);
+    EXPECT_EQ(sizeOpenedAt({30, 100}), Size(30, 100));
+}
+
+TEST_P(TerminalSize, becomes_the_terminals_if_any_has_so_many_rows_and_columns) {
+    open();
+    EXPECT_EQ(sizeRenewedAt({34, 100}), Size(34, 100));
+    EXPECT_EQ(sizeRenewedAt({20, 4096}), Size(20, 4096));
+    EXPECT_EQ(sizeRenewedAt(usual), usual);
+    for (const Size& size : impossible) EXPECT_EQ(sizeRenewedAt(size), usual);
+    EXPECT_EQ(sizeRenewedAt({34, 100}), Size(34, 100));
+    pty.resize(0, 0);
+    EXPECT_TRUE(renew_terminal());
+    EXPECT_EQ(curses_size(), Size(34, 100));
+}
+
+TEST_P(TerminalSize, is_what_the_environment_prescribes) {
+    open();
+    setenv("LINES", "24", 1);
+    EXPECT_EQ(sizeRenewedAt({34, 100}), Size(24, 100));
+    setenv("COLUMNS", "90", 1);
+    EXPECT_EQ(sizeRenewedAt({34, 100}), Size(24, 90));
+    unsetenv("COLUMNS");
+    int rows = 30;
+    for (const char* value : {"", "0", "-5", "many", "25x", "99999999999"}) {
+        setenv("LINES", value, 1);
+        ++rows;
+        EXPECT_EQ(sizeRenewedAt({rows, 100}), Size(rows, 100)) << value;
+    }
+}
+
+TEST_F(TerminalTest, of_a_new_size_is_told_in_one_go_and_has_its_modes_and_keypad) {
+    openAndShow();
+    const TerminalModes modes_of_wizard = pty.modes();
+    draw(0, "before");
+    show();
+    tcsetattr(STDIN_FILENO, TCSANOW, &modesBefore.settings);
+    news();
+    resize(34, 100);
+    EXPECT_EQ(news(), "");
+    EXPECT_EQ(pty.modes(), modes_of_wizard);
+    draw(33, "the new bottom");
+    show();
+    news();
+    EXPECT_EQ(rowText(0), "");
+    EXPECT_EQ(rowText(33), "the new bottom");
+    EXPECT_EQ(emulator.keyBytes(Key::up), "\033OA");
 }
 
 /// More is kept back than the terminal takes at once.

@@ -37,16 +37,12 @@ class TerminalTest : public testing::Test {
     }
 
     ~TerminalTest() override {
-        if (stdscr != nullptr && !isendwin()) endwin();
-        // Curses keeps the screens that are not current; freed, one would lose its panels.
-        set_term(nullptr);
-        wizard_terminal = {};
+        startOver();
         for (const int resource : {RLIMIT_FSIZE, RLIMIT_NOFILE})
             setrlimit(resource, &limitsBefore[resource]);
         for (int signal = 1; signal < 32; ++signal)
             sigaction(signal, &actionsBefore[signal], nullptr);
         std::setlocale(LC_CTYPE, "C");
-        news();
         dup2(inputBefore.get(), STDIN_FILENO);
         dup2(outputBefore.get(), STDOUT_FILENO);
         // A failure was told to the terminal.
@@ -62,6 +58,15 @@ class TerminalTest : public testing::Test {
     void openAndShow(const char* term = "xterm-256color") {
         open(term);
         show();
+        news();
+    }
+
+    /// Has the wizard come to the terminal anew.
+    void startOver() {
+        if (stdscr != nullptr && !isendwin()) endwin();
+        // Curses keeps the screens that are not current; freed, one would lose its panels.
+        set_term(nullptr);
+        wizard_terminal = {};
         news();
     }
 

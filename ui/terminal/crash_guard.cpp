@@ -11,24 +11,15 @@
 namespace {
 
 void on_crash(int signal_number) {
-    Terminal& terminal = wizard_terminal;
-    if (getpid() == terminal.guarded_process) {
-        write_in_time(terminal.farewell, terminal.farewell_length);
+    if (getpid() == wizard_terminal.guarded_process) {
+        write_in_time({wizard_terminal.farewell, wizard_terminal.farewell_length});
         give_modes_back();
     }
     // The first process of a container is not ended by a signal that takes its default course.
     if (getpid() == 1) _exit(128 + signal_number);
     // Raised again, it is delivered when this handler has returned, to whoever had it before.
-    sigaction(signal_number, &terminal.actions_before[signal_number], nullptr);
+    sigaction(signal_number, &wizard_terminal.actions_before[signal_number], nullptr);
     raise(signal_number);
-}
-
-// A stack that has overflown has no room for a handler.
-void give_handler_a_stack() {
-    stack_t stack{};
-    stack.ss_sp = wizard_terminal.handler_stack;
-    stack.ss_size = sizeof(wizard_terminal.handler_stack);
-    sigaltstack(&stack, nullptr);
 }
 
 }  // namespace
@@ -43,7 +34,11 @@ void guard_against_crashes() {
         farewell += description(capability);
     terminal.farewell_length = farewell.copy(terminal.farewell, sizeof(terminal.farewell));
     terminal.guarded_process = getpid();
-    give_handler_a_stack();
+    // A stack that has overflown has no room for a handler.
+    stack_t stack{};
+    stack.ss_sp = terminal.handler_stack;
+    stack.ss_size = sizeof(terminal.handler_stack);
+    sigaltstack(&stack, nullptr);
     struct sigaction action {};
     action.sa_handler = on_crash;
     action.sa_flags = SA_ONSTACK;

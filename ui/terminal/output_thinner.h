@@ -6,11 +6,10 @@
 
 /// Leaves out of what curses says to a terminal whatever makes no difference to what is seen.
 ///
-/// Curses goes back to plain text after every update and sets all attributes anew for the next
-/// character; it switches the keypad on for every window. A thinner keeps account of what was said
-/// last about each attribute, and says only what is new, when something is about to be shown or
-/// erased. Sequences that it does not know go through as they are, after all that is owed: boldness
-/// across blanks, where it is not seen, and the way back to plain text at the end of a frame.
+/// Curses goes back to plain text after every update, sets all attributes anew for the next
+/// character, and switches the keypad on for every window. A thinner says only what is new, when
+/// something is about to be shown or erased; nothing of boldness where that is spaces. Sequences
+/// that it does not know go through as they are, after all that is owed.
 ///
 /// For terminals that speak ECMA-48 only, console_codes(4): elsewhere what looks like one of its
 /// sequences may mean something else, such as ESC =, which moves the cursor of many.
@@ -28,30 +27,23 @@ class OutputThinner {
     void forget();
 
   private:
-    // Four that "Select Graphic Rendition" (SGR), CSI ... m, sets and takes back together, unknown
-    // ones first; a console's font, which it sets too; what designates G0; SI or SO.
-    enum Attribute { others, bold, foreground, background, font, letters, shift, attribute_count };
+    // Four that "Select Graphic Rendition" (SGR), CSI ... m, takes back together, unknown ones
+    // first; a console's font, which it sets too; what designates G0; SI or SO; modes.
+    enum Attribute { others, bold, foreground, background, font, letters, shift, modes };
 
-    // What was said last about each: an SGR number, a final byte, a control; 0 for what was taken
-    // back or never said.
-    using Look = std::array<unsigned char, attribute_count>;
+    // What was said last about each: an SGR number or a last byte; 0 for what was taken back or
+    // never said.
+    using Look = std::array<char, modes + 5>;
     static constexpr Look unknown_look = {1};
 
-    static constexpr std::string_view modes[] = {"\033[?1", "\033[?7", "\033[?12", "\033[?25",
-                                                 "\033"};
-
-    static bool takeParameter(Look& look, std::string_view parameter);
+    static Attribute attributeOf(long number);
     bool takeRendition(std::string_view token);
-    bool takeSet(std::string_view token);
-    bool takeMode(std::string_view token);
+    bool takeSwitch(std::string_view token);
     void take(std::string_view token, std::string_view run);
-    void sayForBlank();
     void say(const Look& look);
-    std::string rendition(const Look& look) const;
 
     bool repeats;
-    Look wanted = unknown_look;             // by curses
-    Look shown = unknown_look;              // by the terminal
-    char modesSaid[std::size(modes)] = {};  // the last byte, which sets or resets
+    Look wanted = unknown_look;  // by curses
+    Look shown = unknown_look;   // by the terminal
     std::string output;
 };

@@ -4,21 +4,19 @@
 
 /// The terminal, which has one owner: it is opened, drawn on, left and taken again here only.
 ///
-/// What curses says for a frame is kept back, thinned and written at once. By itself curses writes
-/// whenever it moves the cursor, switches the keypad or hides the cursor, which is to be seen on a
-/// slow line. Where the system has no nameless files, which may be of any size (ulimit -f), curses
-/// does write by itself: a frame of a large terminal has megabytes.
+/// What curses says for a frame is kept back, thinned and written at once; by itself curses writes
+/// at every move of the cursor, which is to be seen on a slow line. It does write by itself where
+/// the system has no nameless files of any size (ulimit -f).
 ///
 /// A terminal that takes nothing (Ctrl-S, a dead line) keeps the wizard waiting, but not from being
 /// ended: the signals that end it are let in while it writes. In the background the terminal is
 /// somebody else's: the wizard stops before it takes it.
 
 /// Starts curses on standard input and output, for the terminal type in TERM and the character set
-/// of the environment. Keys come one by one and are not echoed. From now on the program gives the
-/// terminal back however it ends, crashes included. A size of more than 4,096 rows or columns, told
-/// by LINES, COLUMNS or the terminal, is ignored, now and later: curses would take gigabytes for
-/// it, or crash. False if curses can't use the terminal or can't move its cursor; the terminal is
-/// then as it was.
+/// of the environment. Keys come one by one, without echo. From now on the program gives the
+/// terminal back however it ends, crashes included. More than 4,096 rows or columns, told by LINES,
+/// COLUMNS or the terminal, are ignored, now and later: curses would take gigabytes, or crash.
+/// False, with the terminal as it was, if curses can't use it or can't move its cursor.
 bool open_terminal();
 
 /// Defines the colours of ColourPair. To be called once the terminal is open.
@@ -32,16 +30,8 @@ void send_output();
 /// Shows what has been drawn: update_panels(3X), doupdate(3X), send_output().
 void show_frame();
 
-/// Draws everything anew, modes and attributes included, that has been drawn and shown before,
-/// whatever the terminal shows now.
+/// Draws everything anew, modes and attributes included, whatever the terminal shows now.
 void redraw_terminal();
-
-/// To be called when wgetch(3X) has just read ESC from `window`: takes away the rest of a control
-/// sequence (ESC [ parameters and a last byte, or ESC O and one) that curses does not know, as far
-/// as it arrives in one piece, that is, ESCDELAY milliseconds after the byte before at most. False
-/// if no whole sequence follows, as after the key Escape; everything is then there to be read.
-/// Changes the time that the window waits for a key.
-bool skip_control_sequence(WINDOW* window);
 
 /// Leaves the terminal to other programs, with the modes that it had: endwin(3X), after what has
 /// been kept back. Waits for a terminal that takes nothing. May be called as often as one likes.
@@ -55,8 +45,7 @@ void close_terminal_in_time(const char* last_words);
 /// before the terminal is open. False if a terminal can't be had any more.
 bool retake_terminal();
 
-/// Comes back, with a cleared standard screen, to a terminal that may have another size now, which
-/// curses takes, and other modes: clear(3X), endwin(3X), refresh(3X). After close_terminal() too.
-/// False, with nothing done, if there is no terminal to come back to. Stops while the wizard is in
-/// the background.
+/// Comes back, after close_terminal() too, to a terminal that may have other modes and another
+/// size, which curses takes: clear(3X), endwin(3X), refresh(3X). False, with nothing done, if there
+/// is no terminal to come back to. Stops while the wizard is in the background.
 bool renew_terminal();

@@ -3,17 +3,16 @@
 #include <termios.h>
 
 #include <csignal>
-#include <cstddef>
 #include <cstdio>
-#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "ui/terminal/output_thinner.h"
 #include "wizard/base/descriptor.h"
 
-/// What the files of this folder share and nobody else knows: the record of the terminal, and
-/// their parts of the work.
+/// What only the files of this folder know: the record of the terminal, and their parts of the
+/// work.
 
 constexpr int no_descriptor = -1;
 constexpr int flags_unchanged = -1;
@@ -37,10 +36,9 @@ struct Terminal {
     bool thins = false;
     OutputThinner thinner{};
 
-    std::string frame;              ///< what is being written
-    std::size_t frame_written = 0;  ///< how much of that has been
-    bool is_in_write = false;       ///< nobody knows how much now
-    std::string leaving;            ///< how curses left, as long as it may have to be said again
+    std::string frame;                                          ///< what is being written
+    std::size_t frame_written = 0;                              ///< how much of that has been
+    bool is_in_write = false;                                   ///< nobody knows how much now
     volatile std::sig_atomic_t flags_before = flags_unchanged;  ///< of standard output
 
     std::string description;    ///< what description() is collecting
@@ -56,70 +54,33 @@ extern Terminal wizard_terminal;
 /// What the terminal's description has for a capability, ready to be written; empty for null.
 std::string description(const char* capability);
 
-/// Remembers the terminals and their modes, the ones to go back to, once the wizard is in the
-/// foreground. Curses sets the modes of one terminal, which need not be the one that the keys come
-/// from, and waits for all output before it gives them back, which may last for ever. So the wizard
-/// sees to the modes of all of them itself.
+/// Once the wizard is in the foreground, remembers the terminals and the modes to go back to.
+/// Curses knows one terminal only, and would give its modes back when all output has been taken.
 void remember_terminals();
 
-/// Takes the modes that curses has set for the wizard's own, with echo off and keys that come one
-/// by one wherever curses didn't reach, and sets them.
+/// Takes what curses has set for the wizard's own modes, and sets those, with echo off and keys one
+/// by one, on all of the terminals.
 void keep_modes();
 
 /// False while one of the terminals has somebody else in its foreground.
 bool is_in_foreground();
 
-/// Sets the remembered modes without waiting for output, and throws away what has been typed and
-/// not been read: it was meant for the wizard, not for the program that reads next. In the
-/// background the modes that somebody else has set stay, and so does the input. To be called as
-/// often as one likes; async-signal-safe.
+/// Sets the remembered modes without waiting for output, and throws away what was typed for the
+/// wizard. In the background others' modes and the input stay. Async-signal-safe.
 void give_modes_back();
-
-/// The terminal that tells the size: standard output, else standard error, as curses has it, else
-/// standard input; -1 if none of them is a terminal.
-int size_terminal();
-
-/// Has curses take the size that LINES and COLUMNS prescribe or else the terminal tells.
-void take_size();
-
-/// For when curses asks for the size by itself, newterm(3X) and, after endwin(3X), refresh(3X):
-/// meanwhile it finds in the environment the size that it has, or 24 by 80, in place of one that no
-/// terminal has. Variables that prescribe nothing that can be used are removed for good.
-void with_sound_size(const std::function<void()>& ask);
-
-/// A stream for curses to write to; standard output where nothing can be kept back.
-std::FILE* stream_for_curses();
-
-/// From now on what curses says waits for send_output(), where it can.
-void keep_output_back();
-
-/// What curses has said since the last call.
-std::string take_output();
-
-/// What to write instead of it.
-std::string thinned(const std::string& said);
-
-/// Writes the text to the end, as far as there is anybody who reads it.
-void write_frame(std::string text);
 
 /// Writes as much of the text as standard output takes within half a second; whether that was all.
 /// Async-signal-safe.
-bool write_in_time(const char* text, std::size_t length);
+bool write_in_time(std::string_view text);
 
-/// Where curses writes by itself and standard output takes nothing: from now on nobody waits for
-/// it.
-void silence_stuck_output();
-
-/// Teaches curses what keyboards send beside what the terminal's description has. Many a terminal
-/// is not quite the one that TERM names, or keeps to the other mode of its cursor keys, and what it
-/// sends would then be typed into a field, unseen where that is for a password. A cursor key,
-/// backspace or Enter of the description stays what it is.
+/// Teaches curses what keyboards send beside what the terminal's description has, and what would be
+/// typed into a field, unseen in one for a password: many a terminal is not quite what TERM says. A
+/// cursor key, backspace or Enter of the description stays what it is.
 void learn_key_sequences();
 
-/// From now on a crash (SIGSEGV, SIGABRT and their like, a stack that has overflown included) or
-/// any other signal that ends a program by default on every system, as SIGQUIT and SIGALRM, first
-/// leaves the terminal as it was; one that takes no output gets its modes at least. Then the signal
-/// takes the course that it would have taken, but that process 1, which the kernel would have go
-/// on, ends with status 128 + n. One that was ignored stays so. A child process of the program only
-/// ends. The handler makes only calls that are safe in the middle of anything (signal-safety(7)).
+/// From now on a crash, stack overflow included, or any other signal that ends a program by default
+/// on every system, as SIGQUIT, first leaves the terminal as it was; at least its modes, where it
+/// takes no output. Then the signal takes its course; process 1, which the kernel would have go on,
+/// ends with status 128 + n. Ignored signals stay so; a child process only ends. The handler is
+/// async-signal-safe.
 void guard_against_crashes();

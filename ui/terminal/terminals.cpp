@@ -1,12 +1,9 @@
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <initializer_list>
 #include <iterator>
 
 #include "ui/terminal/terminal.h"
@@ -27,43 +24,6 @@ bool has_wizards_modes(const StandardTerminal& terminal) {
     return wizard_terminal.keeps_modes && tcgetattr(terminal.descriptor, &now) == 0 &&
            now.c_lflag == terminal.kept.c_lflag && now.c_iflag == terminal.kept.c_iflag &&
            now.c_oflag == terminal.kept.c_oflag;
-}
-
-// What is on its way from the keyboard arrives before poll(2) answers.
-void discard_input(int terminal) {
-    pollfd input = {terminal, POLLIN, 0};
-    tcflush(terminal, TCIFLUSH);
-    poll(&input, 1, 0);
-    tcflush(terminal, TCIFLUSH);
-}
-
-constexpr int most_cells = 4096;
-
-// The lines or columns that the environment prescribes; 0 for none.
-int prescribed(const char* variable) {
-    const char* text = std::getenv(variable);
-    char* end = nullptr;
-    const long value = text != nullptr ? std::strtol(text, &end, 10) : 0;
-    return value > 0 && value <= most_cells && *end == '\0' ? static_cast<int>(value) : 0;
-}
-
-// The same, or else what the terminal tells; 0 where nobody tells.
-int size_of(const char* variable, int told) {
-    const int wanted = prescribed(variable);
-    return wanted != 0 || told > most_cells ? wanted : told;
-}
-
-winsize told_size() {
-    winsize size{};
-    ioctl(size_terminal(), TIOCGWINSZ, &size);
-    return size;
-}
-
-// Whether a size that has been told would have curses take more, so that another stands in for it.
-bool stand_in(const char* variable, int told, int present) {
-    if (prescribed(variable) != 0) return false;
-    unsetenv(variable);
-    return told > most_cells && setenv(variable, std::to_string(present).c_str(), 1) == 0;
 }
 
 }  // namespace
@@ -120,30 +80,10 @@ void give_modes_back() {
             tcsetattr(terminal.descriptor, TCSANOW, &terminal.before);
     }
     const StandardTerminal& keyboard = wizard_terminal.standard[STDIN_FILENO];
-    if (is_in_front(keyboard)) discard_input(keyboard.descriptor);
-}
-
-int size_terminal() {
-    for (const int standard : {STDOUT_FILENO, STDERR_FILENO, STDIN_FILENO}) {
-        if (wizard_terminal.standard[standard].descriptor != no_descriptor)
-            return wizard_terminal.standard[standard].descriptor;
-    }
-    return no_descriptor;
-}
-
-void take_size() {
-    const winsize told = told_size();
-    const int rows = size_of("LINES", told.ws_row);
-    const int cols = size_of("COLUMNS", told.ws_col);
-    if (is_term_resized(rows, cols)) resizeterm(rows, cols);
-}
-
-void with_sound_size(const std::function<void()>& ask) {
-    const winsize told = told_size();
-    const bool is_open = stdscr != nullptr;
-    const bool rows = stand_in("LINES", told.ws_row, is_open ? getmaxy(stdscr) : 24);
-    const bool cols = stand_in("COLUMNS", told.ws_col, is_open ? getmaxx(stdscr) : 80);
-    ask();
-    if (rows) unsetenv("LINES");
-    if (cols) unsetenv("COLUMNS");
+    if (!is_in_front(keyboard)) return;
+    tcflush(keyboard.descriptor, TCIFLUSH);
+    // What is on its way from the keyboard arrives before poll(2) answers.
+    pollfd input = {keyboard.descriptor, POLLIN, 0};
+    poll(&input, 1, 0);
+    tcflush(keyboard.descriptor, TCIFLUSH);
 }
