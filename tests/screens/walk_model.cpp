@@ -122,7 +122,11 @@ void WalkModel::pressButton() {
         const bool applies = control().name != "back";
         if (applies) settings.sendmail_wrapper = control().name == "yes";
         applied += applies;
-        leave(applies ? apply_leads_to : to, screen);
+        focus(screen) = 0;
+        if (applies)
+            leave(apply_leads_to, apply_leads_to == state_aliases ? state_domain : apply_leads_to);
+        else
+            leave(to, screen);
     } else {
         leaveBoxes(forwards);
     }

@@ -29,9 +29,10 @@ WizardEnd apply_configuration() {
                     apply_double.calls + 1,
                     wizard_settings.sendmail_wrapper,
                     screen_state,
-                    screen_focus(state_sendmail),
                     !is_shown};
     screen_state = apply_double.leads_to;
+    if (screen_state < screen_count)
+        screen_focus(screen_state == state_aliases ? state_domain : screen_state) = 0;
     return screen_state == state_end ? WizardEnd::completed : apply_double.end;
 }
 
@@ -81,7 +82,8 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     check_terminal_size();
     draw_background();
     main_window = new Window(stdscr, nullptr);
-    built_screen(state_password);
+    built_screens[state_password] = password_screen_build(state_password);
+    built_screens[state_password]->hide();
 }
 
 WizardRig::~WizardRig() { release_screens(); }

@@ -50,7 +50,6 @@ struct ApplyDouble {
     int calls = 0;
     int sendmail_wrapper = -1;    // the answer that it found in the settings
     int state = -1;               // the `screen_state` that it found
-    int focus = -1;               // and the sendmail screen's focus
     bool screen_is_gone = false;  // the sendmail screen had been taken off the panel stack
 };
 
