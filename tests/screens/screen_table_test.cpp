@@ -6,8 +6,7 @@
 #include <panel.h>
 
 #include "screens/screen.h"
-#include "tests/screens/moved_picture.h"
-#include "tests/support/expect_screen.h"
+#include "tests/screens/screen_facts.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "wizard/base/host_facts.h"
@@ -15,27 +14,15 @@
 
 namespace {
 
+static_assert(state_message == 100 && state_yes_no == 101 && state_pending == 102 &&
+              state_end == 103 && state_retry_back == 104);
+
 std::vector<int> states_built() {
     std::vector<int> states;
     for (int state = 0; state < screen_count; ++state) {
         if (built_screens[state] != nullptr) states.push_back(state);
     }
     return states;
-}
-
-TEST(ScreenTable, has_each_screen_in_the_place_of_its_state_with_its_title) {
-    for (const ScreenFacts& screen : all_screens()) {
-        EXPECT_EQ(screen_table[screen.state].state, screen.state);
-        EXPECT_EQ(screen_table[screen.state].title, screen.title);
-    }
-}
-
-TEST(ScreenState, has_numbers_from_100_on_for_dialogs_and_the_end) {
-    EXPECT_EQ(state_message, 100);
-    EXPECT_EQ(state_yes_no, 101);
-    EXPECT_EQ(state_pending, 102);
-    EXPECT_EQ(state_end, 103);
-    EXPECT_EQ(state_retry_back, 104);
 }
 
 TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
@@ -46,32 +33,20 @@ TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
     EXPECT_EQ(states_built(), (std::vector<int>{0, 1, 3}));
 }
 
-void expect_nothing_left() {
-    EXPECT_TRUE(states_built().empty());
-    EXPECT_EQ(main_window, nullptr);
-    EXPECT_EQ(interface_table, nullptr);
-    EXPECT_EQ(relay_network_list, nullptr);
-    EXPECT_EQ(panel_above(nullptr), nullptr);
-}
-
 TEST(ReleaseScreens, leaves_nothing_of_screens_and_boxes_wherever_the_wizard_is_and_twice) {
     for (const ScreenFacts& screen : all_screens()) {
         WizardRig wizard(screen.state);
         wizard.playWith([] { run_screens(); }, {});
         showPending("Please wait!", "Operation pending!");
-        release_screens();
-        expect_nothing_left();
-        release_screens();
-        expect_nothing_left();
+        for (int times = 0; times < 2; ++times) {
+            release_screens();
+            EXPECT_TRUE(states_built().empty());
+            EXPECT_EQ(main_window, nullptr);
+            EXPECT_EQ(interface_table, nullptr);
+            EXPECT_EQ(relay_network_list, nullptr);
+            EXPECT_EQ(panel_above(nullptr), nullptr);
+        }
     }
-}
-
-TEST(ReleaseScreens, screens_can_be_built_again) {
-    const ScreenImage first = drawn({&all_screens().front(), 0});
-    WizardRig wizard(state_password);
-    destroy_screens();
-    wizard.play({});
-    EXPECT_SAME_LOOK(first, wizard.image());
 }
 
 TEST(Walk, leads_through_all_screens_but_the_listeners_of_services_that_are_off) {

@@ -1,5 +1,6 @@
 // Keys drawn by chance, with changes of the terminal's size, programs that take ports and steps
-// that fail, played to the wizard and to a plain model of it.
+// that fail, played to the wizard and to a plain model of it; and a default port, which only a
+// network of the test's own is sure to have.
 
 #include "tests/screens/walk_model.h"
 
@@ -7,6 +8,7 @@
 
 #include <random>
 
+#include "tests/support/golden.h"
 #include "tests/support/local_port.h"
 
 namespace {
@@ -146,6 +148,14 @@ TEST(WalkModel, does_what_the_wizard_does) {
         SCOPED_TRACE(seed);
         ModelledWalk(seed).play(80);
     }
+}
+
+TEST(DefaultPort, that_is_taken_is_warned_of_on_the_smallest_terminal) {
+    LocalPort port(9000);
+    port.open();
+    WizardRig wizard(state_webadmin, smallest);
+    wizard.play({"\t\t", Key::enter, Key::tab});
+    EXPECT_SCREEN(wizard.image(), "golden/port_in_use_on_the_smallest_terminal");
 }
 
 }  // namespace

@@ -24,12 +24,9 @@ WizardEnd apply_configuration() {
     for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
         is_shown |=
             panel_window(panel) == built_screens[state_sendmail]->getFrame().getCursesWindow();
-    apply_double = {apply_double.leads_to,
-                    apply_double.end,
-                    apply_double.calls + 1,
-                    wizard_settings.sendmail_wrapper,
-                    screen_state,
-                    !is_shown};
+    apply_double = {apply_double.leads_to,  apply_double.end,
+                    apply_double.calls + 1, wizard_settings.sendmail_wrapper,
+                    screen_state,           !is_shown};
     screen_state = apply_double.leads_to;
     if (screen_state < screen_count)
         screen_focus(screen_state == state_aliases ? state_domain : screen_state) = 0;
@@ -114,6 +111,21 @@ void WizardRig::resize(const Size& size) {
     on_resize(SIGWINCH);
 }
 
+std::string WizardRig::words() {
+    const ScreenImage shown = image();
+    std::string words;
+    for (int row = 2; row < shown.rows() - 2; ++row) {
+        for (int col = 0; col < shown.cols(); ++col) {
+            const std::string& text = shown.cell(row, col).text;
+            if (text.size() == 1 && text != " ")
+                words += text;
+            else if (!words.empty() && words.back() != ' ')
+                words += ' ';
+        }
+    }
+    return words;
+}
+
 void WizardRig::takeStep() {
     for (;;) {
         if (script.empty()) throw ScriptOver{};
@@ -146,38 +158,4 @@ std::string retyped(const std::string& text) {
 std::vector<Step> answer_listener(int down, const std::string& port) {
     return std::vector<Step>(static_cast<size_t>(down), Key::down) +
            std::vector<Step>{"\t\x7f\x7f\x7f\x7f\x7f" + port + "\t", Key::enter};
-}
-
-std::string words_on(const ScreenImage& image) {
-    std::string words;
-    for (int row = 0; row < image.rows(); ++row) {
-        for (int col = 0; col < image.cols(); ++col) {
-            const std::string& text = image.cell(row, col).text;
-            if (text.size() == 1 && text != " ")
-                words += text;
-            else if (!words.empty() && words.back() != ' ')
-                words += ' ';
-        }
-    }
-    return words;
-}
-
-void expect_error_box(const ScreenImage& screen, const std::string& message,
-                      const std::string& hidden_title, const Caller& caller) {
-    const testing::ScopedTrace trace(caller.file, caller.line, message);
-    EXPECT_EQ(screen_state, state_message);
-    EXPECT_FALSE(screen.shows(hidden_title));
-    const int rows = 11;
-    const int cols = static_cast<int>(message.size()) + 2;
-    const auto row = [&](const std::string& text) {
-        const size_t left = (message.size() - text.size()) / 2;
-        return "│" + std::string(left, ' ') + text +
-               std::string(message.size() - text.size() - left, ' ') + "│\n";
-    };
-    std::string line;
-    for (size_t col = 0; col < message.size(); ++col) line += "─";
-    EXPECT_PICTURE(
-        screen.region((screen.rows() - rows) / 2, (screen.cols() - cols) / 2, rows, cols),
-        "\n┌" + line + "┐\n" + row("Error!") + "├" + line + "┤\n" + row(message) + row("") +
-            row("") + row("") + row("  OK  ") + row("") + row("") + "└" + line + "┘\n");
 }

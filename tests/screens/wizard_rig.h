@@ -84,6 +84,9 @@ class WizardRig {
     /// What the terminal shows.
     ScreenImage image() { return terminal.image(); }
 
+    /// The words between the lines of the background, with a space after each, without frames.
+    std::string words();
+
     /// All that has been written to the terminal.
     std::string outputBytes() { return terminal.outputBytes(); }
 
@@ -118,11 +121,3 @@ constexpr int row_eth0 = 2;
 
 /// 50 characters that tell where they have been cut.
 constexpr char fifty_characters[] = "0123456789abcdefghijABCDEFGHIJ9876543210jihgfedcba";
-
-/// The words on a screen or a part of it, one space between them, without frames.
-std::string words_on(const ScreenImage& image);
-
-/// Expects an "Error!" box with a message on one line and an "OK" button in the middle of the
-/// screen, and nothing of the screen with that title.
-void expect_error_box(const ScreenImage& screen, const std::string& message,
-                      const std::string& hidden_title, const Caller& caller = Caller::here());
