@@ -80,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Screens, EachListener, testing::ValuesIn(all_listeners(
 /// What the loopback question needs: the name of an interface at an address of this machine.
 bool is_asked_for(const std::string& name) {
     RigSetup setup;
-    setup.interfaces[row_lo].name = name;
+    setup.interfaces[row_lo].first = name;
     WizardRig wizard(state_webadmin, setup);
     const LocalPort free_port;
     wizard.play(answer_listener(row_lo, std::to_string(free_port.number())));
@@ -94,7 +94,7 @@ TEST(LoopbackInterface, is_one_whose_name_begins_with_lo) {
 }
 
 /// A listener's screen with the bar on the last of the interfaces and the focus on its port.
-ScreenImage with_interfaces(const std::vector<InterfaceFacts>& interfaces, int state) {
+ScreenImage with_interfaces(const TextPairs& interfaces, int state) {
     RigSetup setup;
     setup.interfaces = interfaces;
     WizardRig wizard(state, setup);

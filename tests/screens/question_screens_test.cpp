@@ -241,7 +241,7 @@ TEST(SendmailScreen, starts_the_apply_sequence_with_the_answer_stored_and_the_sc
             EXPECT_EQ(apply_double.calls, 1);
             EXPECT_EQ(apply_double.sendmail_wrapper, yes);
             EXPECT_EQ(apply_double.state, state_sendmail);
-            EXPECT_TRUE(apply_double.screen_is_gone);
+            EXPECT_TRUE(apply_double.shows_nothing);
         }
     }
 }

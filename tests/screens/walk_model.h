@@ -49,12 +49,13 @@ struct WalkModel {
     void pressInDialog(bool is_tab);
     void pressInList(int key);
     void pressButton();
-    void leaveBoxes(bool forwards);
+    void storeTicks();
     void checkPasswords();
     void checkDomain();
     void checkPort();
     void acceptPort();
     void leave(int to, int refocused);
+    void show();
     void open(int dialog_state, const std::string& text, int new_focus);
     void followDomain();
     int neighbour(bool forwards) const;
@@ -68,7 +69,6 @@ struct WalkModel {
     int focusNumbers[screen_count] = {};
     std::map<std::string, std::string> texts = {{"domain", "localdomain"}};
     bool locationIsEdited = false;
-    bool relayIsBuilt = false;
     std::map<int, int> bars;                 // by state
     std::map<int, std::vector<bool>> ticks;  // by state
 };

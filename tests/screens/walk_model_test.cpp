@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <sstream>
 
 #include "tests/support/golden.h"
 #include "tests/support/local_port.h"
@@ -14,39 +15,27 @@
 namespace {
 
 std::string described(const WizardSettings& settings) {
-    std::string text;
+    std::ostringstream text;
     for (const char* answer : {settings.admin_password, settings.primary_domain,
                                settings.domain_location, settings.postmaster_password})
-        text += std::string(answer) + "|";
-    for (const int answer : {int(settings.alias_root_to_postmaster),
-                             int(settings.alias_localhost),
-                             int(settings.alias_localhost_localdomain),
-                             settings.webadmin_interface,
-                             settings.webadmin_port,
-                             settings.smtp_interface,
-                             settings.smtp_port,
-                             settings.pop3_interface,
-                             settings.pop3_port,
-                             settings.imap_interface,
-                             settings.imap_port,
-                             settings.webmail_interface,
-                             settings.webmail_port,
-                             int(settings.service_enabled[0]),
-                             int(settings.service_enabled[1]),
-                             int(settings.service_enabled[2]),
-                             int(settings.relay_ticks[0]),
-                             int(settings.relay_ticks[1]),
-                             int(settings.relay_ticks[2]),
-                             settings.sendmail_wrapper})
-        text += std::to_string(answer) + " ";
-    return text;
+        text << answer << "|";
+    for (const ListenerFacts& each : all_listeners())
+        text << settings.*each.interface_index << ":" << settings.*each.port << " ";
+    for (const int flag :
+         {settings.alias_root_to_postmaster, settings.alias_localhost,
+          settings.alias_localhost_localdomain, settings.service_enabled[0],
+          settings.service_enabled[1], settings.service_enabled[2], settings.relay_ticks[0],
+          settings.relay_ticks[1], settings.relay_ticks[2]})
+        text << flag << " ";
+    text << settings.sendmail_wrapper;
+    return text.str();
 }
 
 /// One walk, from a seed.
 class ModelledWalk {
   public:
-    explicit ModelledWalk(unsigned seed)
-        : chance(seed), first(static_cast<int>(seed % screen_count)) {
+    explicit ModelledWalk(int seed)
+        : chance(static_cast<unsigned>(seed)), first(seed % screen_count) {
         apply_double.leads_to = model.apply_leads_to;
     }
 
@@ -104,7 +93,7 @@ class ModelledWalk {
     }
 
     void disturb() {
-        const Size size = oneOf<Size>({{20, 72}, {24, 80}, {60, 200}, {25, 81}});
+        const Size size = oneOf({smallest, usual, large, odd});
         const bool take = model.port_77_is_taken = draw(2) == 0;
         const int leads_to = model.apply_leads_to =
             oneOf<int>({state_domain, state_aliases, state_webadmin, state_smtp, state_services,
@@ -144,7 +133,7 @@ class ModelledWalk {
 };
 
 TEST(WalkModel, does_what_the_wizard_does) {
-    for (unsigned seed = 0; seed < 3 * screen_count && !testing::Test::HasFailure(); ++seed) {
+    for (int seed = 0; seed < 3 * screen_count && !testing::Test::HasFailure(); ++seed) {
         SCOPED_TRACE(seed);
         ModelledWalk(seed).play(80);
     }

@@ -9,7 +9,6 @@
 #include "apply/apply_sequence.h"
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "tests/support/expect_screen.h"
 #include "ui/main_window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
@@ -20,17 +19,14 @@
 ApplyDouble apply_double;
 
 WizardEnd apply_configuration() {
-    bool is_shown = false;
-    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
-        is_shown |=
-            panel_window(panel) == built_screens[state_sendmail]->getFrame().getCursesWindow();
-    apply_double = {apply_double.leads_to,  apply_double.end,
-                    apply_double.calls + 1, wizard_settings.sendmail_wrapper,
-                    screen_state,           !is_shown};
+    ++apply_double.calls;
+    apply_double.sendmail_wrapper = wizard_settings.sendmail_wrapper;
+    apply_double.state = screen_state;
+    apply_double.shows_nothing = panel_above(nullptr) == nullptr;
     screen_state = apply_double.leads_to;
-    if (screen_state < screen_count)
-        screen_focus(screen_state == state_aliases ? state_domain : screen_state) = 0;
-    return screen_state == state_end ? WizardEnd::completed : apply_double.end;
+    if (screen_state == state_end) return WizardEnd::completed;
+    screen_focus(screen_state == state_aliases ? state_domain : screen_state) = 0;
+    return apply_double.end;
 }
 
 namespace {
@@ -38,29 +34,25 @@ namespace {
 /// Thrown out of the wizard when the script is over.
 struct ScriptOver {};
 
-void copy_text(char (&field)[256], const std::string& text) {
-    std::strncpy(field, text.c_str(), sizeof field - 1);
-}
-
-void fill_interface_table(const std::vector<InterfaceFacts>& interfaces) {
+void fill_interface_table(const TextPairs& interfaces) {
     interface_table =
         static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
     interface_count = 0;
-    for (const InterfaceFacts& facts : interfaces) {
-        copy_text(interface_table[interface_count].name, facts.name);
-        copy_text(interface_table[interface_count].address, facts.address);
-        ++interface_count;
+    for (const auto& [name, address] : interfaces) {
+        interf_addr& record = interface_table[interface_count++];
+        name.copy(record.name, sizeof record.name - 1);
+        address.copy(record.address, sizeof record.address - 1);
     }
 }
 
-void fill_relay_networks(const std::vector<NetworkFacts>& networks) {
+void fill_relay_networks(const TextPairs& networks) {
     relay_network_list =
         static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
     relay_network_count = 0;
-    for (const NetworkFacts& facts : networks) {
+    for (const auto& [network, netmask] : networks) {
         relay_network& record = relay_network_list[relay_network_count++];
-        record.network = strdup(facts.network.c_str());
-        record.netmask = strdup(facts.netmask.c_str());
+        record.network = strdup(network.c_str());
+        record.netmask = strdup(netmask.c_str());
     }
 }
 
@@ -127,22 +119,15 @@ std::string WizardRig::words() {
 }
 
 void WizardRig::takeStep() {
-    for (;;) {
-        if (script.empty()) throw ScriptOver{};
-        const Step step = script.front();
-        script.pop_front();
-        if (const auto* call = std::get_if<std::function<void()>>(&step)) {
-            (*call)();
-            continue;
-        }
-        if (const auto* key = std::get_if<Key>(&step)) {
-            terminal.press(*key);
-            return;
-        }
-        const auto& text = std::get<std::string>(step);
-        terminal.type(text);
-        if (!text.empty()) return;
-    }
+    if (script.empty()) throw ScriptOver{};
+    const Step step = script.front();
+    script.pop_front();
+    if (const auto* call = std::get_if<std::function<void()>>(&step))
+        (*call)();
+    else if (const auto* key = std::get_if<Key>(&step))
+        terminal.press(*key);
+    else
+        terminal.type(std::get<std::string>(step));
 }
 
 std::vector<Step> operator+(std::vector<Step> first, const std::vector<Step>& then) {
