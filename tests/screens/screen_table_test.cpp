@@ -67,11 +67,4 @@ TEST(Walk, leads_through_all_screens_but_the_listeners_of_services_that_are_off)
     wizard_settings = {};
 }
 
-TEST(ScreenFocus, is_one_for_SMTP_POP3_IMAP_and_WebMail_and_one_for_each_other_screen) {
-    for (int state = 0; state < screen_count; ++state) {
-        const bool is_shared = state >= state_pop3 && state <= state_webmail;
-        EXPECT_EQ(&screen_focus(state), &screen_place.focus[is_shared ? state_smtp : state]);
-    }
-}
-
 }  // namespace
