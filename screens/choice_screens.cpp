@@ -33,9 +33,8 @@ struct Plan {
     bool keeps_choices = true;  // shows what is stored, and "Back" stores too; else all is ticked
 
     int count() const { return static_cast<int>(choices.size()); }
-    int questionCols() const { return cols - 2; }
     int listRow() const {
-        return rows_above_list + countLines(question.c_str(), questionCols(), break_between_words);
+        return rows_above_list + countLines(question.c_str(), cols - 2, break_between_words);
     }
     int buttonRow() const { return listRow() + count() + 1; }
 };
@@ -44,8 +43,7 @@ class ChoiceScreen : public Screen {
   public:
     ChoiceScreen(int state, const Plan& plan)
         : Screen(state, plan.buttonRow() + 5, plan.cols, centring_rows), plan(plan) {
-        add<FormatLabel>(plan.question.c_str(), 3, 1, &frame, plan.questionCols(),
-                         break_between_words);
+        add<FormatLabel>(plan.question.c_str(), 3, 1, &frame, plan.cols - 2, break_between_words);
         std::vector<const char*> texts;
         std::vector<unsigned char> checked;
         for (const Choice& choice : plan.choices) {

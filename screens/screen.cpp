@@ -18,7 +18,6 @@ Screen::Screen(int state, int rows, int cols, int centring_rows)
     frame.setTitle(screen_table[state].title, pair_screen);
     frame.setColors(pair_screen, pair_screen, 1);
     frame.create();
-    wattron(frame.getCursesWindow(), A_BOLD);
 }
 
 void Screen::addButton(int focus, int row, int col, const char* caption) {
@@ -35,7 +34,7 @@ Control& Screen::controlOf(int focus) {
 
 void Screen::place() {
     frame.move(centred(screen_rows, centringRows), centred(screen_cols, frameCols));
-    for (const auto& widget : widgets) widget->move(widget->getRow(), widget->getCol());
+    for (const auto& widget : widgets) widget->follow();
 }
 
 void Screen::drawWidgets() {

@@ -54,10 +54,9 @@ class Screen {
     template <class Widget, class... Arguments>
     Widget& add(Arguments... arguments) {
         auto widget = std::make_unique<Widget>(arguments...);
-        Widget& added = *widget;
-        added.setColors(pair_screen, pair_screen, 1);
+        widget->setColors(pair_screen, pair_screen, 1);
         widgets.push_back(std::move(widget));
-        return added;
+        return static_cast<Widget&>(*widgets.back());
     }
 
     /// Adds a label and, right after it, a field for at most `maxLength` characters, as a control.
