@@ -143,10 +143,10 @@ TEST_P(OnResize, swallows_one_key_for_each_screen_and_dialog_concerned) {
 
 TEST_P(OnResize, shows_nothing_of_the_hidden_screens_not_even_for_a_moment) {
     whileItStands([this] {
-        const size_t before = wizard.outputBytes().size();
+        const size_t before = wizard.terminal.outputBytes().size();
         wizard.resize(smallest);
         wizard.resize({30, 90});
-        const std::string drawn = wizard.outputBytes().substr(before);
+        const std::string drawn = wizard.terminal.outputBytes().substr(before);
         const std::pair<int, const char*> texts[] = {{state_services, "Services"},
                                                      {state_relay, "Relay"},
                                                      {state_sendmail, "Sendmail"},

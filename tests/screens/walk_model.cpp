@@ -51,12 +51,12 @@ WalkModel::WalkModel(int state) : screen(state) {
     leave(state, state);
 }
 
-const ControlFacts& WalkModel::control() const {
+const ControlFacts& WalkModel::control() {
     return *std::find_if(facts().controls.begin(), facts().controls.end(),
                          [this](const ControlFacts& each) { return each.focus == focus(screen); });
 }
 
-int WalkModel::tabsToNext() const {
+int WalkModel::tabsToNext() {
     const auto& controls = facts().controls;
     const auto first = std::find_if(controls.begin(), controls.end(),
                                     [](const ControlFacts& each) { return each.is_button; });
@@ -77,7 +77,8 @@ std::string* WalkModel::field() {
 void WalkModel::press(int key) {
     const bool is_list = control().name == "list";
     if (dialog != 0) {
-        if (key == '\t' || key == '\n' || key == ' ') pressInDialog(key == '\t');
+        if (key == '\t') onSecondButton = !onSecondButton;
+        if (key == '\n' || key == ' ') closeDialog();
     } else if (key == '\t' || (key == '\n' && (isListener() || !is_list) && !control().is_button)) {
         const bool is_last = &control() == &facts().controls.back();
         focus(screen) = is_last ? facts().controls.front().focus : (&control())[1].focus;
@@ -169,12 +170,8 @@ void WalkModel::acceptPort() {
     leave(neighbour(true), state_smtp);
 }
 
-void WalkModel::pressInDialog(bool is_tab) {
+void WalkModel::closeDialog() {
     const int closed = dialog;
-    if (is_tab) {
-        onSecondButton = !onSecondButton;
-        return;
-    }
     dialog = 0;
     if (closed == state_yes_no && onSecondButton) return acceptPort();
     if (closed == state_retry_back && !onSecondButton) {

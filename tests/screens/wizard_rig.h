@@ -76,9 +76,6 @@ class WizardRig {
     /// The words between the lines of the background, with a space after each, without frames.
     std::string words();
 
-    /// All that has been written to the terminal.
-    std::string outputBytes() { return terminal.outputBytes(); }
-
     /// Gives the terminal a new size and has the wizard notice: for a step.
     void resize(const Size& size);
 
