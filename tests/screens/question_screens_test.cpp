@@ -93,7 +93,7 @@ class DomainRig : public WizardRig {
 };
 
 TEST(DomainDefault, is_that_of_the_host_with_its_directory) {
-    for (const std::string domain : {"example.org", "(none).org", "!example~"}) {
+    for (const std::string domain : {"example.org", "(none).org", "!an example~"}) {
         DomainRig wizard(domain);
         wizard.play({});
         wizard.expectShown(domain, "/var/opt/teluma/domains/" + domain + "/");
