@@ -62,7 +62,7 @@ class ChoiceScreen : public Screen {
     WizardEnd press(int button) override {
         if (button == focus_next || plan.keeps_choices) store();
         if (button == focus_back) return goBack();
-        // The way here may lead over SMTP again, after a step that has failed.
+        // A step that fails may send the user back to SMTP, which leaves this screen's focus alone.
         if (state == state_services) screen_focus(state) = focus_choices;
         return goOn();
     }
