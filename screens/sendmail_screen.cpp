@@ -22,10 +22,6 @@ constexpr std::pair<int, const char*> items[] = {
     {6, "rename /usr/sbin/sendmail (if the file exists) to /usr/sbin/sendmail.beforeteluma"},
     {8, "link /usr/sbin/sendmail to /opt/teluma/bin/sendmail"}};
 
-constexpr char warning[] =
-    "If you select 'No', command line appications (mailx, php, etc) will not be able to send "
-    "emails via Teluma.";
-
 class SendmailScreen : public Screen {
   public:
     explicit SendmailScreen(int state) : Screen(state, button_row + 5, cols, centring_rows) {
@@ -34,7 +30,10 @@ class SendmailScreen : public Screen {
             add<Label>(&frame, row, 1, "* ");
             addText(row, 3, cols - 4, text);
         }
-        addText(10, 1, cols - 2, warning);
+        addText(
+            10, 1, cols - 2,
+            "If you select 'No', command line appications (mailx, php, etc) will not be able to "
+            "send emails via Teluma.");
         addButton(focus_yes, button_row, cols - 10, "Yes");
         addButton(focus_no, button_row, (cols - 6) / 2, "No");
         addButton(focus_back, button_row, 3, "Back");
