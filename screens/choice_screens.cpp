@@ -1,9 +1,10 @@
 // The screens with check boxes: a question, and below it a list of things to tick and the buttons
 // "Next" and "Back".
 
+#include <string>
+
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "ui/label.h"
 #include "ui/line_breaker.h"
 #include "ui/list.h"
 #include "wizard/base/heap_text.h"
@@ -26,33 +27,28 @@ struct Choice {
 struct Plan {
     std::string question;
     std::vector<Choice> choices;
-    int cols = 60;            // width of the frame
-    int rows_above_list = 4;  // between the frame's top and the list, less the question's lines
-    int next_col = 49;        // column of the "Next" button
-    bool back_stores = true;  // "Back" stores the choices too
-    // Whether the screen's own focus goes back to the list with "Next", or the next screen's does.
-    bool next_refocuses = true;
-    bool back_refocuses = true;
+    int cols = 60;              // width of the frame
+    int rows_above_list = 4;    // between the frame's top and the list, less the question's lines
+    int next_col = 49;          // column of the "Next" button
+    bool keeps_choices = true;  // shows what is stored, and "Back" stores too; else all is ticked
 
     int count() const { return static_cast<int>(choices.size()); }
-    int questionCols() const { return cols - 2; }
     int listRow() const {
-        return rows_above_list + countLines(question.c_str(), questionCols(), break_between_words);
+        return rows_above_list + countLines(question.c_str(), cols - 2, break_between_words);
     }
     int buttonRow() const { return listRow() + count() + 1; }
 };
 
 class ChoiceScreen : public Screen {
   public:
-    ChoiceScreen(int state, const Plan& plan, bool ticked)
+    ChoiceScreen(int state, const Plan& plan)
         : Screen(state, plan.buttonRow() + 5, plan.cols, centring_rows), plan(plan) {
-        add<FormatLabel>(plan.question.c_str(), 3, 1, &frame, plan.questionCols(),
-                         break_between_words);
+        add<FormatLabel>(plan.question.c_str(), 3, 1, &frame, plan.cols - 2, break_between_words);
         std::vector<const char*> texts;
         std::vector<unsigned char> checked;
         for (const Choice& choice : plan.choices) {
             texts.push_back(choice.text.c_str());
-            checked.push_back(ticked ? 1 : *choice.flag);
+            checked.push_back(plan.keeps_choices ? *choice.flag : 1);
         }
         list = &add<ChoiceList>(&frame, plan.count(), texts.data(), checked.data(), plan.listRow(),
                                 1, pair_screen, pair_focus);
@@ -64,12 +60,11 @@ class ChoiceScreen : public Screen {
 
   private:
     WizardEnd press(int button) override {
-        const bool forwards = button == focus_next;
-        if (forwards || plan.back_stores) store();
-        const int to = forwards ? next_screen_state(state) : previous_screen_state(state);
-        const bool refocuses = forwards ? plan.next_refocuses : plan.back_refocuses;
-        leave(to, refocuses ? state : to);
-        return WizardEnd::not_yet;
+        if (button == focus_next || plan.keeps_choices) store();
+        if (button == focus_back) return goBack();
+        // A step that fails may send the user back to SMTP, which leaves this screen's focus alone.
+        if (state == state_services) screen_focus(state) = focus_choices;
+        return goOn();
     }
 
     void store() {
@@ -96,8 +91,7 @@ std::unique_ptr<Screen> alias_screen_build(int state) {
          &settings.alias_localhost_localdomain}};
     plan.cols = 62;
     plan.next_col = 52;
-    plan.next_refocuses = plan.back_refocuses = false;
-    return std::make_unique<ChoiceScreen>(state, plan, false);
+    return std::make_unique<ChoiceScreen>(state, plan);
 }
 
 std::unique_ptr<Screen> services_screen_build(int state) {
@@ -106,8 +100,8 @@ std::unique_ptr<Screen> services_screen_build(int state) {
     for (const int service : {service_pop3, service_imap, service_webmail})
         plan.choices.push_back(
             {optional_listeners[service].name, &wizard_settings.service_enabled[service]});
-    plan.back_stores = plan.back_refocuses = false;
-    return std::make_unique<ChoiceScreen>(state, plan, true);
+    plan.keeps_choices = false;
+    return std::make_unique<ChoiceScreen>(state, plan);
 }
 
 std::unique_ptr<Screen> relay_screen_build(int state) {
@@ -122,5 +116,5 @@ std::unique_ptr<Screen> relay_screen_build(int state) {
             {std::string(record.network) + "/" + record.netmask, &wizard_settings.relay_ticks[i]});
     }
     plan.rows_above_list = 3;
-    return std::make_unique<ChoiceScreen>(state, plan, true);
+    return std::make_unique<ChoiceScreen>(state, plan);
 }

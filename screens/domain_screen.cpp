@@ -43,7 +43,7 @@ class DomainScreen : public Screen {
   private:
     // Until the user has typed into it, the location follows the domain: its directory below the
     // server's directory of domains.
-    void followDomain() {
+    void prepare() override {
         if (locationEdited) return;
         const HeapText directory(profile_domains_dir());
         const HeapText name(domain.getText());
@@ -52,43 +52,28 @@ class DomainScreen : public Screen {
         location.setText(wizard_settings.primary_domain);
     }
 
-    void prepare() override { followDomain(); }
-    void moved() override { followDomain(); }
-
     void takeKey(const Control& control, int key) override {
         if (control.focus == focus_location) locationEdited = true;
         Screen::takeKey(control, key);
     }
 
     WizardEnd press(int button) override {
-        if (button == focus_next)
-            goOn();
-        else
-            leave(previous_screen_state(state));
-        return WizardEnd::not_yet;
-    }
-
-    void goOn() {
+        if (button == focus_back) return goBack();
         const HeapText name(domain.getText());
         const HeapText directory(location.getText());
         const SecretText password(postmaster.getText());
-        if (name.get()[0] == '\0')
-            refuse("A blank domain is not allowed!", focus_domain);
-        else if (directory.get()[0] == '\0')
-            refuse("A blank domain location is not allowed!", focus_location);
-        else if (password.get()[0] == '\0')
-            refuse("A blank password is not allowed!", focus_postmaster);
-        else
-            accept(name.get(), directory.get(), password.get());
-    }
-
-    void accept(const char* name, const char* directory, const char* password) {
+        if (name.get()[0] == '\0') return refuse("A blank domain is not allowed!", focus_domain);
+        if (directory.get()[0] == '\0')
+            return refuse("A blank domain location is not allowed!", focus_location);
+        if (password.get()[0] == '\0')
+            return refuse("A blank password is not allowed!", focus_postmaster);
         WizardSettings& settings = wizard_settings;
-        std::snprintf(settings.primary_domain, sizeof(settings.primary_domain), "%s", name);
-        std::snprintf(settings.domain_location, sizeof(settings.domain_location), "%s", directory);
+        std::snprintf(settings.primary_domain, sizeof(settings.primary_domain), "%s", name.get());
+        std::snprintf(settings.domain_location, sizeof(settings.domain_location), "%s",
+                      directory.get());
         std::snprintf(settings.postmaster_password, sizeof(settings.postmaster_password), "%s",
-                      password);
-        leave(next_screen_state(state));
+                      password.get());
+        return goOn();
     }
 
     TextField& domain = addField<TextField>(focus_domain, 3, "Primary Domain:", max_domain);

@@ -1,13 +1,12 @@
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "screens/screen.h"
 #include "screens/screen_table.h"
 #include "ui/list.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal/colours.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
@@ -27,24 +26,21 @@ const Listener& listener_of(int state) {
                          [state](const Listener& listener) { return listener.state == state; });
 }
 
-int longest(char (interf_addr::*text)[256]) {
-    size_t length = 0;
-    for (int i = 0; i < interface_count; ++i)
-        length = std::max(length, std::strlen(interface_table[i].*text));
-    return static_cast<int>(length);
+// Makes all texts as long as the longest.
+void pad(std::vector<std::string>& texts) {
+    size_t longest = 0;
+    for (const std::string& text : texts) longest = std::max(longest, text.size());
+    for (std::string& text : texts) text.resize(longest, ' ');
 }
 
 // "NAME : ADDRESS" of each interface, both parts padded to the longest.
 std::vector<std::string> interface_rows() {
-    const int name_width = longest(&interf_addr::name);
-    const int address_width = longest(&interf_addr::address);
     std::vector<std::string> rows;
-    for (int i = 0; i < interface_count; ++i) {
-        char row[sizeof(interf_addr)];
-        std::snprintf(row, sizeof(row), "%-*s : %-*s", name_width, interface_table[i].name,
-                      address_width, interface_table[i].address);
-        rows.emplace_back(row);
-    }
+    for (int i = 0; i < interface_count; ++i) rows.emplace_back(interface_table[i].name);
+    pad(rows);
+    for (size_t i = 0; i < rows.size(); ++i)
+        rows[i] += std::string(" : ") + interface_table[i].address;
+    pad(rows);
     return rows;
 }
 
@@ -53,21 +49,19 @@ std::vector<std::string> interface_rows() {
 // pressed.
 class ListenerScreen : public Screen {
   public:
-    // `rows` are those of the interfaces, all of the same length.
-    ListenerScreen(int state, const std::vector<std::string>& rows)
-        : Screen(state, interface_count + 9, std::max(lengthOf(rows) + 13, 27),
-                 interface_count + 9),
+    // `rows` are those of the interfaces, each `row_cols` long.
+    ListenerScreen(int state, const std::vector<std::string>& rows, int row_cols)
+        : Screen(state, interface_count + 9, std::max(row_cols + 13, 27), interface_count + 9),
           listener(listener_of(state)) {
-        const int port_col = lengthOf(rows) + 5;
+        const int port_col = row_cols + 5;
         std::vector<const char*> texts;
         for (const std::string& row : rows) texts.push_back(row.c_str());
         add<Label>(&frame, 3, 1, "Interface:");
         add<Label>(&frame, 3, port_col, "Port:");
         list =
             &add<List>(&frame, interface_count, texts.data(), list_row, 1, pair_screen, pair_focus);
-        for (int row = 0; row < interface_count; ++row) {
-            ports.push_back(
-                &add<TextField>(&frame, list_row + row, port_col, port_digits, port_digits, 1));
+        for (int row = list_row; row < list_row + interface_count; ++row) {
+            ports.push_back(&add<TextField>(&frame, row, port_col, port_digits, port_digits, 1));
             ports.back()->setText(listener.default_port);
         }
         addControl({focus_list, list, Enter::moves_on});
@@ -77,10 +71,6 @@ class ListenerScreen : public Screen {
     }
 
   private:
-    static int lengthOf(const std::vector<std::string>& rows) {
-        return static_cast<int>(rows.front().size());
-    }
-
     bool isWebadmin() const { return &listener == &webadmin_listener; }
     int& chosenInterface() { return wizard_settings.*listener.interface_index; }
     int& chosenPort() { return wizard_settings.*listener.port; }
@@ -93,49 +83,33 @@ class ListenerScreen : public Screen {
         if (isWebadmin()) chosenInterface() = list->getSelected();
     }
 
-    void prepare() override {
-        list->setSelected(chosenInterface());
-        followBar();
-    }
-
     void takeKey(const Control& control, int key) override {
         Screen::takeKey(control, key);
         followBar();
     }
 
     WizardEnd press(int button) override {
-        if (button == focus_ok)
-            check();
-        else
-            leave(previous_screen_state(state), isWebadmin() ? state_aliases : state_smtp);
-        return WizardEnd::not_yet;
+        if (button == focus_ok) return check();
+        list->setSelected(chosenInterface());
+        followBar();
+        return goBack();
     }
 
-    // The port that is typed, -1 for a text that is no port.
-    int typedPort() {
-        const HeapText text(portUnderBar().getText());
-        if (!is_all_digits(text.get())) return -1;
-        const int port = std::atoi(text.get());
-        if (isWebadmin()) chosenPort() = port;
-        return port > highest_port ? -1 : port;
-    }
-
-    void check() {
+    WizardEnd check() {
         chosenInterface() = list->getSelected();
-        const int port = typedPort();
-        if (port == -1) {
-            refuse("The port must be a valid number in [0-65535] range!", focus_port);
-            return;
-        }
+        const HeapText text(portUnderBar().getText());
+        const int port = is_all_digits(text.get()) ? std::atoi(text.get()) : -1;
+        if (isWebadmin() && port != -1) chosenPort() = port;
+        if (port == -1 || port > highest_port)
+            return refuse("The port must be a valid number in [0-65535] range!", focus_port);
         hide();
-        if (!probe_port_visibly(interfaceUnderBar().address, port)) {
-            warnOfTakenPort(port);
-        } else if (!loopbackIsMeant()) {
+        if (!probe_port_visibly(interfaceUnderBar().address, port)) return warnOfTakenPort(port);
+        if (!loopbackIsMeant()) {
             screen_focus(state) = focus_list;
-        } else {
-            chosenPort() = port;
-            goOn();
+            return WizardEnd::not_yet;
         }
+        chosenPort() = port;
+        return goOn();
     }
 
     bool loopbackIsMeant() {
@@ -148,29 +122,23 @@ class ListenerScreen : public Screen {
 
     // The port is in use: the user stops the program that uses it, and the loopback question is not
     // asked then; or chooses another port.
-    void warnOfTakenPort(int port) {
+    WizardEnd warnOfTakenPort(int port) {
         const char* address = interfaceUnderBar().address;
-        char message[512] = {};
-        std::snprintf(
-            message, sizeof(message),
-            "There is already an application that binds the %d port on the selected "
-            "interface %s. Please stop that application and remove it from the automatic "
-            "startup daemons at boot. More information about stopping common applications "
-            "can be found in the %s document.",
-            port, address, others_doc_path);
-        int answer = 0;
-        do {
-            answer = askRetryOrBack(message, "Warning!", address, port);
-        } while (answer == -1);
+        const std::string message =
+            "There is already an application that binds the " + std::to_string(port) +
+            " port on the selected interface " + address +
+            ". Please stop that application and remove it from the automatic startup daemons at "
+            "boot. More information about stopping common applications can be found in the " +
+            others_doc_path + " document.";
+        int answer = -1;
+        while (answer == -1) answer = askRetryOrBack(message.c_str(), "Warning!", address, port);
         if (answer == 0) {
             screen_focus(state) = focus_port;
-            return;
+            return WizardEnd::not_yet;
         }
         if (!isWebadmin()) screen_focus(state_services) = 0;
-        goOn();
+        return goOn();
     }
-
-    void goOn() { leave(next_screen_state(state), state_smtp); }
 
     const Listener& listener;
     List* list = nullptr;
@@ -180,5 +148,6 @@ class ListenerScreen : public Screen {
 }  // namespace
 
 std::unique_ptr<Screen> listener_screen_build(int state) {
-    return std::make_unique<ListenerScreen>(state, interface_rows());
+    const std::vector<std::string> rows = interface_rows();
+    return std::make_unique<ListenerScreen>(state, rows, static_cast<int>(rows.front().size()));
 }

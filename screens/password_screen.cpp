@@ -25,23 +25,15 @@ class PasswordScreen : public Screen {
   private:
     WizardEnd press(int button) override {
         if (button == focus_exit) return WizardEnd::left;
-        goOn();
-        return WizardEnd::not_yet;
-    }
-
-    void goOn() {
         const SecretText typed(password.getText());
         const SecretText again(validate.getText());
-        if (std::strcmp(typed.get(), again.get()) != 0) {
-            refuse("Passwords do not match!", focus_password);
-            return;
-        }
+        if (std::strcmp(typed.get(), again.get()) != 0)
+            return refuse("Passwords do not match!", focus_password);
         std::snprintf(wizard_settings.admin_password, sizeof(wizard_settings.admin_password), "%s",
                       typed.get());
         if (typed.get()[0] == '\0')
-            refuse("A blank password is not allowed!", focus_password);
-        else
-            leave(next_screen_state(state));
+            return refuse("A blank password is not allowed!", focus_password);
+        return goOn();
     }
 
     PassTextField& password = addField<PassTextField>(focus_password, 3, "Password:", max_password);

@@ -7,7 +7,6 @@
 #include "ui/keys.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
-#include "ui/terminal/colours.h"
 #include "ui/terminal/terminal.h"
 
 Screen::Screen(int state, int rows, int cols, int centring_rows)
@@ -19,7 +18,6 @@ Screen::Screen(int state, int rows, int cols, int centring_rows)
     frame.setTitle(screen_table[state].title, pair_screen);
     frame.setColors(pair_screen, pair_screen, 1);
     frame.create();
-    wattron(frame.getCursesWindow(), A_BOLD);
 }
 
 void Screen::addButton(int focus, int row, int col, const char* caption) {
@@ -36,7 +34,7 @@ Control& Screen::controlOf(int focus) {
 
 void Screen::place() {
     frame.move(centred(screen_rows, centringRows), centred(screen_cols, frameCols));
-    for (const auto& widget : widgets) widget->move(widget->getRow(), widget->getCol());
+    for (const auto& widget : widgets) widget->follow();
 }
 
 void Screen::drawWidgets() {
@@ -63,7 +61,7 @@ void Screen::draw() {
 void Screen::moveOn() {
     const auto index = static_cast<size_t>(&focused() - controls.data());
     screen_focus(state) = controls[(index + 1) % controls.size()].focus;
-    moved();
+    prepare();
     drawWidgets();
 }
 
@@ -91,13 +89,19 @@ void Screen::redraw() {
     if (screen_state == state) drawWidgets();
 }
 
-void Screen::leave(int to, int refocused) {
+WizardEnd Screen::goOn() { return leave(next_listener_state(state)); }
+
+WizardEnd Screen::goBack() { return leave(previous_listener_state(state)); }
+
+WizardEnd Screen::leave(int to) {
     screen_state = to;
-    screen_focus(refocused) = 0;
+    if (state != state_smtp) screen_focus(to) = 0;
+    return WizardEnd::not_yet;
 }
 
-void Screen::refuse(const char* message, int focus) {
+WizardEnd Screen::refuse(const char* message, int focus) {
     hide();
     showMessage(message, "Error!");
     screen_focus(state) = focus;
+    return WizardEnd::not_yet;
 }

@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <memory>
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -21,35 +20,33 @@ struct Control {
     Enter enter;
 };
 
-/// A question screen: a titled frame in the middle of the terminal and the widgets on it, all of
-/// which go with it. A screen derives from this one, adds its widgets when it is constructed, and
-/// says what its buttons do. `main_window` must be there.
+/// A question screen: a titled frame in the middle of the terminal, and its widgets, which it owns.
+/// Each kind of screen derives from this one, adds its widgets when it is constructed, and says
+/// what its buttons do. `main_window` must be there.
 class Screen {
   public:
     virtual ~Screen() = default;
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
-    /// Brings the screen to the front, in the middle of the terminal, and draws it with the look of
-    /// its present focus.
+    /// Brings the screen to the front, in the middle of the terminal, and draws it.
     void draw();
 
-    /// Reads keys, moving the focus, until a button has been pressed and has done its work. Returns
-    /// whether that was the wizard's end; if not, the screen that `screen_state` names is next,
-    /// which may be this one.
+    /// Reads keys until a button has been pressed and has done its work. Returns whether that was
+    /// the wizard's end; if not, `screen_state` names the next screen, which may be this one.
     WizardEnd run();
 
     /// Takes the screen off the panel stack.
     void hide();
 
-    /// After the terminal has been resized: forgets one key, which the resize has produced, and
-    /// puts the screen into the middle again. Draws it if it is the one on show.
+    /// After the terminal has been resized: forgets the key that the resize has produced, puts the
+    /// screen into the middle again, and draws it if it is the one on show.
     void redraw();
 
     Window& getFrame() { return frame; }
 
   protected:
-    /// Creates the frame of the screen of `state`, `rows` by `cols`, in the place where a frame of
+    /// Creates the frame of the screen of `state`, `rows` by `cols`, at the place where a frame of
     /// `centringRows` would be in the middle of the terminal.
     Screen(int state, int rows, int cols, int centring_rows);
 
@@ -57,10 +54,9 @@ class Screen {
     template <class Widget, class... Arguments>
     Widget& add(Arguments... arguments) {
         auto widget = std::make_unique<Widget>(arguments...);
-        Widget& added = *widget;
-        added.setColors(pair_screen, pair_screen, 1);
+        widget->setColors(pair_screen, pair_screen, 1);
         widgets.push_back(std::move(widget));
-        return added;
+        return static_cast<Widget&>(*widgets.back());
     }
 
     /// Adds a label and, right after it, a field for at most `maxLength` characters, as a control.
@@ -75,23 +71,23 @@ class Screen {
         return field;
     }
 
-    /// Adds a button of the usual size, 3 lines by 6 columns, as a control.
+    /// Adds a button of 3 lines by 6 columns as a control.
     void addButton(int focus, int row, int col, const char* caption);
 
-    /// Adds a control after those that the screen has, in TAB order.
+    /// Adds a control; TAB goes round in this order.
     void addControl(const Control& control) { controls.push_back(control); }
 
     /// The control of a focus number; the first one where there is none.
     Control& controlOf(int focus);
 
-    /// Leaves for the screen of state `to`. The screen of state `refocused`, one of the two, will
-    /// be shown with the focus on its first control.
-    void leave(int to, int refocused);
-    void leave(int to) { leave(to, to); }
+    /// Goes to the next or the previous screen of the walk, which will have the focus on its first
+    /// control; one that SMTP leads to keeps the focus that it had. The wizard has not ended.
+    WizardEnd goOn();
+    WizardEnd goBack();
 
-    /// Hides the screen, shows a message with an "OK" button under the title "Error!", and sends
-    /// the focus to `focus`.
-    void refuse(const char* message, int focus);
+    /// Hides the screen and shows a message under the title "Error!"; then the screen comes again
+    /// with the focus on `focus`. The wizard has not ended.
+    WizardEnd refuse(const char* message, int focus);
 
     /// Takes a key that is no key of the screen's.
     virtual void takeKey(const Control& control, int key) { control.widget->onKey(key); }
@@ -104,13 +100,11 @@ class Screen {
     /// Does the work of the button with that focus number. Returns whether the wizard ends with it.
     virtual WizardEnd press(int button) = 0;
 
-    /// Brings the widgets up to date before the screen is shown.
+    /// Brings the widgets up to date before the screen is shown and when the focus has moved on.
     virtual void prepare() {}
 
-    /// Does what is to be done after the focus has moved on from a control.
-    virtual void moved() {}
-
     Control& focused() { return controlOf(screen_focus(state)); }
+    WizardEnd leave(int to);
     void drawWidgets();
     void place();
     void moveOn();

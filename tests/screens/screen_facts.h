@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 #include <vector>
 
 #include "tests/screens/wizard_rig.h"
 #include "tests/support/screen_table.h"
 #include "wizard/base/wizard_settings.h"
+
+constexpr Size smallest = {20, 72};
+constexpr Size usual = {24, 80};
+constexpr Size large = {60, 200};
+// Of which a frame that leaves a row over elsewhere leaves none, and the other way round.
+constexpr Size odd = {25, 81};
 
 /// A control of a screen: how a test calls it and its focus number.
 struct ControlFacts {
@@ -40,7 +45,6 @@ struct ScreenView {
     std::string name = screen->name + "_on_" + control().name;
 
     const ControlFacts& control() const { return screen->controls[static_cast<size_t>(tabs)]; }
-    int focus() const { return control().focus; }
 
     /// What to type to bring the focus there.
     std::string keys() const { return std::string(static_cast<size_t>(tabs), '\t'); }
@@ -49,22 +53,21 @@ struct ScreenView {
 /// Each screen with the focus on each of its controls.
 std::vector<ScreenView> all_views();
 
-void print_to(const ScreenFacts& screen, std::ostream* out);
-void print_to(const ScreenView& view, std::ostream* out);
-
 /// Goes to a view that the wizard is to show, the domain being "example.com".
 void enter(const ScreenView& view);
 
 /// What the wizard shows of a screen that has been entered with the focus there already.
-ScreenImage drawn(const ScreenView& view, const Size& size = {24, 80});
+ScreenImage drawn(const ScreenView& view, const Size& size = usual);
+
+/// A picture of a screen on a terminal of the usual size, moved to where another size puts it.
+ScreenImage moved(const ScreenImage& picture, const ScreenFacts& screen, const Size& size);
 
 /// A listener of the server as its screen has to be.
 struct ListenerFacts {
     std::string name;
-    int state;
+    int state;  // the screen after it, while all services are enabled, is that of the next state
     int WizardSettings::*interface_index;
     int WizardSettings::*port;
-    int next_state;  // while all services are enabled
 
     bool isWebadmin() const { return name == "WebAdmin"; }
     std::string title() const { return title_of(stop_at(state)); }
@@ -73,5 +76,3 @@ struct ListenerFacts {
 
 /// WebAdmin, SMTP, POP3, IMAP, WebMail.
 const std::vector<ListenerFacts>& all_listeners();
-
-void print_to(const ListenerFacts& listener, std::ostream* out);

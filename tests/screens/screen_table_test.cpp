@@ -6,9 +6,7 @@
 #include <panel.h>
 
 #include "screens/screen.h"
-#include "tests/screens/moved_picture.h"
-#include "tests/support/case_name.h"
-#include "tests/support/expect_screen.h"
+#include "tests/screens/screen_facts.h"
 #include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "wizard/base/host_facts.h"
@@ -16,38 +14,15 @@
 
 namespace {
 
+static_assert(state_message == 100 && state_yes_no == 101 && state_pending == 102 &&
+              state_end == 103 && state_retry_back == 104);
+
 std::vector<int> states_built() {
     std::vector<int> states;
     for (int state = 0; state < screen_count; ++state) {
         if (built_screens[state] != nullptr) states.push_back(state);
     }
     return states;
-}
-
-TEST(ScreenTable, has_each_screen_in_the_place_of_its_state_with_its_title) {
-    for (const ScreenFacts& screen : all_screens()) {
-        EXPECT_EQ(screen_table[screen.state].state, screen.state);
-        EXPECT_EQ(screen_table[screen.state].title, screen.title);
-    }
-}
-
-TEST(ScreenState, has_numbers_from_100_on_for_dialogs_and_the_end) {
-    EXPECT_EQ(state_message, 100);
-    EXPECT_EQ(state_yes_no, 101);
-    EXPECT_EQ(state_pending, 102);
-    EXPECT_EQ(state_end, 103);
-    EXPECT_EQ(state_retry_back, 104);
-}
-
-TEST(ScreenTable, builds_a_screen_hidden) {
-    const ScreenImage nothing = background(usual);
-    WizardRig wizard(state_password);
-    built_screen(state_sendmail);
-    EXPECT_EQ(states_built(), (std::vector<int>{0, 10}));
-    curs_set(0);
-    update_panels();
-    doupdate();
-    EXPECT_SAME_LOOK(nothing, wizard.image());
 }
 
 TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
@@ -58,86 +33,38 @@ TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
     EXPECT_EQ(states_built(), (std::vector<int>{0, 1, 3}));
 }
 
-void expect_nothing_left() {
-    EXPECT_TRUE(states_built().empty());
-    EXPECT_EQ(main_window, nullptr);
-    EXPECT_EQ(interface_table, nullptr);
-    EXPECT_EQ(relay_network_list, nullptr);
-    EXPECT_EQ(panel_above(nullptr), nullptr);
-}
-
 TEST(ReleaseScreens, leaves_nothing_of_screens_and_boxes_wherever_the_wizard_is_and_twice) {
     for (const ScreenFacts& screen : all_screens()) {
         WizardRig wizard(screen.state);
         wizard.playWith([] { run_screens(); }, {});
         showPending("Please wait!", "Operation pending!");
-        release_screens();
-        expect_nothing_left();
-        release_screens();
-        expect_nothing_left();
+        for (int times = 0; times < 2; ++times) {
+            release_screens();
+            EXPECT_TRUE(states_built().empty());
+            EXPECT_EQ(main_window, nullptr);
+            EXPECT_EQ(interface_table, nullptr);
+            EXPECT_EQ(relay_network_list, nullptr);
+            EXPECT_EQ(panel_above(nullptr), nullptr);
+        }
     }
 }
 
-TEST(ReleaseScreens, screens_can_be_built_again) {
-    const ScreenImage first = drawn({&all_screens().front(), 0});
-    WizardRig wizard(state_password);
-    destroy_screens();
-    wizard.play({});
-    EXPECT_SAME_LOOK(first, wizard.image());
-}
-
-struct Walk {
-    std::string name;
-    unsigned char services[3];
-    std::vector<int> visited;  // from the services screen to the sendmail screen
-};
-
-void PrintTo(const Walk& walk, std::ostream* out) { *out << walk.name; }
-
-class WalkWith : public testing::TestWithParam<Walk> {
-  protected:
-    WalkWith() { std::copy_n(GetParam().services, 3, wizard_settings.service_enabled); }
-    ~WalkWith() override { wizard_settings = {}; }
-};
-
-TEST_P(WalkWith, visits_the_enabled_services_forwards_and_backwards) {
-    std::vector<int> expected = {0, 1, 2, 3, 4};
-    expected.insert(expected.end(), GetParam().visited.begin(), GetParam().visited.end());
-    std::vector<int> forwards = {state_password};
-    while (forwards.back() != state_sendmail)
-        forwards.push_back(next_screen_state(forwards.back()));
-    EXPECT_EQ(forwards, expected);
-    std::vector<int> backwards = {state_sendmail};
-    while (backwards.front() != state_password)
-        backwards.insert(backwards.begin(), previous_screen_state(backwards.front()));
-    EXPECT_EQ(backwards, expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Services, WalkWith,
-                         testing::Values(Walk{"none", {0, 0, 0}, {5, 9, 10}},
-                                         Walk{"pop3", {1, 0, 0}, {5, 6, 9, 10}},
-                                         Walk{"imap", {0, 1, 0}, {5, 7, 9, 10}},
-                                         Walk{"webmail", {0, 0, 1}, {5, 8, 9, 10}},
-                                         Walk{"pop3_imap", {1, 1, 0}, {5, 6, 7, 9, 10}},
-                                         Walk{"pop3_webmail", {1, 0, 1}, {5, 6, 8, 9, 10}},
-                                         Walk{"imap_webmail", {0, 1, 1}, {5, 7, 8, 9, 10}},
-                                         Walk{"all", {1, 1, 1}, {5, 6, 7, 8, 9, 10}}),
-                         CaseName());
-
-TEST(ListenerMoves, know_SMTP_and_lead_on_from_a_service_that_is_off) {
-    EXPECT_EQ(next_listener_state(state_smtp), state_services);
-    EXPECT_EQ(previous_listener_state(state_smtp), state_webadmin);
-    wizard_settings.service_enabled[0] = wizard_settings.service_enabled[2] = 1;
-    EXPECT_EQ(next_listener_state(state_imap), state_webmail);
-    EXPECT_EQ(previous_listener_state(state_imap), state_pop3);
+TEST(Walk, leads_through_all_screens_but_the_listeners_of_services_that_are_off) {
+    const std::vector<int> enabled[] = {{}, {6}, {7}, {8}, {6, 7}, {6, 8}, {7, 8}, {6, 7, 8}};
+    for (const std::vector<int>& listeners : enabled) {
+        wizard_settings = {};
+        std::vector<int> walk = {0, 1, 2, 3, 4, 5};
+        for (const int state : listeners) {
+            wizard_settings.service_enabled[state - state_pop3] = 1;
+            walk.push_back(state);
+        }
+        walk.insert(walk.end(), {9, 10});
+        for (size_t i = 1; i < walk.size(); ++i) {
+            EXPECT_EQ(next_listener_state(walk[i - 1]), walk[i]);
+            EXPECT_EQ(previous_listener_state(walk[i]), walk[i - 1]);
+        }
+    }
     wizard_settings = {};
-}
-
-TEST(ScreenFocus, is_one_for_SMTP_POP3_IMAP_and_WebMail_and_one_for_each_other_screen) {
-    for (int state = 0; state < screen_count; ++state) {
-        const bool is_shared = state >= state_pop3 && state <= state_webmail;
-        EXPECT_EQ(&screen_focus(state), &screen_place.focus[is_shared ? state_smtp : state]);
-    }
 }
 
 }  // namespace

@@ -51,12 +51,12 @@ WalkModel::WalkModel(int state) : screen(state) {
     leave(state, state);
 }
 
-const ControlFacts& WalkModel::control() const {
+const ControlFacts& WalkModel::control() {
     return *std::find_if(facts().controls.begin(), facts().controls.end(),
                          [this](const ControlFacts& each) { return each.focus == focus(screen); });
 }
 
-int WalkModel::tabsToNext() const {
+int WalkModel::tabsToNext() {
     const auto& controls = facts().controls;
     const auto first = std::find_if(controls.begin(), controls.end(),
                                     [](const ControlFacts& each) { return each.is_button; });
@@ -77,7 +77,8 @@ std::string* WalkModel::field() {
 void WalkModel::press(int key) {
     const bool is_list = control().name == "list";
     if (dialog != 0) {
-        if (key == '\t' || key == '\n' || key == ' ') pressInDialog(key == '\t');
+        if (key == '\t') onSecondButton = !onSecondButton;
+        if (key == '\n' || key == ' ') closeDialog();
     } else if (key == '\t' || (key == '\n' && (isListener() || !is_list) && !control().is_button)) {
         const bool is_last = &control() == &facts().controls.back();
         focus(screen) = is_last ? facts().controls.front().focus : (&control())[1].focus;
@@ -107,35 +108,27 @@ void WalkModel::pressInList(int key) {
 
 void WalkModel::pressButton() {
     const bool forwards = tabsToNext() == 0;
-    const int to = neighbour(forwards);
-    if (screen == state_password)
+    if (screen == state_sendmail && control().name != "back") {
+        settings.sendmail_wrapper = control().name == "yes";
+        ++applied;
+        focus(screen) = 0;
+        leave(apply_leads_to, apply_leads_to == state_aliases ? state_domain : apply_leads_to);
+    } else if (forwards && screen == state_password) {
         checkPasswords();
-    else if (screen == state_domain && forwards)
+    } else if (forwards && screen == state_domain) {
         checkDomain();
-    else if (isListener() && forwards)
+    } else if (forwards && isListener()) {
         checkPort();
-    else if (screen == state_domain)
-        leave(to, to);
-    else if (isListener())
-        leave(to, screen == state_webadmin ? to : screen);
-    else if (screen == state_sendmail) {
-        const bool applies = control().name != "back";
-        if (applies) settings.sendmail_wrapper = control().name == "yes";
-        applied += applies;
-        leave(applies ? apply_leads_to : to, screen);
     } else {
-        leaveBoxes(forwards);
+        const bool is_back_from_services = screen == state_services && !forwards;
+        if (entries.count(screen) != 0 && !is_back_from_services) storeTicks();
+        const int to = neighbour(forwards);
+        leave(to, screen <= state_webadmin || is_back_from_services ? to : screen);
     }
 }
 
-void WalkModel::leaveBoxes(bool forwards) {
-    const bool is_services = screen == state_services;
-    if (forwards || !is_services) {
-        for (size_t box = 0; box < 3; ++box) *flags_of(screen, settings)[box] = ticks[screen][box];
-    }
-    const int to = neighbour(forwards);
-    const bool refocuses_itself = screen == state_relay || (is_services && forwards);
-    leave(to, refocuses_itself ? screen : to);
+void WalkModel::storeTicks() {
+    for (size_t box = 0; box < 3; ++box) *flags_of(screen, settings)[box] = ticks[screen][box];
 }
 
 void WalkModel::checkPasswords() {
@@ -177,12 +170,8 @@ void WalkModel::acceptPort() {
     leave(neighbour(true), state_smtp);
 }
 
-void WalkModel::pressInDialog(bool is_tab) {
+void WalkModel::closeDialog() {
     const int closed = dialog;
-    if (is_tab) {
-        onSecondButton = !onSecondButton;
-        return;
-    }
     dialog = 0;
     if (closed == state_yes_no && onSecondButton) return acceptPort();
     if (closed == state_retry_back && !onSecondButton) {
@@ -191,7 +180,7 @@ void WalkModel::pressInDialog(bool is_tab) {
         return leave(neighbour(true), state_smtp);
     }
     focus(screen) = focusAfterwards;
-    leave(screen, -1);
+    show();
 }
 
 void WalkModel::open(int dialog_state, const std::string& text, int new_focus) {
@@ -201,22 +190,21 @@ void WalkModel::open(int dialog_state, const std::string& text, int new_focus) {
     onSecondButton = false;
 }
 
-// Goes to a screen, which is drawn; to none but its own after a dialog.
 void WalkModel::leave(int to, int refocused) {
-    const bool is_new_visit = to != screen || refocused != -1;
     screen = to;
-    if (refocused != -1) focus(refocused) = 0;
-    if (isListener()) bars[screen] = settings.*listener().interface_index;
-    if (screen == state_relay && !relayIsBuilt) {
-        relayIsBuilt = true;
-        std::fill_n(settings.relay_ticks, 3, 1);
-    }
-    if (screen == state_aliases && is_new_visit) {
+    focus(refocused) = 0;
+    if (screen == state_aliases) {
         bars[screen] = 0;
         ticks[screen].clear();
         for (const unsigned char* flag : flags_of(screen, settings))
             ticks[screen].push_back(*flag != 0);
     }
+    show();
+}
+
+void WalkModel::show() {
+    if (isListener()) bars[screen] = settings.*listener().interface_index;
+    if (screen == state_relay) storeTicks();
     followDomain();
 }
 

@@ -23,15 +23,17 @@ struct WalkModel {
     std::vector<std::string> shown();
 
     /// The control that has the keyboard, and how many TABs lead from it to the one that goes on.
-    const ControlFacts& control() const;
-    int tabsToNext() const;
+    const ControlFacts& control();
+    int tabsToNext();
 
     /// The text in the control that has the keyboard, null where it is no field.
     std::string* field();
 
     int state() const { return dialog != 0 ? dialog : screen; }
-    int& focus(int state) { return focusNumbers[focusPlace(state)]; }
-    int focus(int state) const { return focusNumbers[focusPlace(state)]; }
+    /// Those of SMTP, POP3, IMAP and WebMail share one.
+    int& focus(int state) {
+        return focusNumbers[state >= state_pop3 && state <= state_webmail ? state_smtp : state];
+    }
 
     WizardSettings settings = {};
     bool port_77_is_taken = false;     // on all interfaces
@@ -39,22 +41,20 @@ struct WalkModel {
     int applied = 0;                   // how often the answers were applied
 
   private:
-    static int focusPlace(int state) {
-        return state >= state_pop3 && state <= state_webmail ? state_smtp : state;
-    }
     const ScreenFacts& facts() const { return all_screens()[static_cast<size_t>(screen)]; }
     bool isListener() const { return facts().title.find("Interface") != std::string::npos; }
     const ListenerFacts& listener() const;
     std::string& port() { return texts[listener().name + std::to_string(bars[screen])]; }
-    void pressInDialog(bool is_tab);
+    void closeDialog();
     void pressInList(int key);
     void pressButton();
-    void leaveBoxes(bool forwards);
+    void storeTicks();
     void checkPasswords();
     void checkDomain();
     void checkPort();
     void acceptPort();
     void leave(int to, int refocused);
+    void show();
     void open(int dialog_state, const std::string& text, int new_focus);
     void followDomain();
     int neighbour(bool forwards) const;
@@ -68,7 +68,6 @@ struct WalkModel {
     int focusNumbers[screen_count] = {};
     std::map<std::string, std::string> texts = {{"domain", "localdomain"}};
     bool locationIsEdited = false;
-    bool relayIsBuilt = false;
     std::map<int, int> bars;                 // by state
     std::map<int, std::vector<bool>> ticks;  // by state
 };

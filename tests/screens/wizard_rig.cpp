@@ -9,7 +9,6 @@
 #include "apply/apply_sequence.h"
 #include "screens/screen.h"
 #include "screens/screen_table.h"
-#include "tests/support/expect_screen.h"
 #include "ui/main_window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/install_profile.h"
@@ -20,19 +19,14 @@
 ApplyDouble apply_double;
 
 WizardEnd apply_configuration() {
-    bool is_shown = false;
-    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel))
-        is_shown |=
-            panel_window(panel) == built_screens[state_sendmail]->getFrame().getCursesWindow();
-    apply_double = {apply_double.leads_to,
-                    apply_double.end,
-                    apply_double.calls + 1,
-                    wizard_settings.sendmail_wrapper,
-                    screen_state,
-                    screen_focus(state_sendmail),
-                    !is_shown};
+    ++apply_double.calls;
+    apply_double.sendmail_wrapper = wizard_settings.sendmail_wrapper;
+    apply_double.state = screen_state;
+    apply_double.shows_nothing = panel_above(nullptr) == nullptr;
     screen_state = apply_double.leads_to;
-    return screen_state == state_end ? WizardEnd::completed : apply_double.end;
+    if (screen_state == state_end) return WizardEnd::completed;
+    screen_focus(screen_state == state_aliases ? state_domain : screen_state) = 0;
+    return apply_double.end;
 }
 
 namespace {
@@ -40,29 +34,25 @@ namespace {
 /// Thrown out of the wizard when the script is over.
 struct ScriptOver {};
 
-void copy_text(char (&field)[256], const std::string& text) {
-    std::strncpy(field, text.c_str(), sizeof field - 1);
-}
-
-void fill_interface_table(const std::vector<InterfaceFacts>& interfaces) {
+void fill_interface_table(const TextPairs& interfaces) {
     interface_table =
         static_cast<interf_addr*>(std::calloc(interface_table_size, sizeof(interf_addr)));
     interface_count = 0;
-    for (const InterfaceFacts& facts : interfaces) {
-        copy_text(interface_table[interface_count].name, facts.name);
-        copy_text(interface_table[interface_count].address, facts.address);
-        ++interface_count;
+    for (const auto& [name, address] : interfaces) {
+        interf_addr& record = interface_table[interface_count++];
+        name.copy(record.name, sizeof record.name - 1);
+        address.copy(record.address, sizeof record.address - 1);
     }
 }
 
-void fill_relay_networks(const std::vector<NetworkFacts>& networks) {
+void fill_relay_networks(const TextPairs& networks) {
     relay_network_list =
         static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
     relay_network_count = 0;
-    for (const NetworkFacts& facts : networks) {
+    for (const auto& [network, netmask] : networks) {
         relay_network& record = relay_network_list[relay_network_count++];
-        record.network = strdup(facts.network.c_str());
-        record.netmask = strdup(facts.netmask.c_str());
+        record.network = strdup(network.c_str());
+        record.netmask = strdup(netmask.c_str());
     }
 }
 
@@ -81,7 +71,8 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     check_terminal_size();
     draw_background();
     main_window = new Window(stdscr, nullptr);
-    built_screen(state_password);
+    built_screens[state_password] = password_screen_build(state_password);
+    built_screens[state_password]->hide();
 }
 
 WizardRig::~WizardRig() { release_screens(); }
@@ -112,23 +103,31 @@ void WizardRig::resize(const Size& size) {
     on_resize(SIGWINCH);
 }
 
-void WizardRig::takeStep() {
-    for (;;) {
-        if (script.empty()) throw ScriptOver{};
-        const Step step = script.front();
-        script.pop_front();
-        if (const auto* call = std::get_if<std::function<void()>>(&step)) {
-            (*call)();
-            continue;
+std::string WizardRig::words() {
+    const ScreenImage shown = image();
+    std::string words;
+    for (int row = 2; row < shown.rows() - 2; ++row) {
+        for (int col = 0; col < shown.cols(); ++col) {
+            const std::string& text = shown.cell(row, col).text;
+            if (text.size() == 1 && text != " ")
+                words += text;
+            else if (!words.empty() && words.back() != ' ')
+                words += ' ';
         }
-        if (const auto* key = std::get_if<Key>(&step)) {
-            terminal.press(*key);
-            return;
-        }
-        const auto& text = std::get<std::string>(step);
-        terminal.type(text);
-        if (!text.empty()) return;
     }
+    return words;
+}
+
+void WizardRig::takeStep() {
+    if (script.empty()) throw ScriptOver{};
+    const Step step = script.front();
+    script.pop_front();
+    if (const auto* call = std::get_if<std::function<void()>>(&step))
+        (*call)();
+    else if (const auto* key = std::get_if<Key>(&step))
+        terminal.press(*key);
+    else
+        terminal.type(std::get<std::string>(step));
 }
 
 std::vector<Step> operator+(std::vector<Step> first, const std::vector<Step>& then) {
@@ -144,38 +143,4 @@ std::string retyped(const std::string& text) {
 std::vector<Step> answer_listener(int down, const std::string& port) {
     return std::vector<Step>(static_cast<size_t>(down), Key::down) +
            std::vector<Step>{"\t\x7f\x7f\x7f\x7f\x7f" + port + "\t", Key::enter};
-}
-
-std::string words_on(const ScreenImage& image) {
-    std::string words;
-    for (int row = 0; row < image.rows(); ++row) {
-        for (int col = 0; col < image.cols(); ++col) {
-            const std::string& text = image.cell(row, col).text;
-            if (text.size() == 1 && text != " ")
-                words += text;
-            else if (!words.empty() && words.back() != ' ')
-                words += ' ';
-        }
-    }
-    return words;
-}
-
-void expect_error_box(const ScreenImage& screen, const std::string& message,
-                      const std::string& hidden_title, const Caller& caller) {
-    const testing::ScopedTrace trace(caller.file, caller.line, message);
-    EXPECT_EQ(screen_state, state_message);
-    EXPECT_FALSE(screen.shows(hidden_title));
-    const int rows = 11;
-    const int cols = static_cast<int>(message.size()) + 2;
-    const auto row = [&](const std::string& text) {
-        const size_t left = (message.size() - text.size()) / 2;
-        return "│" + std::string(left, ' ') + text +
-               std::string(message.size() - text.size() - left, ' ') + "│\n";
-    };
-    std::string line;
-    for (size_t col = 0; col < message.size(); ++col) line += "─";
-    EXPECT_PICTURE(
-        screen.region((screen.rows() - rows) / 2, (screen.cols() - cols) / 2, rows, cols),
-        "\n┌" + line + "┐\n" + row("Error!") + "├" + line + "┤\n" + row(message) + row("") +
-            row("") + row("") + row("  OK  ") + row("") + row("") + "└" + line + "┘\n");
 }

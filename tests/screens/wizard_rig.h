@@ -13,45 +13,34 @@
 #include "tests/support/waits.h"
 #include "wizard/base/screen_state.h"
 
-/// A network interface as its row shows it.
-struct InterfaceFacts {
-    std::string name;
-    std::string address;
-};
-
-/// A network of the relay screen.
-struct NetworkFacts {
-    std::string network;
-    std::string netmask;
-};
-
 struct Size {
     int rows;
     int cols;
 };
 
+using TextPairs = std::vector<std::pair<std::string, std::string>>;
+
 /// The terminal and the host that the wizard finds.
 struct RigSetup {
     Size size = {24, 80};
-    /// The rows of the listener screens, that for all interfaces included. All addresses are this
-    /// machine's own, so that a port probe stays in it.
-    std::vector<InterfaceFacts> interfaces = {
-        {"all", "0.0.0.0"}, {"lo", "127.0.0.1"}, {"eth0", "127.0.0.2"}};
-    std::vector<NetworkFacts> networks = {
+    /// Names and addresses on the listener screens, that for all interfaces included. All addresses
+    /// are this machine's own, so that a port probe stays in it.
+    TextPairs interfaces = {{"all", "0.0.0.0"}, {"lo", "127.0.0.1"}, {"eth0", "127.0.0.2"}};
+    /// The networks of the relay screen, with their masks.
+    TextPairs networks = {
         {"127.0.0.0", "255.0.0.0"}, {"192.168.1.0", "255.255.255.0"}, {"10.20.0.0", "255.255.0.0"}};
 };
 
 /// What stands in the place of the apply sequence here: it touches no server, notes how it was
-/// called and sends the user on.
+/// called and sends the user on, with the focus that a step which fails leaves there.
 struct ApplyDouble {
     int leads_to = state_end;            // the `screen_state` that it sets
     WizardEnd end = WizardEnd::not_yet;  // what it returns; completed where that is state_end
 
     int calls = 0;
-    int sendmail_wrapper = -1;    // the answer that it found in the settings
-    int state = -1;               // the `screen_state` that it found
-    int focus = -1;               // and the sendmail screen's focus
-    bool screen_is_gone = false;  // the sendmail screen had been taken off the panel stack
+    int sendmail_wrapper = -1;   // the answer that it found in the settings
+    int state = -1;              // the `screen_state` that it found
+    bool shows_nothing = false;  // nothing was on the panel stack
 };
 
 extern ApplyDouble apply_double;
@@ -72,10 +61,9 @@ class WizardRig {
     WizardRig& operator=(const WizardRig&) = delete;
 
     /// Runs the screens from the one that `screen_state` names, doing the next of the steps
-    /// whenever the wizard waits for a key. Returns when it waits and no step is left, so
-    /// everything that the last step led to has been done and drawn, or when the screens have
-    /// ended; tells how they have. A later call shows the screen of `screen_state`, which the test
-    /// may have changed, as on a new visit. The test ends as failed if steps are left.
+    /// whenever the wizard waits for a key. Returns when it waits and no step is left, so that all
+    /// has been done and drawn, or when the screens have ended; tells how they have. A later call
+    /// shows the screen of `screen_state` as on a new visit. The test fails if steps are left.
     WizardEnd play(const std::vector<Step>& steps, const Caller& caller = Caller::here());
 
     /// Does the same with something else than the screens, which the wizard shows.
@@ -85,8 +73,8 @@ class WizardRig {
     /// What the terminal shows.
     ScreenImage image() { return terminal.image(); }
 
-    /// All that has been written to the terminal.
-    std::string outputBytes() { return terminal.outputBytes(); }
+    /// The words between the lines of the background, with a space after each, without frames.
+    std::string words();
 
     /// Gives the terminal a new size and has the wizard notice: for a step.
     void resize(const Size& size);
@@ -113,17 +101,8 @@ std::string retyped(const std::string& text);
 std::vector<Step> answer_listener(int down, const std::string& port);
 
 /// The rows of the listeners' screens in the usual setup.
-constexpr int row_all = 0;
 constexpr int row_lo = 1;
 constexpr int row_eth0 = 2;
 
 /// 50 characters that tell where they have been cut.
 constexpr char fifty_characters[] = "0123456789abcdefghijABCDEFGHIJ9876543210jihgfedcba";
-
-/// The words on a screen or a part of it, one space between them, without frames.
-std::string words_on(const ScreenImage& image);
-
-/// Expects an "Error!" box with a message on one line and an "OK" button in the middle of the
-/// screen, and nothing of the screen with that title.
-void expect_error_box(const ScreenImage& screen, const std::string& message,
-                      const std::string& hidden_title, const Caller& caller = Caller::here());
