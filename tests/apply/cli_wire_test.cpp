@@ -1,4 +1,4 @@
-#include "apply/cli_wire.h"
+#include "apply/cli_session.h"
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
