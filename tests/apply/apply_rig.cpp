@@ -95,6 +95,7 @@ std::vector<ScreenImage> ApplyCase::apply() {
         screen.terminal.type("\n");
     };
     end = apply_configuration();
+    EXPECT_LE(shown.size(), 1u);
     return shown;
 }
 

@@ -60,8 +60,8 @@ class ApplyCase : public InstalledServerCase {
     /// Chooses no alias and none of the optional services.
     static void chooseLeast();
 
-    /// Runs the sequence with Enter pressed whenever it waits for a key. Keeps how it ended, and
-    /// returns what the terminal showed at these moments.
+    /// Runs the sequence with Enter pressed when it waits for a key, which it must do once at most.
+    /// Keeps how it ended, and returns what the terminal showed at that moment, if it came.
     std::vector<ScreenImage> apply();
 
     CursesScreen screen;
