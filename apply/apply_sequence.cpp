@@ -22,8 +22,6 @@ namespace {
 
 WizardSettings& settings = wizard_settings;
 
-// Runs of steps return 0, or 1 when they have failed.
-
 int restart_server() {
     // Without room for its files the restart would leave the server stopped, or a second one
     // running. A few at a time are enough.
@@ -87,15 +85,12 @@ bool always() { return true; }
 struct Step {
     int WizardSettings::*done;  // null for done_aliases, the only one that is a byte
     bool (*is_wanted)();
-    const char* key;      // of its line of progress
-    const char* text;     // of that line; null: the step adds its lines by itself
-    int (*run)();         // is called also when it is not wanted
-    int way_back;         // the state of the screen where it can be put right
+    const char* key;   // of its line of progress
+    const char* text;  // of that line; null: the step adds its lines by itself
+    int (*run)();      // returns 0, or 1 when it has failed; is called also when it is not wanted
+    int way_back;      // where it can be put right; state_end: nowhere, without the server
     const char* message;  // for the user, when it has failed
 };
-
-// In the place of a way back: without the server there is nothing to put right.
-constexpr int no_way_back = state_end;
 
 constexpr char login_failure[] =
     "Could not login to Teluma server! Please make sure that the CLI port is not in use!";
@@ -103,8 +98,8 @@ constexpr char login_failure[] =
 // In the order in which they are applied.
 constexpr Step steps[] = {
     {&WizardSettings::done_password, always, "pass", "--> setting admin password", restart_server,
-     no_way_back, login_failure},
-    {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, no_way_back,
+     state_end, login_failure},
+    {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, state_end,
      login_failure},
     {&WizardSettings::done_domain, always, "cd", "--> creating domain %s", create_domain,
      state_domain,
@@ -130,7 +125,6 @@ std::string with_domain(std::string text) {
     return place == std::string::npos ? text : text.replace(place, 2, settings.primary_domain);
 }
 
-// Returns 0, or 1 when the step has failed.
 int apply_step(const Step& step) {
     if (step.done == nullptr ? settings.done_aliases : settings.*step.done) return 0;
     const bool wanted = step.is_wanted();
@@ -162,7 +156,7 @@ void close_progress() {
 WizardEnd fail(const Step& step) {
     close_progress();
     showMessage(with_domain(step.message).c_str(), "Error!");
-    if (step.way_back == no_way_back) return WizardEnd::without_login;
+    if (step.way_back == state_end) return WizardEnd::without_login;
     // The screen of the aliases has started afresh when it was left. The one before it is made to
     // as well, for a user who goes on back: the domain exists by then and can't be changed.
     screen_focus(step.way_back == state_aliases ? state_domain : step.way_back) = 0;
