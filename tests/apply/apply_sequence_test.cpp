@@ -19,6 +19,7 @@
 #include "tests/support/files.h"
 #include "tests/support/golden.h"
 #include "wizard/base/host_facts.h"
+#include "wizard/base/wizard_settings.h"
 
 namespace {
 
