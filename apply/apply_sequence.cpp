@@ -13,7 +13,6 @@
 #include "apply/server_session.h"
 #include "ui/message_dialogs.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/listeners.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/system/resource_limits.h"
@@ -22,8 +21,6 @@
 namespace {
 
 WizardSettings& settings = wizard_settings;
-
-// Runs of steps return 0, or 1 when they have failed.
 
 int restart_server() {
     // Without room for its files the restart would leave the server stopped, or a second one
@@ -82,26 +79,18 @@ bool select_relay_networks() {
     return settings.relay_selected_count > 0;
 }
 
-int write_relay_filter() {
-    return relay_write_filter(settings.relay_selected, settings.relay_selected_count);
-}
-
 bool always() { return true; }
 
 // What a step shows and does. In its texts "%s" stands for the domain.
 struct Step {
     int WizardSettings::*done;  // null for done_aliases, the only one that is a byte
     bool (*is_wanted)();
-    const char* key;      // of its line of progress
-    const char* text;     // of that line; null: the step adds its lines by itself
-    int (*run)();         // is called also when it is not wanted
-    int way_back;         // the state of the screen where it can be put right
-    int fresh;            // that of the screen which then starts with its first control
+    const char* key;   // of its line of progress
+    const char* text;  // of that line; null: the step adds its lines by itself
+    int (*run)();      // returns 0, or 1 when it has failed; is called also when it is not wanted
+    int way_back;      // where it can be put right; state_end: nowhere, without the server
     const char* message;  // for the user, when it has failed
 };
-
-// In the place of a way back: without the server there is nothing to put right.
-constexpr int no_way_back = state_end;
 
 constexpr char login_failure[] =
     "Could not login to Teluma server! Please make sure that the CLI port is not in use!";
@@ -109,29 +98,26 @@ constexpr char login_failure[] =
 // In the order in which they are applied.
 constexpr Step steps[] = {
     {&WizardSettings::done_password, always, "pass", "--> setting admin password", restart_server,
-     no_way_back, no_way_back, login_failure},
-    {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, no_way_back,
-     no_way_back, login_failure},
+     state_end, login_failure},
+    {&WizardSettings::done_login, always, "login", "--> connecting to CLI", cli_login, state_end,
+     login_failure},
     {&WizardSettings::done_domain, always, "cd", "--> creating domain %s", create_domain,
-     state_domain, state_domain,
-     "Could not create the domain '%s'! Please make sure this domain doesn't already exist!"},
-    // The domain exists by then and can't be changed, and the screen of the aliases has started
-    // afresh when it was left: the one before it is made to as well, for a user who goes on back.
-    {nullptr, wants_aliases, "alias", "--> adding aliases", add_aliases, state_aliases,
      state_domain,
+     "Could not create the domain '%s'! Please make sure this domain doesn't already exist!"},
+    {nullptr, wants_aliases, "alias", "--> adding aliases", add_aliases, state_aliases,
      "Could not create the aliases! Please make sure that a similar alias does not already exist!"},
     {&WizardSettings::done_webadmin, always, webadmin_listener.key, webadmin_listener.progress,
-     [] { return configure(webadmin_listener); }, state_webadmin, state_webadmin,
-     "Could not configure webadmin!"},
+     [] { return configure(webadmin_listener); }, state_webadmin, "Could not configure webadmin!"},
     {&WizardSettings::done_smtp, always, smtp_listener.key, smtp_listener.progress,
-     [] { return configure(smtp_listener); }, state_smtp, state_smtp, "Could not configure SMTP!"},
+     [] { return configure(smtp_listener); }, state_smtp, "Could not configure SMTP!"},
     {&WizardSettings::done_services, always, "services", nullptr, set_services, state_services,
-     state_services, "Could not set services!"},
+     "Could not set services!"},
     {&WizardSettings::done_relay, select_relay_networks, "relay", "--> configuring relay",
-     write_relay_filter, state_relay, state_relay, "Could not configure relay!"},
+     [] { return relay_write_filter(settings.relay_selected, settings.relay_selected_count); },
+     state_relay, "Could not configure relay!"},
     {&WizardSettings::done_sendmail, [] { return settings.sendmail_wrapper != 0; }, "sendmail",
      "--> configuring TELUMA sendmail", [] { return sendmail_install(settings.sendmail_wrapper); },
-     state_sendmail, state_sendmail, "Could not configure sendmail wrapper!"},
+     state_sendmail, "Could not configure sendmail wrapper!"},
 };
 
 std::string with_domain(std::string text) {
@@ -139,25 +125,17 @@ std::string with_domain(std::string text) {
     return place == std::string::npos ? text : text.replace(place, 2, settings.primary_domain);
 }
 
-bool is_done(const Step& step) {
-    return (step.done == nullptr ? settings.done_aliases : settings.*step.done) != 0;
-}
-
-void mark_done(const Step& step) {
+int apply_step(const Step& step) {
+    if (step.done == nullptr ? settings.done_aliases : settings.*step.done) return 0;
+    const bool wanted = step.is_wanted();
+    if (wanted && step.text != nullptr) progress_add(step.key, with_domain(step.text).c_str());
+    if (step.run() != 0) return 1;
+    if (!wanted) return 0;
     progress_done(step.key);
     if (step.done == nullptr)
         settings.done_aliases = 1;
     else
         settings.*step.done = 1;
-}
-
-// Returns 0, or 1 when the step has failed.
-int apply_step(const Step& step) {
-    if (is_done(step)) return 0;
-    const bool wanted = step.is_wanted();
-    if (wanted && step.text != nullptr) progress_add(step.key, with_domain(step.text).c_str());
-    if (step.run() != 0) return 1;
-    if (wanted) mark_done(step);
     return 0;
 }
 
@@ -178,18 +156,12 @@ void close_progress() {
 WizardEnd fail(const Step& step) {
     close_progress();
     showMessage(with_domain(step.message).c_str(), "Error!");
-    if (step.way_back == no_way_back) return WizardEnd::without_login;
-    screen_focus(step.fresh) = 0;
+    if (step.way_back == state_end) return WizardEnd::without_login;
+    // The screen of the aliases has started afresh when it was left. The one before it is made to
+    // as well, for a user who goes on back: the domain exists by then and can't be changed.
+    screen_focus(step.way_back == state_aliases ? state_domain : step.way_back) = 0;
     screen_state = step.way_back;
     return WizardEnd::not_yet;
-}
-
-WizardEnd finish() {
-    progress_wait_for_ok();
-    close_progress();
-    server_stop();
-    screen_state = state_end;
-    return WizardEnd::completed;
 }
 
 }  // namespace
@@ -205,5 +177,9 @@ WizardEnd apply_configuration() {
         if (server_session.out_of_memory) return WizardEnd::out_of_memory;
         if (failure != 0) return fail(step);
     }
-    return finish();
+    progress_wait_for_ok();
+    close_progress();
+    server_stop();
+    screen_state = state_end;
+    return WizardEnd::completed;
 }

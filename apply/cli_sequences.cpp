@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,10 +19,10 @@ using Commands = std::vector<std::string>;
 
 // The commands one after another, up to the first that fails.
 int run(const Commands& commands) {
-    const bool succeeded =
-        std::all_of(commands.begin(), commands.end(),
-                    [](const std::string& command) { return cli_command(command.c_str()) == 0; });
-    return succeeded ? 0 : 1;
+    for (const std::string& command : commands) {
+        if (cli_command(command.c_str()) != 0) return 1;
+    }
+    return 0;
 }
 
 std::string first_word(const std::string& text) {
@@ -28,27 +30,19 @@ std::string first_word(const std::string& text) {
     return text.substr(from, text.find(' ', from) - from);
 }
 
-// An attribute of the server as a reply shows it.
-struct Attribute {
-    bool named = false;
-    bool succeeded = false;
-    std::string value = {};  // what stands between `open` and `close`
-};
-
-// Asks for an attribute. A line that only names it takes nothing back of the value that was shown
-// before. Returns 0, or 1 when the reply can't be read to its end.
-int ask_for(Attribute& attribute, const char* command, const char* name, char open, char close) {
-    return cli_ask(command, [&](const std::string& line) {
-        const size_t from = line.find(open);
-        const bool shown = from != std::string::npos;
-        if (holds(line, name) && (shown || !attribute.named)) {
-            attribute.named = true;
-            attribute.value =
-                shown ? line.substr(from + 1, line.find(close, from + 1) - from - 1) : "";
-        }
-        attribute.succeeded = attribute.succeeded || holds(line, "OK:");
-        return holds(line, ">");
-    });
+// Asks for an attribute and stores what the reply shows of it between `brackets`: nothing where it
+// isn't named; an empty text where it is named only, which takes back nothing shown before.
+Reply ask_for(std::optional<std::string>& value, const char* command, const char* name,
+              const char* brackets) {
+    const auto take = [&](const std::string& line) {
+        const size_t open = line.find(brackets[0]);
+        const size_t close = line.find(brackets[1], open + 1);
+        if (holds(line, name))
+            value = open == std::string::npos ? value.value_or("")
+                                              : line.substr(open + 1, close - open - 1);
+        return false;
+    };
+    return cli_ask(command, take, ">", "OK:");
 }
 
 char* reply_text(const std::string& text) {
@@ -115,8 +109,8 @@ int cli_update_domain_aliases(int root, int localhost, int localdomain, const ch
     if (root == 0 && localhost == 0 && localdomain == 0) return 0;
     const std::string update = "update domain name " + std::string(domain);
     Commands commands = {update};
-    const auto add = [&](const Commands& more) {
-        commands.insert(commands.end(), more.begin(), more.end());
+    const auto add = [&](std::initializer_list<std::string> more) {
+        commands.insert(commands.end(), more);
     };
     if (root == 1) add({"update account name postmaster", "add alias root", "commit"});
     if (localdomain == 1) add({"add alias localhost.localdomain", "commit"});
@@ -129,37 +123,31 @@ int cli_update_domain_aliases(int root, int localhost, int localdomain, const ch
 int cli_reset_listeners(const char* list_command) {
     constexpr size_t most_listeners = 10;
     Commands commands;
-    bool in_rows = false;
-    bool succeeded = false;
-    const int failure = cli_ask(list_command, [&](const std::string& line) {
-        in_rows = in_rows && holds(line, "|");
-        if (in_rows) {
-            if (commands.size() < most_listeners)
-                commands.push_back("remove listener address " + first_word(line));
-            return false;
-        }
-        in_rows = holds(line, "-----");
-        succeeded = succeeded || holds(line, "+OK:");
-        return holds(line, "> ");
+    bool in_table = false;
+    const Reply list = cli_ask(list_command, [&](const std::string& line) {
+        const bool is_row = in_table && holds(line, "|");
+        if (is_row && commands.size() < most_listeners)
+            commands.push_back("remove listener address " + first_word(line));
+        in_table = is_row || holds(line, "-----");
+        return is_row;
     });
     commands.emplace_back("commit");
-    return failure == 0 && run(commands) == 0 && succeeded ? 0 : 1;
+    return list != Reply::none && run(commands) == 0 && list == Reply::accepted ? 0 : 1;
 }
 
 char* cli_read_services(const char* command) {
-    Attribute services;
+    std::optional<std::string> services;
     // To set an empty list would switch off the command-line interface itself.
-    if (ask_for(services, command, "services", '(', ')') != 0 || !services.succeeded ||
-        !services.named)
+    if (ask_for(services, command, "services", "()") != Reply::accepted || !services)
         return nullptr;
-    const char* const log = holds(services.value, "log") ? "log " : "";
-    return reply_text(log + std::string("smtpIncoming smtpOutgoing processing webadmin cli"));
+    const std::string log = holds(*services, "log") ? "log " : "";
+    return reply_text(log + "smtpIncoming smtpOutgoing processing webadmin cli");
 }
 
 char* cli_read_filters_file(const char* command) {
-    Attribute file;
-    if (ask_for(file, command, "smtpFiltersFile", '"', '"') != 0) return nullptr;
-    std::string& path = file.value;
+    std::optional<std::string> file;
+    if (ask_for(file, command, "smtpFiltersFile", "\"\"") == Reply::none) return nullptr;
+    std::string path = file.value_or("");
     path.erase(std::remove(path.begin(), path.end(), ' '), path.end());
     return reply_text(path);
 }

@@ -3,7 +3,7 @@
 /// The command sequences by which the wizard configures the server over its command-line interface.
 /// A sequence stops at the first command that fails and returns 1, leaving the server in the
 /// context that it has reached; 0 when all of it succeeded. Addresses and texts are sent as they
-/// stand.
+/// stand. What is read out of a reply comes as a malloc'ed text that the caller frees.
 
 /// Creates a domain and makes it the primary one.
 int cli_create_domain(const char* domain, const char* location, const char* postmaster_password);
@@ -19,28 +19,25 @@ int cli_config_listener(const char* address, int port, const char* service);
 /// Sets the server's list of services: its own and those of the three that are not null.
 int cli_set_services(const char* first, const char* second, const char* third);
 
-/// The path of the server's SMTP filters script: a malloc'ed text that the caller frees, empty when
-/// the server shows none; null on any failure.
+/// The path of the server's SMTP filters script, empty when it shows none; null on any failure.
 char* cli_get_filters_file();
 
-/// Adds the chosen aliases: "root" to the domain's postmaster account, the other two to the domain
-/// itself. Sends nothing when none is chosen. Flags are 1 for chosen.
+/// Adds the aliases whose flag is 1: "root" to the domain's postmaster account, the other two to
+/// the domain itself. Sends nothing when all flags are 0.
 int cli_update_domain_aliases(int root, int localhost, int localdomain, const char* domain);
 
-/// What the sequences read out of replies, in the context of the server that knows the command.
+/// The steps of these sequences that read replies, in the context that knows their command.
 
-/// Has every listener that `list_command` lists removed from the current context, up to ten of
-/// them, and commits that. A listener is a row of the table after a line that contains "-----": a
-/// line that contains "|" and begins with the address. Returns 0; 1 when a removal or the commit
-/// fails, the list has no "+OK:" or a line can't be read.
+/// Removes the listeners that `list_command` lists, up to ten, from the context and commits that. A
+/// listener is a row of the table after a line that contains "-----": a line that contains "|" and
+/// begins with the address. Fails also when the list is not accepted, after the commit, or can't be
+/// read, before anything is sent.
 int cli_reset_listeners(const char* list_command);
 
-/// The list of services to start from, as `command` shows whether the server logs: a malloc'ed text
-/// in a 512-byte buffer that the caller frees. What is listed otherwise is not kept. Null when a
-/// line can't be read, the reply has no "OK:" or shows no services.
+/// The list of services to start from, in 512 bytes: of those that `command` shows only whether the
+/// server logs is kept. Null when the reply can't be read, has no "OK:" or shows no services.
 char* cli_read_services(const char* command);
 
-/// The path of the SMTP filters script as `command` shows it, the quoted value without its spaces:
-/// a malloc'ed text in a 512-byte buffer that the caller frees, empty when the reply shows none.
-/// Null when a line can't be read.
+/// The quoted path that `command` shows of the SMTP filters script, without its spaces, in 512
+/// bytes; empty when the reply shows none. Null when that can't be read.
 char* cli_read_filters_file(const char* command);

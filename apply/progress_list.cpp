@@ -22,16 +22,6 @@ void make_label(ProgressEntry& entry, int row) {
     entry.label->draw();
 }
 
-// Gives the newest entries a label each, from the first row on, and takes the others' away.
-void make_labels() {
-    int row = first_row - std::max(0, static_cast<int>(progress.entries.size()) - most_lines);
-    for (ProgressEntry& entry : progress.entries) {
-        entry.label.reset();
-        if (row >= first_row) make_label(entry, row);
-        ++row;
-    }
-}
-
 ProgressList::iterator find_entry(const char* key) {
     return std::find_if(progress.entries.begin(), progress.entries.end(),
                         [=](const ProgressEntry& entry) { return entry.key == key; });
@@ -39,7 +29,7 @@ ProgressList::iterator find_entry(const char* key) {
 
 void place(Window* window) {
     if (window == nullptr) return;
-    window->move(window->getRow(), window->getCol());
+    window->follow();
     window->draw();
 }
 
@@ -50,8 +40,7 @@ void progress_add(const char* key, const char* text) {
     std::string line = text;
     if (line.size() > text_limit) line = line.substr(0, text_limit) + "..";
     progress.entries.push_back({key, line + " ... ", nullptr, false});
-    make_labels();
-    show_frame();
+    progress_show_all();
 }
 
 void progress_done(const char* key) {
@@ -64,7 +53,12 @@ void progress_done(const char* key) {
 }
 
 void progress_show_all() {
-    make_labels();
+    int row = first_row - std::max(0, static_cast<int>(progress.entries.size()) - most_lines);
+    for (ProgressEntry& entry : progress.entries) {
+        entry.label.reset();
+        if (row >= first_row) make_label(entry, row);
+        ++row;
+    }
     show_frame();
 }
 
@@ -79,11 +73,8 @@ void progress_place_all() {
 }
 
 void progress_wait_for_ok() {
-    constexpr int row = 14;
-    constexpr int col = 27;
     curs_set(0);
-    progress.ok_button =
-        std::make_unique<Button>(pending_frame(), row, col, 3, 6, "OK", pair_button);
+    progress.ok_button = std::make_unique<Button>(pending_frame(), 14, 27, 3, 6, "OK", pair_button);
     progress.ok_button->setFocused(true);
     progress.ok_button->draw();
     show_frame();

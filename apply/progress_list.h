@@ -7,9 +7,9 @@
 #include "ui/button.h"
 #include "ui/label.h"
 
-/// The list of steps that the apply sequence shows in its pending box, one line each. It keeps all
-/// its entries while the program runs, so a later run of the sequence shows the whole history; the
-/// box shows the newest eight.
+/// The list of steps that the apply sequence shows in its pending box, a line each. It keeps its
+/// entries while the program runs, so that a later run shows them too; the box has room for the
+/// newest eight. It must be open for what shows lines.
 
 struct ProgressEntry {
     std::string key;
@@ -28,21 +28,19 @@ struct Progress {
 
 inline Progress progress;
 
-/// Adds a line for the step `key`, "TEXT ... ", and shows it; a text longer than 45 characters is
-/// cut and ended with "..". Does nothing when the step has a line already. The pending box must be
-/// open.
+/// Shows a line for the step `key`, "TEXT ... ", unless it has one already. A text longer than 45
+/// characters is cut and ended with "..".
 void progress_add(const char* key, const char* text);
 
-/// Appends " ... DONE" to the line of the step `key`, once, and shows it. Does nothing for a step
-/// that has no line.
+/// Appends " ... DONE" to the line of the step `key`, if it has one, once.
 void progress_done(const char* key);
 
-/// Shows the lines on top of the pending box, which must be open, or takes them off the screen.
+/// Shows the lines on top of the box, or takes them off the screen.
 void progress_show_all();
 void progress_hide_all();
 
-/// Puts the lines that are shown, and the "OK" button, in their places after the box has moved.
+/// Puts what is shown in its place after the box has moved.
 void progress_place_all();
 
-/// Shows an "OK" button below the lines and waits until it is pressed.
+/// Shows an "OK" button below the lines until it is pressed.
 void progress_wait_for_ok();

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "apply/cli_wire.h"
+#include "apply/cli_session.h"
 #include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
 #include "fuzz/require.h"

@@ -5,12 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <sstream>
 
-#include "apply/apply_sequence.h"
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
 #include "apply/server_session.h"
@@ -54,48 +51,6 @@ void InstalledServerCase::goToSmallDirectory() {
     checked(mkdir(path, 0700), "mkdir");
     checked(mount("none", path, "tmpfs", 0, "size=4096"), "mount");
     checked(chdir(path), "chdir");
-}
-
-namespace {
-
-template <size_t size>
-void answer(char (&field)[size], const char* text) {
-    std::snprintf(field, size, "%s", text);
-}
-
-}  // namespace
-
-ApplyCase::ApplyCase() {
-    wizard_settings = WizardSettings();
-    answer(wizard_settings.admin_password, password);
-    answer(wizard_settings.primary_domain, "example.com");
-    answer(wizard_settings.domain_location, "/var/opt/teluma/domains/example.com/");
-    answer(wizard_settings.postmaster_password, "P0stmaster");
-    wizard_settings.webadmin_port = 9000;
-    for (unsigned char& enabled : wizard_settings.service_enabled) enabled = 1;
-    screen_state = state_sendmail;
-}
-
-void ApplyCase::chooseAll() {
-    std::fill_n(wizard_settings.relay_ticks, relay_network_count, static_cast<unsigned char>(1));
-    wizard_settings.sendmail_wrapper = 1;
-}
-
-void ApplyCase::chooseLeast() {
-    wizard_settings.alias_root_to_postmaster = 0;
-    wizard_settings.alias_localhost = 0;
-    wizard_settings.alias_localhost_localdomain = 0;
-    for (unsigned char& enabled : wizard_settings.service_enabled) enabled = 0;
-}
-
-std::vector<ScreenImage> ApplyCase::apply() {
-    std::vector<ScreenImage> shown;
-    waits.atKey = [&] {
-        shown.push_back(screen.terminal.image());
-        screen.terminal.type("\n");
-    };
-    end = apply_configuration();
-    return shown;
 }
 
 Lines boxed_lines(const ScreenImage& image) {

@@ -3,14 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "tests/support/curses_terminal.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/screen_image.h"
 #include "tests/support/waits.h"
-#include "wizard/base/screen_state.h"
-#include "wizard/base/wizard_settings.h"
 
 /// Curses on a terminal of its own with the wizard's background and root frame, for code that shows
 /// boxes.
@@ -45,27 +42,6 @@ class InstalledServerCase : public testing::Test {
 
     InstalledServer server;
     Waits waits;
-};
-
-/// The apply sequence with a real screen and a real server: the last screen has just been left with
-/// the answers of a user who keeps every default, except that no network may relay and sendmail
-/// stays as it is.
-class ApplyCase : public InstalledServerCase {
-  protected:
-    ApplyCase();
-
-    /// Chooses everything that the answers above leave out.
-    static void chooseAll();
-
-    /// Chooses no alias and none of the optional services.
-    static void chooseLeast();
-
-    /// Runs the sequence with Enter pressed whenever it waits for a key. Keeps how it ended, and
-    /// returns what the terminal showed at these moments.
-    std::vector<ScreenImage> apply();
-
-    CursesScreen screen;
-    WizardEnd end = WizardEnd::not_yet;
 };
 
 /// The lines inside the box on a screen, those that are not empty, without the spaces around them.

@@ -1,12 +1,15 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "apply/server_session.h"
 #include "tests/apply/scripted_peer.h"
 
 /// A command and what the server answers to it.
@@ -20,15 +23,35 @@ using Conversation = std::vector<Exchange>;
 /// Gives the session of the code under test a scripted peer.
 class ScriptedSession : public testing::Test {
   protected:
-    ScriptedSession();
-    ~ScriptedSession() override;
+    ScriptedSession() {
+        // As the wizard does: a broken connection is an error of the write.
+        std::signal(SIGPIPE, SIG_IGN);
+        answer("");
+    }
+
+    ~ScriptedSession() override { server_session = {}; }
 
     /// Starts over with a peer that has these answers.
-    void answer(const std::string& answers);
+    void answer(const std::string& answers) {
+        peer.emplace(answers);
+        server_session.socket = Descriptor(dup(peer->clientEnd()));
+    }
 
     /// The same with the answers of a conversation, of which all commands are to be sent and all
     /// answers read while `call` runs.
-    void expectConversation(const Conversation& conversation, const std::function<void()>& call);
+    void expectConversation(const Conversation& conversation, const std::function<void()>& call) {
+        std::string answers;
+        std::string commands;
+        for (const Exchange& exchange : conversation) {
+            answers += exchange.answer;
+            commands += exchange.command + "\r\n";
+        }
+        SCOPED_TRACE(commands);
+        answer(answers);
+        call();
+        EXPECT_EQ(peer->received(), commands);
+        EXPECT_EQ(peer->unread(), "");
+    }
 
     std::optional<ScriptedPeer> peer;
 };
