@@ -23,12 +23,12 @@ class FileLines : public testing::Test {
     // leaves the last one as it was.
     static Lines linesOf(const std::string& content) {
         write_file("file", content);
-        const File file = open_original("file");
+        FileRewrite file("file");
         Lines lines;
         std::string line = "before";
-        while (read_file_line(file.get(), line)) lines.push_back(line);
+        while (file.read(line)) lines.push_back(line);
         EXPECT_EQ(line, lines.empty() ? "before" : lines.back());
-        EXPECT_NE(std::feof(file.get()), 0);
+        EXPECT_FALSE(file.goesOn());
         return lines;
     }
 
