@@ -97,7 +97,7 @@ TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_ov
     setenv("PATH", (std::filesystem::current_path() / "bin:" += getenv("PATH")).c_str(), 1);
     EXPECT_EQ(endOf(
                   [] {
-                      _exit(config_prepare(config) == 1 && server_session.cli_port == 0
+                      _exit(config_prepare(config) == 1 && *server_session.cli_host == 0
                                 ? interrupted
                                 : 1);
                   },
