@@ -1,7 +1,9 @@
-// Files that would take long to be copied, or that somebody holds back, keep nobody waiting.
+// Files that take long to be copied, that somebody holds back or exchanges, or for which there is
+// no room or no right: none keeps anybody waiting, and none comes out shorter than it was.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +15,7 @@
 
 #include "apply/file_rewrite.h"
 #include "apply/server_config.h"
+#include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
 #include "tests/support/descriptor.h"
@@ -22,55 +25,51 @@
 
 namespace {
 
-constexpr int interrupted = 7;
+constexpr const char* config = InstalledServer::config;
+constexpr const char* pid_file = InstalledServer::pid_file;
+
+int prepare() { return config_prepare(config); }
+
+int keep() { return keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); }
 
 class LongCopy : public InstalledServerCase {
   protected:
-    static constexpr const char* config = InstalledServer::config;
-    static constexpr const char* pid_file = InstalledServer::pid_file;
     static constexpr const char* original = "/var/opt/teluma/run/teluma.cfg.beforewizard";
     static constexpr const char* unfinished = "/var/opt/teluma/run/teluma.cfg.beforewizard.new";
+    static constexpr int interrupted = 7;
 
-    // How a process ends that does this while a signal with this handler is waiting to be let in.
-    template <class Piece>
-    static ExitStatus endOf(Piece piece, void (*handler)(int)) {
+    // How a process ends that returns the result of this while a signal with this handler is
+    // waiting to be let in.
+    static ExitStatus endOf(int (*piece)(), void (*handler)(int)) {
         return as_user(geteuid(), [&] {
             hold_signal(SIGTERM, handler);
             raise(SIGTERM);
-            piece();
+            _exit(piece());
         });
     }
 };
 
 TEST_F(LongCopy, of_the_original_can_be_interrupted_and_leaves_nothing_behind) {
     ASSERT_EQ(truncate(config, 64 << 20), 0);
-    EXPECT_EQ(endOf([] { keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); },
-                    [](int) { std::exit(exists(unfinished) ? interrupted : 1); }),
+    EXPECT_EQ(endOf(keep, [](int) { std::exit(exists(unfinished) ? interrupted : 1); }),
               exited(interrupted));
     EXPECT_FALSE(exists(unfinished));
     EXPECT_FALSE(exists(original));
 }
 
 TEST_F(LongCopy, of_the_original_never_replaces_that_of_another_wizard) {
-    EXPECT_EQ(
-        endOf([] { _exit(keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config)); },
-              [](int) { write_file(original, "first"); }),
-        exited(0));
+    EXPECT_EQ(endOf(keep, [](int) { write_file(original, "first"); }), exited(0));
     EXPECT_EQ(read_file(original), "first");
     EXPECT_FALSE(exists(unfinished));
 }
 
 TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before_it_is_complete) {
-    EXPECT_EQ(endOf(
-                  [] {
-                      const Descriptor file(open(config, O_RDONLY));
-                      _exit(keep_copy_beside(file.get(), config) != 0 ? interrupted : 1);
-                  },
-                  [](int) {
-                      unlink(unfinished);
-                      write_file(unfinished, "half");
-                  }),
-              exited(interrupted));
+    EXPECT_EQ(endOf(keep,
+                    [](int) {
+                        unlink(unfinished);
+                        write_file(unfinished, "half");
+                    }),
+              exited(1));
     EXPECT_FALSE(exists(original));
 }
 
@@ -78,15 +77,15 @@ TEST_F(LongCopy, of_the_original_never_makes_that_of_another_wizard_count_before
 TEST_F(LongCopy, of_a_file_of_the_servers_user_is_never_roots) {
     if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
     chown(config, server_user(), server_user());
-    EXPECT_EQ(endOf([] { keep_copy_beside(Descriptor(open(config, O_RDONLY)).get(), config); },
-                    [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
-              exited(interrupted));
+    EXPECT_EQ(
+        endOf(keep, [](int) { _exit(std::rename(unfinished, pid_file) == 0 ? interrupted : 1); }),
+        exited(interrupted));
     EXPECT_EQ(file_facts(pid_file).owner, server_user());
 }
 
 TEST_F(LongCopy, of_the_lines_can_be_interrupted) {
     EXPECT_EQ(
-        endOf([] { config_prepare(config); },
+        endOf(prepare,
               [](int) { _exit(exists("temp.cfg") && !exists(unfinished) ? interrupted : 1); }),
         exited(interrupted));
 }
@@ -95,17 +94,13 @@ TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_ov
     std::filesystem::create_directory("bin");
     write_file("bin/cp", "#!/bin/sh\nmkdir /run/scratch/copied\n", 0755);
     setenv("PATH", (std::filesystem::current_path() / "bin:" += getenv("PATH")).c_str(), 1);
-    EXPECT_EQ(endOf(
-                  [] {
-                      _exit(config_prepare(config) == 1 && *server_session.cli_host == 0
-                                ? interrupted
-                                : 1);
-                  },
-                  [](int) {
-                      std::filesystem::rename(config, "/var/opt/teluma/run/away");
-                      write_file(config, "other");
-                  }),
-              exited(interrupted));
+    EXPECT_EQ(
+        endOf([] { return prepare() == 1 && *server_session.cli_host == '\0' ? interrupted : 1; },
+              [](int) {
+                  std::filesystem::rename(config, "/var/opt/teluma/run/away");
+                  write_file(config, "other");
+              }),
+        exited(interrupted));
     EXPECT_FALSE(exists("/run/scratch/copied"));
     EXPECT_EQ(read_file(config), "other");
 }
@@ -148,11 +143,51 @@ TEST_F(LongCopy, of_a_file_with_somebody_elses_lease_fails_after_five_seconds) {
     chown(config, server_user(), server_user());
     {
         const LeaseHolder holder(config);
-        EXPECT_EQ(config_prepare(config), 1);
+        EXPECT_EQ(prepare(), 1);
     }
     EXPECT_EQ(waits.sleeps, std::vector<int>(5, 1));
     EXPECT_EQ(read_file(config), before);
-    EXPECT_EQ(config_prepare(config), 0);
+    EXPECT_EQ(prepare(), 0);
+}
+
+class FullDisk : public InstalledServerCase {
+  protected:
+    FullDisk() { goToSmallDirectory(); }
+};
+
+TEST_F(FullDisk, only_a_configuration_that_fits_is_prepared) {
+    std::string content = read_file(config);
+    EXPECT_EQ(prepare(), 0);
+    EXPECT_EQ(read_file(config).size(), content.size() + 5);
+    // In one block and in many, so that it is the close that fails, and a write.
+    for (const size_t size : {5000u, 500000u}) {
+        while (content.size() < size) content += "# padding\n";
+        write_file(config, content);
+        EXPECT_EQ(prepare(), 1);
+        EXPECT_EQ(read_file(config), content);
+        EXPECT_FALSE(exists("temp.cfg"));
+    }
+}
+
+TEST_F(FullDisk, a_file_whose_original_finds_no_room_beside_it_is_not_touched) {
+    const std::string content(3000, 'x');
+    write_file("file", content);
+    EXPECT_EQ(keep_copy_beside(Descriptor(open("file", O_RDONLY)).get(), "file"), 1);
+    EXPECT_EQ(read_file("file"), content);
+    EXPECT_FALSE(exists("file.beforewizard"));
+    EXPECT_FALSE(exists("file.beforewizard.new"));
+}
+
+using ReadOnlyFiles = InstalledServerCase;
+
+TEST_F(ReadOnlyFiles, count_as_missing) {
+    write_file(pid_file, "4711\n");
+    checked(mount(nullptr, "/var/opt", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), "mount");
+    EXPECT_EQ(server_read_pid(), 1);
+    EXPECT_EQ(server_session.pid, 0);
+    EXPECT_EQ(prepare(), 1);
+    EXPECT_STREQ(server_session.cli_host, "");
+    EXPECT_FALSE(exists("temp.cfg"));
 }
 
 }  // namespace
