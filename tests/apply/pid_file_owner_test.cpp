@@ -13,7 +13,7 @@
 #include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
-#include "tests/apply/other_process.h"
+#include "tests/apply/child_processes.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
@@ -49,18 +49,12 @@ class PidFile : public InstalledServerCase {
     static constexpr uid_t somebody = 12;
 };
 
-TEST_F(PidFile, of_the_servers_user_ends_a_process_of_that_users_only) {
-    expectStop(1, server_user(), root);
-    expectStop(1, server_user(), somebody);
-    expectStop(0, server_user(), server_user());
-}
-
-TEST_F(PidFile, of_roots_ends_the_servers_process_whosever_it_is) {
+TEST_F(PidFile, of_roots_ends_any_process_of_the_servers_user_only_that_users_of_others_none) {
     expectStop(0, root, server_user());
     expectStop(0, root, root);
-}
-
-TEST_F(PidFile, of_another_user_ends_no_process) {
+    expectStop(0, server_user(), server_user());
+    expectStop(1, server_user(), root);
+    expectStop(1, server_user(), somebody);
     expectStop(1, somebody, somebody);
     expectStop(1, somebody, root);
 }

@@ -8,7 +8,7 @@
 #include <csignal>
 #include <string>
 
-#include "tests/apply/failing_fork.h"
+#include "tests/apply/child_processes.h"
 #include "tests/support/files.h"
 #include "wizard/system/resource_limits.h"
 #include "wizard/system/signal_gate.h"

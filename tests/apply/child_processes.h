@@ -5,6 +5,16 @@
 
 #include "tests/support/process.h"
 
+/// While it lives, the process cannot have some child process that the code under test asks for.
+class FailingFork {
+  public:
+    /// The `number`th fork(2) from now on fails, 1 for the next one; all others work.
+    explicit FailingFork(int number);
+    ~FailingFork();
+    FailingFork(const FailingFork&) = delete;
+    FailingFork& operator=(const FailingFork&) = delete;
+};
+
 /// A child process in a process group of its own that waits for the signal that ends it. Killed and
 /// reaped when the object goes.
 class OtherProcess {
@@ -23,7 +33,7 @@ class OtherProcess {
     /// Waits until it has ended.
     ExitStatus waitForEnd();
 
-    bool isRunning() const;
+    bool isRunning() const { return process_running(child); }
 
   private:
     pid_t child;

@@ -1,13 +1,23 @@
-#include "tests/apply/other_process.h"
+#include "tests/apply/child_processes.h"
 
+#include <dlfcn.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 #include "tests/support/descriptor.h"
-#include "tests/support/process.h"
 #include "tests/support/wait_until.h"
+
+namespace {
+
+int forks_until_failure = 0;
+
+}  // namespace
+
+FailingFork::FailingFork(int number) { forks_until_failure = number; }
+
+FailingFork::~FailingFork() { forks_until_failure = 0; }
 
 OtherProcess::OtherProcess(uid_t user) : child(checked(fork(), "fork")) {
     if (child == 0) {
@@ -32,4 +42,12 @@ ExitStatus OtherProcess::waitForEnd() {
     return from_wait_status(status);
 }
 
-bool OtherProcess::isRunning() const { return process_running(child); }
+// In the place of the C library's.
+extern "C" pid_t fork() {
+    static auto* const real_fork = reinterpret_cast<pid_t (*)()>(dlsym(RTLD_NEXT, "fork"));
+    if (forks_until_failure > 0 && --forks_until_failure == 0) {
+        errno = EAGAIN;
+        return -1;
+    }
+    return real_fork();
+}
