@@ -4,8 +4,6 @@
 #include <memory>
 #include <string>
 
-/// Files of the server's that are rewritten line by line.
-
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };

@@ -18,7 +18,6 @@ namespace {
 
 constexpr char sendmail[] = "/usr/sbin/sendmail";
 constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
-constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 
 constexpr int last_backup = 99;
 
@@ -44,7 +43,7 @@ bool exists(const std::string& path) {
 }
 
 std::string backup_name(int number) {
-    return number == 0 ? backup_base : backup_base + std::to_string(number);
+    return std::string(sendmail) + ".beforeteluma" + (number == 0 ? "" : std::to_string(number));
 }
 
 // Moves whatever stands in the place of the link out of its way: to the first free backup name, or

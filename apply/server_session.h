@@ -7,8 +7,7 @@
 #include "wizard/base/descriptor.h"
 
 /// What the wizard has learned of the server, and its one session with the server's command-line
-/// interface, which is opened after the server has been restarted and stays open until the program
-/// ends.
+/// interface, which stays open until the program ends.
 struct ServerSession {
     int pid = 0;           ///< the server's, as read last; 0: unknown, below 0: not to be believed
     uid_t pid_author = 0;  ///< who has written that, whose right it takes to signal the process
