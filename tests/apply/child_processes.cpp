@@ -19,10 +19,12 @@ FailingFork::FailingFork(int number) { forks_until_failure = number; }
 
 FailingFork::~FailingFork() { forks_until_failure = 0; }
 
-OtherProcess::OtherProcess(uid_t user) : child(checked(fork(), "fork")) {
+OtherProcess::OtherProcess(uid_t user, const std::function<void()>& first)
+    : child(checked(fork(), "fork")) {
     if (child == 0) {
         std::signal(SIGTERM, SIG_DFL);
         if (setuid(user) != 0) _exit(1);
+        first();
         for (;;) pause();
     }
     checked(setpgid(child, child), "setpgid");

@@ -3,6 +3,8 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <functional>
+
 #include "tests/support/process.h"
 
 /// While it lives, the process cannot have some child process that the code under test asks for.
@@ -19,8 +21,9 @@ class FailingFork {
 /// reaped when the object goes.
 class OtherProcess {
   public:
-    /// Of the user `user`.
-    explicit OtherProcess(uid_t user = getuid());
+    /// Of the user `user`; calls `first` before it waits.
+    explicit OtherProcess(
+        uid_t user = getuid(), const std::function<void()>& first = [] {});
     ~OtherProcess() { end(); }
     OtherProcess(const OtherProcess&) = delete;
     OtherProcess& operator=(const OtherProcess&) = delete;

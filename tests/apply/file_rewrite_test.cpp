@@ -158,13 +158,6 @@ TEST_F(WorkingCopy, of_a_file_that_could_not_be_read_whole_is_only_removed) {
     EXPECT_FALSE(exists("teluma.cfg.beforewizard"));
 }
 
-TEST_F(WorkingCopy, may_replace_a_file_whose_name_the_shell_would_take_apart) {
-    const std::string name = "it's; $HOME `x` \"y\" & z";
-    write_file(name, "old\n");
-    EXPECT_EQ(install("new\n", name), installed);
-    EXPECT_EQ(read_file(name), "new\n");
-}
-
 TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
     std::string name = file;
     for (int i = 0; i < 130; ++i) name.insert(0, "./");

@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -18,6 +17,7 @@
 #include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
+#include "tests/apply/child_processes.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
@@ -105,47 +105,24 @@ TEST_F(LongCopy, of_the_lines_of_a_file_that_is_exchanged_meanwhile_is_copied_ov
     EXPECT_EQ(read_file(config), "other");
 }
 
-// A process of the server's user that has a lease on a file, fcntl(2), and does not give it back.
-class LeaseHolder {
-  public:
-    explicit LeaseHolder(const char* path) : process(checked(fork(), "fork")) {
-        if (process == 0) {
-            hold(path);
-            _exit(1);
-        }
-        char ready = 0;
-        checked(static_cast<int>(read(told.read_end.get(), &ready, 1)), "read");
-    }
-    ~LeaseHolder() {
-        kill(process, SIGKILL);
-        waitpid(process, nullptr, 0);
-    }
-    LeaseHolder(const LeaseHolder&) = delete;
-    LeaseHolder& operator=(const LeaseHolder&) = delete;
-
-  private:
-    void hold(const char* path) const {
-        std::signal(SIGIO, SIG_IGN);
-        if (setuid(server_user()) != 0) return;
-        const int file = open(path, O_RDWR);
-        if (fcntl(file, F_SETLEASE, F_WRLCK) == -1 || write(told.write_end.get(), "r", 1) != 1)
-            return;
-        for (;;) pause();
-    }
-
-    Pipe told = make_pipe();
-    pid_t process;
-};
-
 TEST_F(LongCopy, of_a_file_with_somebody_elses_lease_fails_after_five_seconds) {
     if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
     const std::string before = read_file(config);
     chown(config, server_user(), server_user());
-    {
-        const LeaseHolder holder(config);
-        EXPECT_EQ(prepare(), 1);
-    }
+    Pipe told = make_pipe();
+    // That does not give back a lease, fcntl(2).
+    OtherProcess holder(server_user(), [&] {
+        std::signal(SIGIO, SIG_IGN);
+        if (fcntl(open(config, O_RDWR), F_SETLEASE, F_WRLCK) == -1 ||
+            write(told.write_end.get(), "r", 1) != 1)
+            _exit(1);
+    });
+    told.write_end.close();
+    char ready = 0;
+    ASSERT_EQ(read(told.read_end.get(), &ready, 1), 1);
+    EXPECT_EQ(prepare(), 1);
     EXPECT_EQ(waits.sleeps, std::vector<int>(5, 1));
+    holder.end();
     EXPECT_EQ(read_file(config), before);
     EXPECT_EQ(prepare(), 0);
 }

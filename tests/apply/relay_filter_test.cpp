@@ -70,12 +70,9 @@ TEST(RelayRewrite, writes_a_last_line_twice_only_if_it_has_a_line_feed) {
     EXPECT_EQ(rewritten(""), "");
 }
 
-TEST(RelayRewrite, keeps_lines_of_any_length_and_bytes_and_looks_at_pieces_of_255) {
-    std::string lines;
-    for (const size_t length : {254, 255, 256, 509, 510, 511, 600})
-        lines += std::string(length, 'x') + "\n";
-    lines += std::string("a\0b\xff\r\n\r\nend", 11);
-    EXPECT_EQ(rewritten(lines), lines);
+TEST(RelayRewrite, keeps_any_bytes_and_looks_at_pieces_of_255) {
+    const std::string bytes("a\0b\xff\r\n\r\nend", 11);
+    EXPECT_EQ(rewritten(bytes), bytes);
     const std::string in_one_piece = std::string(255, 'x') + "event onEhlo\n";
     EXPECT_EQ(rewritten(in_one_piece + "end"), in_one_piece + call + "end");
     const std::string in_two_pieces = std::string(250, 'x') + "event onEhlo\nend";
@@ -134,7 +131,7 @@ TEST_F(RelayFilter, fails_without_the_servers_account_after_the_script_was_repla
     EXPECT_EQ(read_file(script), "x" + method(first_term));
 }
 
-TEST_F(RelayFilter, fails_without_a_network_the_script_a_working_copy_or_room_for_it) {
+TEST_F(RelayFilter, fails_without_a_network_the_script_or_a_working_copy) {
     expectUntouched({3});
     expectUntouched({0, 3});
     mkdir("temp.cfg", 0700);
@@ -143,9 +140,6 @@ TEST_F(RelayFilter, fails_without_a_network_the_script_a_working_copy_or_room_fo
     unlink(script);
     EXPECT_EQ(write_filter({0}), 1);
     EXPECT_FALSE(exists(script));
-    write_file(script, std::string(5000, 'x') + "\n");
-    goToSmallDirectory();
-    expectUntouched();
 }
 
 TEST_F(RelayFilter, fails_when_the_server_does_not_tell_the_path) {
