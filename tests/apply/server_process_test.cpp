@@ -155,6 +155,9 @@ TEST_F(ServerCommand, fails_without_a_process_or_when_it_is_too_long_and_is_not_
 
 using Sleeps = std::vector<int>;
 
+const std::string password_set = "called [-A] [secret]\n";
+const std::string called_in_order = password_set + "called\n";
+
 class ServerRestart : public ScriptedServer {
   protected:
     ServerRestart() { write_file(config, before); }
@@ -164,8 +167,6 @@ class ServerRestart : public ScriptedServer {
     static void writePid(int pid) { write_file(pid_file, std::to_string(pid) + "\n"); }
 
     const std::string before = "services = ( a )\ncli=\nlisteners=\naddress=h:5\n";
-    const std::string password_set = "called [-A] [secret]\n";
-    const std::string called_in_order = password_set + "called\n";
 };
 
 TEST_F(ServerRestart, sets_the_password_then_prepares_the_configuration_then_starts_the_server) {
