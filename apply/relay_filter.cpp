@@ -56,8 +56,7 @@ std::string relay_condition(const std::vector<relay_network>& networks) {
 
 void relay_rewrite(FileRewrite& script, const std::string& condition) {
     std::string line;
-    // A read that fails at the end of the file leaves the last line in place, to be written once
-    // more.
+    // A read that fails at the end of the file leaves the last line in place, to be written again.
     while (script.goesOn()) {
         script.read(line);
         script.write(line);

@@ -78,7 +78,7 @@ int sendmail_install(int yes) {
     if (const int failure = prepare_wrapper(); failure != 0) return failure;
     const std::string target = link_target(sendmail);
     if (target == wrapper) return 0;
-    if (save_system_sendmail(target) != 0) return -1;
+    if (const int failure = save_system_sendmail(target); failure != 0) return failure;
     if (symlink(wrapper, sendmail) == 0) return 0;
     return fail(-1, std::string("Unable to symlink ") + wrapper + " to " + sendmail);
 }

@@ -42,8 +42,7 @@ bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
 void config_rewrite(FileRewrite& config) {
     std::string line;
     bool services_seen = false;
-    // A read that fails at the end of the file leaves the last line in place, to be looked at once
-    // more.
+    // A read that fails at the end of the file leaves the last line in place, to be met again.
     while (config.goesOn() && !server_session.out_of_memory) {
         config.read(line);
         const bool is_comment = config_line_is_comment(line.c_str());

@@ -63,7 +63,8 @@ ServerAccount find_server_account() {
 
 int server_read_pid() {
     const File file = open_original(profile().pid_file);
-    if (file == nullptr) return errno == EMLINK ? server_session.pid = -1 : no_pid_file;
+    if (file == nullptr && errno != EMLINK) return no_pid_file;
+    if (file == nullptr) return server_session.pid = -1;
     char line[256];
     // After a read error the line may hold anything.
     if (std::fgets(line, sizeof(line), file.get()) == nullptr) line[0] = '\0';
