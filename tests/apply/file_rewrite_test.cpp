@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -160,9 +161,10 @@ TEST_F(WorkingCopy, of_a_file_that_could_not_be_read_whole_is_only_removed) {
 
 TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
     std::string name = file;
-    for (int i = 0; i < 130; ++i) name.insert(0, "./");
-    EXPECT_EQ(install("new\n", name), not_touched);
-    EXPECT_EQ(read_file(file), "old\n");
+    while (name.size() < 255 - std::strlen("cp temp.cfg  >> /dev/null")) name.insert(0, "./");
+    EXPECT_EQ(install("new\n", name), installed);
+    EXPECT_EQ(install("newer\n", name.insert(1, "/")), not_touched);
+    EXPECT_EQ(read_file(file), "new\n");
 }
 
 constexpr int kept = 0;
