@@ -16,23 +16,21 @@ namespace {
 
 constexpr char copy_name[] = "temp.cfg";
 
+// Never opens a file, or a link, that somebody else has put there.
+constexpr int create_new = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+
 File stream_of(Descriptor descriptor, const char* mode) {
     File stream(descriptor.isOpen() ? fdopen(descriptor.get(), mode) : nullptr);
     if (stream != nullptr) descriptor.release();
     return stream;
 }
 
-// Never opens a file, or a link, that somebody else has put there.
-Descriptor create_copy() {
-    return Descriptor(open(copy_name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-}
-
 File open_copy() {
-    Descriptor descriptor = create_copy();
+    Descriptor descriptor(open(copy_name, create_new, 0600));
     if (!descriptor.isOpen() && errno == ENOENT) {
         // Somebody has removed the directory, as one who tidies up.
         enter_private_directory();
-        descriptor = create_copy();
+        descriptor = Descriptor(open(copy_name, create_new, 0600));
     }
     const bool created = descriptor.isOpen();
     File copy = stream_of(std::move(descriptor), "w");
@@ -55,79 +53,33 @@ struct UnfinishedCopy {
 
 UnfinishedCopy unfinished;
 
-bool write_all(int descriptor, const char* bytes, size_t count) {
-    while (count > 0) {
-        const ssize_t written = write(descriptor, bytes, count);
-        if (written <= 0) return false;
-        bytes += written;
-        count -= static_cast<size_t>(written);
-    }
-    return true;
-}
-
 bool copy_bytes(int from, int to) {
     char block[65536];
     ssize_t count = lseek(from, 0, SEEK_SET);
     while (count != -1 && (count = read(from, block, sizeof(block))) > 0) {
-        if (!write_all(to, block, static_cast<size_t>(count))) return false;
+        // Less is written to a file only where there is no more room.
+        if (write(to, block, static_cast<size_t>(count)) != count) return false;
         let_signals_in();
     }
     return count == 0;
 }
 
-bool has_a_name(int file) {
+// Makes the copy and gives it its name when it is complete. The owner comes first: what another
+// user has written would be root's word in a file of root's, to which that user may give the pid
+// file's name. Returns false when any of it failed, or when another wizard's copy has the name
+// already, or has taken the place of this one, which it took for one that was left over.
+bool make_copy(int from, const std::string& name) {
+    const int directory = unfinished.directory.get();
     struct stat facts {};
-    return fstat(file, &facts) == 0 && facts.st_nlink > 0;
-}
-
-// Makes the unfinished copy. The owner comes first: what another user has written would be root's
-// word in a file of root's, to which that user may give the pid file's name. Returns false when any
-// of it failed, or when another wizard has taken the copy for one that was left over.
-bool copy_file(int from) {
-    struct stat facts {};
-    Descriptor to(openat(unfinished.directory.get(), unfinished.name.c_str(),
-                         O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    Descriptor to(openat(directory, unfinished.name.c_str(), create_new, 0600));
     return to.isOpen() && fstat(from, &facts) == 0 &&
            fchown(to.get(), facts.st_uid, facts.st_gid) == 0 && copy_bytes(from, to.get()) &&
            fchmod(to.get(), facts.st_mode & 01777) == 0 && fsync(to.get()) == 0 &&
-           has_a_name(to.get()) && to.close();
-}
-
-// Whether a file, not a link or a pipe, has the name, and not the very one that `file` has open.
-bool is_other_file(const std::string& name, int file) {
-    struct stat facts {};
-    return fstatat(unfinished.directory.get(), name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0 &&
-           S_ISREG(facts.st_mode) && !is_open_as(facts, file);
-}
-
-bool keep_in_directory(int file, const std::string& name) {
-    const int directory = unfinished.directory.get();
-    struct stat facts {};
-    // What a run that was killed has left unfinished.
-    unfinished.remove();
-    if (fstatat(directory, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == -1 &&
-        (errno != ENOENT || !copy_file(file) ||
-         // Another wizard's copy may have come first: it stays.
-         (linkat(directory, unfinished.name.c_str(), directory, name.c_str(), 0) == -1 &&
-          errno != EEXIST)))
-        return false;
-    return is_other_file(name, file);
+           fstat(to.get(), &facts) == 0 && facts.st_nlink > 0 && to.close() &&
+           linkat(directory, unfinished.name.c_str(), directory, name.c_str(), 0) == 0;
 }
 
 }  // namespace
-
-bool read_file_line(std::FILE* file, std::string& line) {
-    std::string next;
-    let_signals_in();
-    while (next.size() < file_line_limit && (next.empty() || next.back() != '\n')) {
-        const int character = std::getc(file);
-        if (character == EOF) break;
-        next += static_cast<char>(character);
-    }
-    if (next.empty()) return false;
-    line = next;
-    return true;
-}
 
 File open_original(const char* path) { return stream_of(open_named_file(path, O_RDWR), "r+"); }
 
@@ -136,7 +88,14 @@ int keep_copy_beside(int file, const char* path) {
     const std::string name = copy.substr(copy.rfind('/') + 1);
     unfinished.name = name + ".new";
     unfinished.directory = open_named_directory(directory_of(path));
-    const bool kept = unfinished.directory.isOpen() && keep_in_directory(file, name);
+    struct stat facts {};
+    const auto is_there = [&] {
+        return fstatat(unfinished.directory.get(), name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
+    };
+    // What a run that was killed has left unfinished.
+    unfinished.remove();
+    if (!is_there() && errno == ENOENT) make_copy(file, name);
+    const bool kept = is_there() && S_ISREG(facts.st_mode) && !is_open_as(facts, file);
     unfinished.remove();
     unfinished.directory.close();
     return kept ? 0 : 1;
@@ -150,6 +109,20 @@ FileRewrite::FileRewrite(const char* file_name)
 FileRewrite::~FileRewrite() {
     // A copy that is left would bar the way to the next one.
     if (copy != nullptr) unlink(copy_name);
+}
+
+bool FileRewrite::read(std::string& line) {
+    constexpr size_t limit = 255;
+    std::string next;
+    let_signals_in();
+    do {
+        const int character = std::getc(original.get());
+        if (character == EOF) break;
+        next += static_cast<char>(character);
+    } while (next.size() < limit && next.back() != '\n');
+    if (next.empty()) return false;
+    line = next;
+    return true;
 }
 
 int FileRewrite::install() {

@@ -4,8 +4,6 @@
 #include <memory>
 #include <string>
 
-/// Files of the server's that are rewritten line by line.
-
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -13,25 +11,17 @@ struct CloseFile {
 /// A stream that its owner closes.
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-/// The most bytes of a line that are read at a time; a longer line comes in pieces.
-constexpr std::size_t file_line_limit = 255;
-
-/// Reads up to and including the next line feed, at most file_line_limit bytes, letting signals in
-/// before: a file may have lines for minutes. The line may hold zero bytes. Returns false, with
-/// `line` as it was, when nothing could be read.
-bool read_file_line(std::FILE* file, std::string& line);
-
 /// Opens the file `path`, which is to be rewritten, for reading and writing, if it may be
 /// (open_named_file()); null, and errno, when not.
 File open_original(const char* path);
 
 /// Leaves a copy of the file that `file` has open beside the name `path` that led to it, as
-/// PATH.beforewizard, with the same bytes, owner and mode but without the set-user-ID and
-/// set-group-ID bits, unless there is one: the first copy, of the file as it was before the wizard
-/// ever changed it, stays. The copy gets its name only when all of it is on the disk; signals are
-/// let in while it is made, and an end of the program takes what there is of it away. Returns 0
-/// when the copy is there; 1 when it could not be made, or when something else has its name: a
-/// link, a pipe, a directory or a second name of the file itself, none of which is touched.
+/// PATH.beforewizard, of the same bytes, owner and mode but for set-user-ID and set-group-ID. One
+/// that is there stays: it is of the file as it was before the wizard ever changed it. It gets its
+/// name when all of it is on the disk; signals are let in while it is made, and an end of the
+/// program takes away what there is of it. Returns 0 when it is there; 1 when it could not be made,
+/// or when its name is a link's, a pipe's, a directory's or a second one of the file itself, none
+/// of which is touched.
 int keep_copy_beside(int file, const char* path);
 
 /// One rewriting: what the file is to become is written into the working copy "temp.cfg" in the
@@ -44,30 +34,29 @@ class FileRewrite {
 
     /// Takes the working copy away.
     ~FileRewrite();
-    FileRewrite(const FileRewrite&) = delete;
-    FileRewrite& operator=(const FileRewrite&) = delete;
 
     /// False when the file can't be opened, or there is something of the copy's name already.
-    bool isOpen() const { return original != nullptr && copy != nullptr; }
+    bool isOpen() const { return copy != nullptr; }
 
     /// The descriptor of the file, which stays this object's.
     int file() const { return fileno(original.get()); }
 
     /// False once the end of the file, or an error, has been met.
-    bool goesOn() const {
-        return std::feof(original.get()) == 0 && std::ferror(original.get()) == 0;
-    }
+    bool goesOn() const { return !std::feof(original.get()) && !std::ferror(original.get()); }
 
-    bool read(std::string& line) { return read_file_line(original.get(), line); }
+    /// Reads up to and including the next line feed, at most 255 bytes: a longer line comes in
+    /// pieces. It may hold zero bytes. Lets signals in before, as a file may have lines for
+    /// minutes. Returns false, with `line` as it was, when nothing could be read.
+    bool read(std::string& line);
 
     /// Adds to the working copy. Whether that has failed is known to install().
     void write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), copy.get()); }
 
-    /// Copies the working copy over the file, whose owner and mode stay. Before the file is changed
-    /// for the first time it is kept beside itself. Does not touch it unless all of it could be
-    /// read, every byte has been written, the name fits into a command and still leads there, and
-    /// the original is kept. Returns 0; 1 when it was not touched, or when the name leads elsewhere
-    /// afterwards. What the commands themselves say is not looked at.
+    /// Copies the working copy over the file, whose owner and mode stay, after a copy of the file
+    /// was kept beside it. Does not touch it unless all of it could be read, every byte has been
+    /// written, the name fits into a command and still leads there, and that copy is kept. Returns
+    /// 0; 1 when it was not touched, or when the name leads elsewhere afterwards. What the commands
+    /// themselves say is not looked at.
     int install();
 
   private:

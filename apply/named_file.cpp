@@ -1,11 +1,9 @@
 #include "apply/named_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <utility>
 
 #include "wizard/system/signal_gate.h"
 
@@ -19,65 +17,56 @@ bool only_root_writes(int directory) {
            (facts.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-// The way along a path, from one directory to the next.
-class Walk {
-  public:
-    explicit Walk(std::string path) : rest(std::move(path)) {
-        if (!rest.empty()) enter(AT_FDCWD, rest[0] == '/' ? "/" : ".");
-    }
-
-    // Walks up to the last name. Returns false when there is no way; whether anything has the last
-    // name shows in `facts`.
-    bool arrives();
-
-    Descriptor directory;  // where `name` stands
+// Where a path leads.
+struct Place {
+    Descriptor directory;  // where `name` stands; empty when there is no way
     std::string name;      // no link
     struct stat facts {};  // of what has the name; all zero where nothing has it
-
-  private:
-    void enter(int from, const char* where) {
-        directory = Descriptor(
-            openat(from, where, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    }
-
-    void takeName();
-    bool follow();
-
-    std::string rest;  // of the path, after `name`
 };
 
-void Walk::takeName() {
-    rest.erase(0, rest.find_first_not_of('/'));
-    name = rest.substr(0, rest.find('/'));
-    rest.erase(0, name.size());
-    if (name.empty()) name = ".";
+Descriptor open_directory(int from, const std::string& name) {
+    return Descriptor(
+        openat(from, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
 }
 
-bool Walk::follow() {
+std::string take_first_name(std::string& path) {
+    path.erase(0, path.find_first_not_of('/'));
+    const std::string name = path.substr(0, path.find('/'));
+    path.erase(0, name.size());
+    return name.empty() ? "." : name;
+}
+
+// Empty for a link that is not followed.
+std::string target_of(const Place& link) {
     char target[4096];  // PATH_MAX, which not every system defines
-    if (!is_roots(facts) || !only_root_writes(directory.get())) return false;
-    const ssize_t length = readlinkat(directory.get(), name.c_str(), target, sizeof(target));
-    if (length <= 0 || static_cast<size_t>(length) == sizeof(target)) return false;
-    rest.insert(0, target, static_cast<size_t>(length));
-    if (rest[0] == '/') enter(AT_FDCWD, "/");
-    return true;
+    if (!is_roots(link.facts) || !only_root_writes(link.directory.get())) return "";
+    const ssize_t length =
+        readlinkat(link.directory.get(), link.name.c_str(), target, sizeof(target));
+    if (length <= 0 || static_cast<size_t>(length) == sizeof(target)) return "";
+    return {target, static_cast<size_t>(length)};
 }
 
-bool Walk::arrives() {
+Place walk(std::string path) {
+    Place place;
+    place.directory = open_directory(AT_FDCWD, path[0] == '/' ? "/" : ".");
     int links_left = 40;  // as many as Linux follows, path_resolution(7)
-    while (directory.isOpen()) {
-        takeName();
-        facts = {};
-        const bool found = fstatat(directory.get(), name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0;
-        if (found && S_ISLNK(facts.st_mode)) {
-            if (links_left-- == 0 || !follow()) return false;
-        } else if (rest.empty()) {
-            return true;
+    while (place.directory.isOpen()) {
+        const int directory = place.directory.get();
+        place.name = take_first_name(path);
+        if (fstatat(directory, place.name.c_str(), &place.facts, AT_SYMLINK_NOFOLLOW) == -1)
+            place.facts = {};
+        if (S_ISLNK(place.facts.st_mode)) {
+            const std::string target = links_left-- == 0 ? "" : target_of(place);
+            if (target.empty()) return {};
+            path.insert(0, target);
+            if (path[0] == '/') place.directory = open_directory(AT_FDCWD, "/");
+        } else if (path.empty()) {
+            return place;
         } else {
-            enter(directory.get(), name.c_str());
+            place.directory = open_directory(directory, place.name);
         }
     }
-    return false;
+    return {};
 }
 
 Descriptor open_once_given_back(int directory, const char* name, int flags) {
@@ -93,11 +82,11 @@ Descriptor open_once_given_back(int directory, const char* name, int flags) {
 Descriptor open_named_file(const char* path, int flags) {
     // Of what is refused no call says why.
     errno = EACCES;
-    Walk walk(path);
+    const Place place = walk(path);
     // Only to look at it might do something to a device.
-    if (!walk.arrives() || !S_ISREG(walk.facts.st_mode)) return {};
-    const int directory = walk.directory.get();
-    Descriptor file = open_once_given_back(directory, walk.name.c_str(),
+    if (!S_ISREG(place.facts.st_mode)) return {};
+    const int directory = place.directory.get();
+    Descriptor file = open_once_given_back(directory, place.name.c_str(),
                                            flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     struct stat facts {};
     if (!file.isOpen() || fstat(file.get(), &facts) == -1 || !S_ISREG(facts.st_mode)) return {};
@@ -106,10 +95,7 @@ Descriptor open_named_file(const char* path, int flags) {
     return {};
 }
 
-Descriptor open_named_directory(const std::string& path) {
-    Walk walk(path + "/.");
-    return walk.arrives() ? std::move(walk.directory) : Descriptor();
-}
+Descriptor open_named_directory(const std::string& path) { return walk(path + "/.").directory; }
 
 bool is_open_as(const struct stat& facts, int descriptor) {
     struct stat open {};
@@ -117,16 +103,12 @@ bool is_open_as(const struct stat& facts, int descriptor) {
            open.st_ino == facts.st_ino;
 }
 
-bool leads_to(const char* path, int descriptor) {
-    Walk walk(path);
-    return walk.arrives() && is_open_as(walk.facts, descriptor);
-}
+bool leads_to(const char* path, int descriptor) { return is_open_as(walk(path).facts, descriptor); }
 
 bool leads_into(const char* path, int descriptor, const std::string& directory) {
-    Walk walk(path);
-    Walk place(directory + "/.");
-    return walk.arrives() && is_open_as(walk.facts, descriptor) && place.arrives() &&
-           is_open_as(place.facts, walk.directory.get());
+    const Place file = walk(path);
+    return is_open_as(file.facts, descriptor) &&
+           is_open_as(walk(directory + "/.").facts, file.directory.get());
 }
 
 std::string directory_of(const std::string& path) {

@@ -13,7 +13,6 @@
 #include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/install_profile.h"
-#include "wizard/base/tel_help.h"
 #include "wizard/system/private_directory.h"
 
 namespace {
@@ -31,20 +30,17 @@ std::string condition_for(const int* indices, int count) {
     return condition;
 }
 
-bool belongs_to(const ServerAccount& account, int file) {
-    struct stat facts {};
-    return account.exists && fstat(file, &facts) == 0 && facts.st_uid == account.user;
-}
-
 // Whether the server may have this file given to its account: a server that runs as root has a
-// right to every file, any other one to its own files and those in the directories that are there
-// for it. Its program is not among these.
+// right to every file, any other one to its own files and those beside its configuration and its
+// domains. Its program is not among these.
 bool may_be_given(const char* path, int script) {
     const InstallProfile& profile = install_profiles[os_kind];
-    return server_session.peer_is_root ||
-           leads_into(path, script, directory_of(profile.config_file)) ||
-           leads_into(path, script, profile.domains_dir) ||
-           belongs_to(find_server_account(), script);
+    if (server_session.peer_is_root || leads_into(path, script, profile.domains_dir) ||
+        leads_into(path, script, directory_of(profile.config_file)))
+        return true;
+    const ServerAccount account = find_server_account();
+    struct stat facts {};
+    return account.exists && fstat(script, &facts) == 0 && facts.st_uid == account.user;
 }
 
 }  // namespace
@@ -60,8 +56,7 @@ std::string relay_condition(const std::vector<relay_network>& networks) {
 
 void relay_rewrite(FileRewrite& script, const std::string& condition) {
     std::string line;
-    // A read that fails at the end of the file leaves the last line in place, to be written once
-    // more.
+    // A read that fails at the end of the file leaves the last line in place, to be written again.
     while (script.goesOn()) {
         script.read(line);
         script.write(line);

@@ -18,7 +18,6 @@ namespace {
 
 constexpr char sendmail[] = "/usr/sbin/sendmail";
 constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
-constexpr char backup_base[] = "/usr/sbin/sendmail.beforeteluma";
 
 constexpr int last_backup = 99;
 
@@ -44,7 +43,7 @@ bool exists(const std::string& path) {
 }
 
 std::string backup_name(int number) {
-    return number == 0 ? backup_base : backup_base + std::to_string(number);
+    return std::string(sendmail) + ".beforeteluma" + (number == 0 ? "" : std::to_string(number));
 }
 
 // Moves whatever stands in the place of the link out of its way: to the first free backup name, or
@@ -68,8 +67,7 @@ int prepare_wrapper() {
     const bool given = file.isOpen() && account.exists && (account.user != 0 || has_one_user()) &&
                        fchown(file.get(), account.user, account.group) == 0;
     if (!given) return fail(-1, std::string("Unable to chown ") + wrapper);
-    if (fchmod(file.get(), 06755) != 0) return fail(1, std::string("Unable to chmod ") + wrapper);
-    return 0;
+    return fchmod(file.get(), 06755) == 0 ? 0 : fail(1, std::string("Unable to chmod ") + wrapper);
 }
 
 }  // namespace
@@ -77,12 +75,10 @@ int prepare_wrapper() {
 int sendmail_install(int yes) {
     if (yes == 0) return 0;
     openlog("WIZARD", LOG_NDELAY, LOG_USER);
-    const int prepared = prepare_wrapper();
-    if (prepared != 0) return prepared;
+    if (const int failure = prepare_wrapper(); failure != 0) return failure;
     const std::string target = link_target(sendmail);
     if (target == wrapper) return 0;
-    if (save_system_sendmail(target) != 0) return -1;
-    if (symlink(wrapper, sendmail) == -1)
-        return fail(-1, std::string("Unable to symlink ") + wrapper + " to " + sendmail);
-    return 0;
+    if (const int failure = save_system_sendmail(target); failure != 0) return failure;
+    if (symlink(wrapper, sendmail) == 0) return 0;
+    return fail(-1, std::string("Unable to symlink ") + wrapper + " to " + sendmail);
 }

@@ -27,8 +27,6 @@ bool has_key(const std::string& line, const char* key) {
     return found != nullptr && std::strcmp(found.get(), key) == 0;
 }
 
-bool goes_on(const FileRewrite& config) { return config.goesOn() && !server_session.out_of_memory; }
-
 // Copies lines up to and including the first one that has this key, which a commented line has not,
 // as its key begins with the "#". Returns false when the file ends before.
 bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
@@ -39,35 +37,23 @@ bool copy_up_to_key(FileRewrite& config, std::string& line, const char* key) {
     return false;
 }
 
-// Copies one line after the list of services, or all up to the address at the beginning of a
-// section. Returns false at the end of the file.
-bool copy_section_line(FileRewrite& config, std::string& line) {
-    const bool is_comment = config_line_is_comment(line.c_str());
-    const bool begins_section = !is_comment && has_key(line, "cli");
-    if (!is_comment && !begins_section && !goes_on(config)) return false;
-    config.write(line);
-    if (begins_section && copy_up_to_key(config, line, "listeners") &&
-        copy_up_to_key(config, line, "address"))
-        config_read_cli_address(line.c_str());
-    return true;
-}
-
 }  // namespace
 
 void config_rewrite(FileRewrite& config) {
     std::string line;
     bool services_seen = false;
-    // A read that fails at the end of the file leaves the last line in place, to be looked at once
-    // more.
-    while (goes_on(config)) {
+    // A read that fails at the end of the file leaves the last line in place, to be met again.
+    while (config.goesOn() && !server_session.out_of_memory) {
         config.read(line);
-        if (services_seen) {
-            if (!copy_section_line(config, line)) break;
-            continue;
-        }
-        services_seen =
-            !config_line_is_comment(line.c_str()) && config_ensure_cli_service(line) == 0;
+        const bool is_comment = config_line_is_comment(line.c_str());
+        const bool begins_section = services_seen && !is_comment && has_key(line, "cli");
+        // At the end of the file no other line after the list is written.
+        if (services_seen && !is_comment && !begins_section && !config.goesOn()) break;
+        if (!services_seen && !is_comment) services_seen = config_ensure_cli_service(line) == 0;
         config.write(line);
+        if (begins_section && copy_up_to_key(config, line, "listeners") &&
+            copy_up_to_key(config, line, "address"))
+            config_read_cli_address(line.c_str());
     }
 }
 
@@ -77,10 +63,7 @@ int config_prepare(const char* path) {
     config_rewrite(config);
     const int result = server_session.out_of_memory ? 1 : config.install();
     // Of the file that has come in its place nothing is known.
-    if (!leads_to(path, config.file())) {
-        server_session.cli_host[0] = '\0';
-        server_session.cli_port = 0;
-    }
+    if (!leads_to(path, config.file())) server_session.cli_host[0] = '\0';
     return result;
 }
 
@@ -101,9 +84,8 @@ char* config_key_of(const char* line) {
 bool config_line_is_comment(const char* line) { return std::strchr(line, '#') != nullptr; }
 
 int config_ensure_cli_service(std::string& line) {
-    constexpr char key[] = "services";
-    if (!has_key(line, key)) return 1;
-    const size_t from = std::strlen(key) + server_session.key_indent;
+    if (!has_key(line, "services")) return 1;
+    const size_t from = std::strlen("services") + server_session.key_indent;
     const std::string value = line.substr(from, line.find(')', from) - from);
     // What only separates does not count.
     if (without(value, std::string("\n\0(=\t", 5)).find("cli") != std::string::npos) return 0;
@@ -115,10 +97,9 @@ int config_ensure_cli_service(std::string& line) {
 void config_read_cli_address(const char* line) {
     const std::string text(line, std::strcspn(line, "#"));
     const size_t from = std::strlen("address") + server_session.key_indent;
-    const std::string address = without(text.substr(std::min(from, text.size())), " \t=");
+    const std::string address = without(text.substr(std::min(from, text.size())), " \t=") + ":";
     const size_t colon = address.find_first_of(":\n");
     std::snprintf(server_session.cli_host, sizeof(server_session.cli_host), "%s",
                   address.substr(0, colon).c_str());
-    const char* port = colon == std::string::npos ? "" : address.c_str() + colon + 1;
-    server_session.cli_port = static_cast<std::uint16_t>(std::atoi(port));
+    server_session.cli_port = static_cast<std::uint16_t>(std::atoi(&address[colon + 1]));
 }

@@ -10,19 +10,18 @@ class FileRewrite;
 /// which may have one after them.
 
 /// Rewrites the configuration file `path` so that the server's command-line interface is among its
-/// services, and reads where that listens into `server_session`. Everything else is copied as it
-/// stands, except for the last line: with a line feed it is written twice where it is a comment or
-/// there is no line of services; without one it is left out after the services, unless it is a
-/// comment or of the `cli` section up to its address. Returns 0, or 1 when the file or its working
-/// copy can't be opened, read or installed, or there is no memory. The address is unknown
-/// afterwards when the file is exchanged meanwhile.
+/// services, and reads where that listens into `server_session`. All else is copied as it stands
+/// but for the last line, which may come to be there twice or not at all (docs/reliability.md, "A
+/// file may end otherwise than before"). Returns 0, or 1 when the file or its working copy can't be
+/// opened, read or installed, or there is no memory. The address is unknown afterwards when the
+/// file is exchanged meanwhile.
 int config_prepare(const char* path);
 
 /// The part of it that writes the working copy.
 void config_rewrite(FileRewrite& config);
 
-/// The key of a line, the characters before its first "=" without spaces and tabs, at most 255 of
-/// them, in a zero-filled 256-byte buffer that the caller frees; empty for a line without "=". Sets
+/// The key of a line, the first 255 characters before its first "=" but for spaces and tabs, in a
+/// zero-filled 256-byte buffer that the caller frees; empty for a line without "=". Sets
 /// `server_session.key_indent`. Returns null, and notes that in `server_session`, when there is no
 /// memory.
 char* config_key_of(const char* line);

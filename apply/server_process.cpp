@@ -25,9 +25,6 @@ namespace {
 // What server_read_pid() returns for a pid file that can't be opened.
 constexpr int no_pid_file = 1;
 
-// In the place of a process id: nobody is to be signalled, which is a failure.
-constexpr int no_process = -1;
-
 InstallProfile& profile() { return install_profiles[os_kind]; }
 
 // Whether the word of this file's owner, whom it stores, counts for processes of that user's.
@@ -40,24 +37,16 @@ bool is_believed(int file) {
     return account.exists && account.user == facts.st_uid;
 }
 
-// Waits for a child that some user may stop, but not for that user. Lets no signals in, as this may
-// be the end of the wizard already.
-bool ends_well(pid_t child) {
-    int status = 0;
-    pid_t seen = 0;
-    do {
-        seen = waitpid(child, &status, WUNTRACED);
-        if (seen == child && WIFSTOPPED(status)) kill(child, SIGKILL);
-    } while (seen == -1 ? errno == EINTR : WIFSTOPPED(status));
-    return seen == child && status == 0;
-}
-
 // With the right of `user` alone: whether the process is that user's is then looked at in the same
-// moment.
+// moment. Does not wait for a child that the user stops, and lets no signals in, as this may be the
+// end of the wizard already.
 bool terminate_as(uid_t user) {
     const pid_t child = fork();
     if (child == 0) _exit(setuid(user) == 0 && kill(server_session.pid, SIGTERM) == 0 ? 0 : 1);
-    return child != -1 && ends_well(child);
+    if (child == -1) return false;
+    int status = -1;
+    while (waitpid(child, &status, WUNTRACED) == child && WIFSTOPPED(status)) kill(child, SIGKILL);
+    return status == 0;
 }
 
 }  // namespace
@@ -75,21 +64,20 @@ ServerAccount find_server_account() {
 int server_read_pid() {
     const File file = open_original(profile().pid_file);
     if (file == nullptr && errno != EMLINK) return no_pid_file;
+    if (file == nullptr) return server_session.pid = -1;
     char line[256];
     // After a read error the line may hold anything.
-    if (file == nullptr || std::fgets(line, sizeof(line), file.get()) == nullptr) line[0] = '\0';
-    const bool counts = file != nullptr && is_believed(fileno(file.get()));
-    return server_session.pid = counts ? std::atoi(line) : no_process;
+    if (std::fgets(line, sizeof(line), file.get()) == nullptr) line[0] = '\0';
+    return server_session.pid = is_believed(fileno(file.get())) ? std::atoi(line) : -1;
 }
 
 int server_stop() {
     const pid_t pid = server_session.pid;
     const uid_t author = server_session.pid_author;
-    if (pid == 0) return 0;
     // A number below 0 would mean a group of processes, or all there are.
-    if (pid < 0) return 1;
-    if (author != 0 && author != geteuid()) return terminate_as(author) ? 0 : 1;
-    return kill(pid, SIGTERM) == -1 ? 1 : 0;
+    if (pid <= 0) return pid == 0 ? 0 : 1;
+    const bool is_roots = author == 0 || author == geteuid();
+    return (is_roots ? kill(pid, SIGTERM) == 0 : terminate_as(author)) ? 0 : 1;
 }
 
 int server_start() {

@@ -16,14 +16,14 @@ struct ServerAccount {
 ServerAccount find_server_account();
 
 /// Reads the first line of the pid file as a number into `server_session.pid` and returns it.
-/// Returns 1, with that as it was, when the file can't be opened for reading and writing
-/// (open_original()). A file that holds 1 looks the same to the caller. A file that is neither
-/// root's nor the server's account's, or that somebody else may have given its name, counts as -1.
+/// Returns 1, with that as it was, when open_original() can't open the file: a file that holds 1
+/// looks the same. A file that is neither root's nor the server's account's, or that somebody else
+/// may have given its name, counts as -1.
 int server_read_pid();
 
-/// Sends the server SIGTERM if its process id is known. Where the server's account has written that
-/// into the pid file it goes to a process of this account's only. Returns 0, or 1 when it could not
-/// be sent.
+/// Sends the server SIGTERM if its process id is known; where the server's account has written that
+/// into the pid file, to a process of this account's only. Returns 0, or 1 when it could not be
+/// sent.
 int server_stop();
 
 /// Runs the server, which puts itself into the background. Returns 0, or 1 when it could not be
@@ -35,7 +35,7 @@ int server_start();
 int server_set_admin_password(const char* password);
 
 /// Stops the running server, waits until its pid file is gone, without a limit and letting signals
-/// in, sets its administrator password, makes sure that its command-line interface is on and starts
-/// it again. The password is kept for the login. Returns 0, or 1 when the server could not be
+/// in, sets its administrator password, which is kept for the login, makes sure that its
+/// command-line interface is on and starts it again. Returns 0, or 1 when the server could not be
 /// stopped, given the password or started.
 int server_restart_with_password(const char* password);

@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cstring>
 #include <functional>
 
@@ -50,12 +48,11 @@ std::string in_double_quotes(const char* text) {
 }
 
 std::string as_shell_word(const char* name) {
-    const auto is_harmless = [](unsigned char character) {
-        return std::isalnum(character) != 0 || std::strchr("/._+,:@%-", character) != nullptr;
-    };
+    constexpr char harmless[] =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+,:@%-";
     // A name that begins with a dash would be taken for an option.
     std::string word = (*name == '-' ? "./" : "") + std::string(name);
-    if (!word.empty() && std::all_of(word.begin(), word.end(), is_harmless)) return word;
+    if (!word.empty() && word.find_first_not_of(harmless) == std::string::npos) return word;
     for (size_t at = word.find('\''); at != std::string::npos; at = word.find('\'', at + 4))
         word.replace(at, 1, "'\\''");
     return "'" + word + "'";

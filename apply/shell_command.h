@@ -3,8 +3,7 @@
 #include <cstddef>
 #include <string>
 
-/// The longest shell command, in characters. A longer one is not run: a command that was cut short
-/// must not be.
+/// The longest shell command, in characters. A longer one is not run, let alone cut short.
 constexpr std::size_t shell_command_limit = 255;
 
 /// Has /bin/sh run a command of the server's, in the directory that the wizard was started in, and

@@ -1,4 +1,4 @@
-// Files read by lines, opened, and rewritten through the working copy.
+// Files read by lines, opened, rewritten through the working copy, and kept beside themselves.
 
 #include "apply/file_rewrite.h"
 
@@ -7,28 +7,36 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
 #include "tests/apply/working_directory.h"
+#include "tests/support/case_name.h"
+#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 
 namespace {
 
 using Lines = std::vector<std::string>;
 
+constexpr const char* file = "teluma.cfg";
+
 class FileLines : public testing::Test {
   protected:
     // The lines and pieces of lines that a file with this content is read in. A read at its end
     // leaves the last one as it was.
     static Lines linesOf(const std::string& content) {
-        write_file("file", content);
-        const File file = open_original("file");
+        write_file(file, content);
+        FileRewrite rewrite(file);
         Lines lines;
         std::string line = "before";
-        while (read_file_line(file.get(), line)) lines.push_back(line);
+        while (rewrite.read(line)) {
+            lines.push_back(line);
+            EXPECT_EQ(rewrite.goesOn(), line.back() == '\n' || line.size() == 255);
+        }
         EXPECT_EQ(line, lines.empty() ? "before" : lines.back());
-        EXPECT_NE(std::feof(file.get()), 0);
+        EXPECT_FALSE(rewrite.goesOn());
         return lines;
     }
 
@@ -51,31 +59,21 @@ TEST_F(FileLines, longer_than_255_bytes_come_in_pieces) {
     EXPECT_EQ(linesOf(piece + piece + "rest\n"), (Lines{piece, piece, "rest\n"}));
 }
 
-TEST_F(FileLines, the_end_of_the_file_is_met_with_a_last_line_that_has_no_line_feed) {
-    for (const char* content : {"only\n", "only"}) {
-        write_file("file", content);
-        FileRewrite file("file");
-        std::string line;
-        EXPECT_TRUE(file.read(line));
-        EXPECT_EQ(file.goesOn(), std::string(content).back() == '\n');
-    }
-}
-
 class OpenOriginal : public testing::Test {
     WorkingDirectory directory;
 };
 
 TEST_F(OpenOriginal, opens_a_file_or_a_link_to_it_for_reading_and_writing_for_this_process_alone) {
-    write_file("file", "content");
-    ASSERT_EQ(symlink("file", "link"), 0);
-    for (const char* name : {"file", "link"}) {
+    write_file("f", "content");
+    ASSERT_EQ(symlink("f", "link"), 0);
+    for (const char* name : {"f", "link"}) {
         const File original = open_original(name);
         ASSERT_NE(original, nullptr);
         EXPECT_EQ(std::getc(original.get()), 'c');
         EXPECT_EQ(fcntl(fileno(original.get()), F_GETFL) & O_ACCMODE, O_RDWR);
         EXPECT_EQ(fcntl(fileno(original.get()), F_GETFD), FD_CLOEXEC);
     }
-    EXPECT_EQ(read_file("file"), "content");
+    EXPECT_EQ(read_file("f"), "content");
 }
 
 // Nobody may ever write to the pipe, and the device never ends.
@@ -93,7 +91,7 @@ constexpr int not_touched = 1;
 
 class WorkingCopy : public testing::Test {
   protected:
-    WorkingCopy() { write_file("teluma.cfg", "old\n"); }
+    WorkingCopy() { write_file(file, "old\n"); }
 
     // Writes a working copy and installs it.
     static int install(const std::string& content, const std::string& path) {
@@ -110,7 +108,7 @@ class WorkingCopy : public testing::Test {
 
 TEST_F(WorkingCopy, stands_in_the_current_directory_readable_by_nobody_else_while_it_is_needed) {
     {
-        const FileRewrite rewrite("teluma.cfg");
+        const FileRewrite rewrite(file);
         EXPECT_TRUE(rewrite.isOpen());
         EXPECT_EQ(read_file("temp.cfg"), "");
         EXPECT_EQ(file_facts("temp.cfg").mode, 0600u);
@@ -122,60 +120,162 @@ TEST_F(WorkingCopy, stands_in_the_current_directory_readable_by_nobody_else_whil
 
 TEST_F(WorkingCopy, is_not_made_of_what_is_there_already) {
     write_file("victim", "precious\n");
-    write_file("temp.cfg", "somebody's");
-    EXPECT_FALSE(FileRewrite("teluma.cfg").isOpen());
-    EXPECT_EQ(read_file("temp.cfg"), "somebody's");
-    unlink("temp.cfg");
-    ASSERT_EQ(symlink("victim", "temp.cfg"), 0);
-    EXPECT_FALSE(FileRewrite("teluma.cfg").isOpen());
-    EXPECT_EQ(read_file("victim"), "precious\n");
-    unlink("temp.cfg");
+    for (int (*put)() : {+[] { return link("victim", "temp.cfg"); },
+                         +[] { return symlink("victim", "temp.cfg"); }}) {
+        ASSERT_EQ(put(), 0);
+        EXPECT_FALSE(FileRewrite(file).isOpen());
+        EXPECT_EQ(read_file("temp.cfg"), "precious\n");
+        unlink("temp.cfg");
+    }
     mkdir("temp.cfg", 0700);
-    EXPECT_FALSE(FileRewrite("teluma.cfg").isOpen());
+    EXPECT_FALSE(FileRewrite(file).isOpen());
     EXPECT_TRUE(exists("temp.cfg"));
 }
 
 TEST_F(WorkingCopy, is_copied_over_the_file_which_keeps_its_owner_group_and_mode) {
-    chmod("teluma.cfg", 0640);
-    const bool other_owner = chown("teluma.cfg", 12, 34) == 0;
+    chmod(file, 0640);
+    const bool other_owner = chown(file, 12, 34) == 0;
     const std::string content("new, and\0 longer\n", 17);
-    EXPECT_EQ(install(content, directory / "teluma.cfg"), installed);
-    EXPECT_EQ(read_file("teluma.cfg"), content);
-    const FileFacts facts = file_facts("teluma.cfg");
+    EXPECT_EQ(install(content, directory / file), installed);
+    EXPECT_EQ(read_file(file), content);
+    const FileFacts facts = file_facts(file);
     EXPECT_EQ(facts.mode, 0640u);
     EXPECT_EQ(facts.owner, other_owner ? 12 : getuid());
     EXPECT_EQ(facts.group, other_owner ? 34 : getgid());
 }
 
 TEST_F(WorkingCopy, of_a_file_that_could_not_be_read_whole_is_only_removed) {
-    {
-        FileRewrite rewrite("teluma.cfg");
-        std::string line;
-        // A process's memory can't be read at address 0, proc(5).
-        const Descriptor unreadable(open("/proc/self/mem", O_RDONLY));
-        ASSERT_NE(dup2(unreadable.get(), rewrite.file()), -1);
-        EXPECT_FALSE(rewrite.read(line));
-        EXPECT_FALSE(rewrite.goesOn());
-        rewrite.write("half");
-        EXPECT_EQ(rewrite.install(), not_touched);
-    }
-    EXPECT_EQ(read_file("teluma.cfg"), "old\n");
+    FileRewrite rewrite(file);
+    std::string line;
+    // A process's memory can't be read at address 0, proc(5).
+    const Descriptor unreadable(open("/proc/self/mem", O_RDONLY));
+    ASSERT_NE(dup2(unreadable.get(), rewrite.file()), -1);
+    EXPECT_FALSE(rewrite.read(line));
+    EXPECT_FALSE(rewrite.goesOn());
+    rewrite.write("half");
+    EXPECT_EQ(rewrite.install(), not_touched);
+    EXPECT_EQ(read_file(file), "old\n");
     EXPECT_FALSE(exists("temp.cfg"));
     EXPECT_FALSE(exists("teluma.cfg.beforewizard"));
 }
 
-TEST_F(WorkingCopy, may_replace_a_file_whose_name_the_shell_would_take_apart) {
-    const std::string name = "it's; $HOME `x` \"y\" & z";
-    write_file(name, "old\n");
+TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
+    std::string name = file;
+    while (name.size() < 255 - std::strlen("cp temp.cfg  >> /dev/null")) name.insert(0, "./");
     EXPECT_EQ(install("new\n", name), installed);
-    EXPECT_EQ(read_file(name), "new\n");
+    EXPECT_EQ(install("newer\n", name.insert(1, "/")), not_touched);
+    EXPECT_EQ(read_file(file), "new\n");
 }
 
-TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {
-    std::string name = "teluma.cfg";
-    for (int i = 0; i < 130; ++i) name.insert(0, "./");
-    EXPECT_EQ(install("new\n", name), not_touched);
-    EXPECT_EQ(read_file("teluma.cfg"), "old\n");
+constexpr int kept = 0;
+constexpr int not_kept = 1;
+
+class OriginalCopy : public testing::Test {
+  protected:
+    static constexpr const char* copy = "teluma.cfg.beforewizard";
+    static constexpr const char* unfinished = "teluma.cfg.beforewizard.new";
+
+    OriginalCopy() {
+        write_file(file, "original\n");
+        write_file("victim", "precious\n");
+    }
+    ~OriginalCopy() override { EXPECT_EQ(read_file("victim"), "precious\n"); }
+
+    static int keep() { return keep_copy_beside(Descriptor(open(file, O_RDONLY)).get(), file); }
+
+    WorkingDirectory directory;
+};
+
+TEST_F(OriginalCopy, has_every_byte) {
+    for (const std::string& bytes : {std::string(), std::string("\0\r\n\377\0", 5),
+                                     std::string(65536, 'b'), std::string(200001, '\n')}) {
+        write_file(file, bytes);
+        unlink(copy);
+        EXPECT_EQ(keep(), kept);
+        EXPECT_TRUE(read_file(copy) == bytes);
+        EXPECT_TRUE(read_file(file) == bytes);
+        EXPECT_FALSE(exists(unfinished));
+    }
 }
+
+// So that it runs for nobody with the rights of its owner.
+TEST_F(OriginalCopy, has_the_owner_and_the_mode_but_for_set_ids_whatever_the_mask) {
+    const bool other_owner = chown(file, 12, 34) == 0;
+    const mode_t mask = umask(0777);
+    for (const mode_t mode : {0600u, 0644u, 0666u, 0400u, 01755u, 06755u}) {
+        chmod(file, mode);
+        unlink(copy);
+        EXPECT_EQ(keep(), kept);
+        EXPECT_EQ(file_facts(copy).mode, mode & 01777u);
+        EXPECT_EQ(file_facts(copy).owner, other_owner ? 12 : getuid());
+        EXPECT_EQ(file_facts(copy).group, other_owner ? 34 : getgid());
+    }
+    umask(mask);
+}
+
+TEST_F(OriginalCopy, is_never_made_again) {
+    EXPECT_EQ(keep(), kept);
+    chmod(copy, 0604);
+    write_file(file, "changed\n");
+    EXPECT_EQ(keep(), kept);
+    EXPECT_EQ(read_file(copy), "original\n");
+    EXPECT_EQ(file_facts(copy).mode, 0604u);
+    EXPECT_EQ(read_file(file), "changed\n");
+}
+
+TEST_F(OriginalCopy, is_not_kept_of_a_file_that_is_missing) {
+    unlink(file);
+    EXPECT_EQ(keep(), not_kept);
+    EXPECT_FALSE(exists(copy));
+    EXPECT_FALSE(exists(unfinished));
+}
+
+// As a run that was killed has left one; or somebody has made it for the wizard to write to.
+TEST_F(OriginalCopy, replaces_a_file_that_has_the_name_it_has_while_it_is_written) {
+    ASSERT_EQ(link("victim", unfinished), 0);
+    EXPECT_EQ(keep(), kept);
+    EXPECT_EQ(read_file(copy), "original\n");
+    EXPECT_FALSE(exists(unfinished));
+}
+
+// Something that is no copy stands under this name.
+struct Obstacle {
+    const char* name;
+    int (*put)(const char* path);
+    int result_as_unfinished = kept;  // it is replaced by the copy
+};
+
+class OriginalCopyBeside : public OriginalCopy, public testing::WithParamInterface<Obstacle> {};
+
+TEST_P(OriginalCopyBeside, under_its_name_takes_this_for_none_and_leaves_it_alone) {
+    ASSERT_EQ(GetParam().put(copy), 0);
+    const mode_t mode = file_facts(copy).mode;
+    EXPECT_EQ(keep(), not_kept);
+    EXPECT_EQ(read_file(file), "original\n");
+    EXPECT_EQ(file_facts(copy).mode, mode);
+    EXPECT_FALSE(exists(unfinished));
+    EXPECT_FALSE(exists("nothing"));
+}
+
+TEST_P(OriginalCopyBeside, under_the_name_it_has_while_it_is_written_replaces_this) {
+    ASSERT_EQ(GetParam().put(unfinished), 0);
+    EXPECT_EQ(keep(), GetParam().result_as_unfinished);
+    EXPECT_EQ(exists(unfinished), GetParam().result_as_unfinished != kept);
+    EXPECT_EQ(exists(copy), GetParam().result_as_unfinished == kept);
+    EXPECT_FALSE(exists("nothing"));
+    if (!exists(copy)) return;
+    EXPECT_EQ(read_file(copy), "original\n");
+    EXPECT_FALSE(file_facts(copy).is_link);
+}
+
+const Obstacle obstacles[] = {
+    {"link", [](const char* path) { return symlink("victim", path); }},
+    {"link_that_leads_nowhere", [](const char* path) { return symlink("nothing", path); }},
+    {"second_name_of_the_file", [](const char* path) { return link(file, path); }},
+    {"pipe", [](const char* path) { return mkfifo(path, 0600); }},
+    {"directory", [](const char* path) { return mkdir(path, 0700); }, not_kept},
+};
+
+INSTANTIATE_TEST_SUITE_P(A, OriginalCopyBeside, testing::ValuesIn(obstacles), CaseName());
 
 }  // namespace

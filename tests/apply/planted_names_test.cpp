@@ -16,7 +16,6 @@
 #include "apply/relay_filter.h"
 #include "apply/sendmail_install.h"
 #include "apply/server_config.h"
-#include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
@@ -52,6 +51,8 @@ struct ServersFile {
 };
 
 constexpr ServersFile configuration = {"configuration", InstalledServer::config, prepare_config, 1};
+constexpr ServersFile filters = {"filters_script", InstalledServer::filters, write_filter, 1};
+constexpr ServersFile wrapper = {"wrapper", "/opt/teluma/bin/sendmail", install_sendmail, -1};
 
 class Planted : public InstalledServerCase, public testing::WithParamInterface<ServersFile> {
   protected:
@@ -70,11 +71,7 @@ class Planted : public InstalledServerCase, public testing::WithParamInterface<S
     // By the server's user.
     template <class Piece>
     static void plant(Piece piece) {
-        EXPECT_EQ(as_user(server_user(),
-                          [&] {
-                              if (!piece()) _exit(1);
-                          }),
-                  exited(0));
+        EXPECT_EQ(as_user(server_user(), [&] { _exit(piece() ? 0 : 1); }), exited(0));
     }
 
     void plantLink() const {
@@ -148,20 +145,14 @@ TEST_P(Planted, link_to_a_directory_that_comes_between_the_look_and_the_open_is_
     expectRefused();
 }
 
-TEST_P(Planted, link_of_roots_where_others_can_write_is_not_followed) {
+TEST_P(Planted, link_is_followed_only_if_it_is_roots_and_only_root_writes_beside_it) {
     putLink(server_user(), 0755);
     expectRefused();
     putLink(0, 0775);
     expectRefused();
-}
-
-TEST_P(Planted, link_of_the_servers_user_in_a_directory_of_roots_is_not_followed) {
     putLink(0, 0755);
     ASSERT_EQ(lchown(file.c_str(), server_user(), server_user()), 0);
     expectRefused();
-}
-
-TEST_P(Planted, link_of_roots_in_a_directory_of_roots_is_followed) {
     putLink(0, 0755);
     expectDone();
 }
@@ -179,12 +170,8 @@ TEST_P(Planted, file_of_the_servers_user_in_its_own_directory_is_taken) {
     EXPECT_EQ(file_facts(file).owner, server_user());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    InPlaceOf, Planted,
-    testing::Values(configuration,
-                    ServersFile{"filters_script", InstalledServer::filters, write_filter, 1},
-                    ServersFile{"wrapper", "/opt/teluma/bin/sendmail", install_sendmail, -1}),
-    CaseName());
+INSTANTIATE_TEST_SUITE_P(InPlaceOf, Planted, testing::Values(configuration, filters, wrapper),
+                         CaseName());
 
 // The file is exchanged when the command that copies over it has been started.
 class Swapped : public Planted {
@@ -229,71 +216,8 @@ TEST_P(Swapped, for_a_pipe_the_command_waits_for_nobody) {
     EXPECT_EQ(GetParam().step(), GetParam().failure);
 }
 
-INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped,
-                         testing::Values(configuration,
-                                         ServersFile{"filters_script", InstalledServer::filters,
-                                                     write_filter, 1}),
+INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped, testing::Values(configuration, filters),
                          CaseName());
-
-// What a server that runs as its own user may name as its filters script.
-class ScriptOfServersUser : public InstalledServerCase {
-  protected:
-    void SetUp() override {
-        if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
-    }
-
-    // What the step returns when the server names this file, which holds `content`.
-    int nameScript(const std::string& path, uid_t owner) {
-        write_file(path, content);
-        std::string config = read_file(InstalledServer::config);
-        config.replace(config.find(InstalledServer::filters),
-                       std::string(InstalledServer::filters).size(), path);
-        write_file(InstalledServer::config, config);
-        server.runAsItsUser();
-        chown(path.c_str(), owner, owner);
-        logIn();
-        EXPECT_FALSE(server_session.peer_is_root);
-        return write_filter();
-    }
-
-    void expectRefused(const std::string& path) {
-        EXPECT_EQ(nameScript(path, 0), 1);
-        EXPECT_EQ(read_file(path), content);
-        EXPECT_EQ(file_facts(path).owner, 0u);
-        EXPECT_FALSE(exists(path + ".beforewizard"));
-    }
-
-    void expectWritten(const std::string& path, uid_t owner) {
-        EXPECT_EQ(nameScript(path, owner), 0);
-        EXPECT_NE(read_file(path), content);
-        EXPECT_EQ(file_facts(path).owner, server_user());
-    }
-};
-
-TEST_F(ScriptOfServersUser, that_is_a_file_of_roots_is_refused) {
-    expectRefused("/etc/shadow.copy");
-}
-
-TEST_F(ScriptOfServersUser, that_is_the_servers_program_is_refused) {
-    expectRefused("/opt/teluma/bin/helper");
-}
-
-TEST_F(ScriptOfServersUser, that_is_a_file_of_another_user_is_refused) {
-    EXPECT_EQ(nameScript("/run/scratch/script", 12), 1);
-    EXPECT_EQ(file_facts("/run/scratch/script").owner, 12u);
-}
-
-TEST_F(ScriptOfServersUser, that_is_its_own_file_is_written_wherever_it_stands) {
-    expectWritten("/run/scratch/script", server_user());
-}
-
-TEST_F(ScriptOfServersUser, that_is_roots_beside_the_configuration_is_written) {
-    expectWritten("/var/opt/teluma/run/script", 0);
-}
-
-TEST_F(ScriptOfServersUser, that_is_roots_among_the_domains_is_written) {
-    expectWritten("/var/opt/teluma/domains/script", 0);
-}
 
 }  // namespace
 

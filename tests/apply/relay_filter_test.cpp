@@ -8,8 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "apply/file_rewrite.h"
+#include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/apply/working_directory.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
@@ -35,179 +38,141 @@ const std::string first_term = " iprange (remoteSmtpIp, \"127.0.0.0/255.0.0.0\")
 const std::string second_term = " iprange (remoteSmtpIp, \"192.168.7.0/255.255.255.0\")";
 const std::string third_term = " iprange (remoteSmtpIp, \"10.0.0.0/255.0.0.0\")";
 
+int write_filter(const std::vector<int>& indices) {
+    return relay_write_filter(indices.data(), static_cast<int>(indices.size()));
+}
+
+// What comes before the method when a script with this content is rewritten.
+std::string rewritten(const std::string& content) {
+    const std::string end = "method wizard_generated_relay {\ncondition}\n";
+    write_file("script", content);
+    FileRewrite rewrite("script");
+    relay_rewrite(rewrite, "condition");
+    EXPECT_EQ(rewrite.install(), 0);
+    std::string after = read_file("script");
+    EXPECT_EQ(after.substr(after.size() - end.size()), end);
+    return after.erase(after.size() - end.size());
+}
+
+TEST(RelayRewrite, puts_the_call_after_each_line_that_names_the_event) {
+    EXPECT_EQ(rewritten("event onConnect {\n}"), "event onConnect {\n}");
+    EXPECT_EQ(rewritten("event onEhlo {\n}\n# event onEhlo again\nx"),
+              "event onEhlo {\n" + call + "}\n# event onEhlo again\n" + call + "x");
+    const std::string others = "event  onEhlo {\nEvent onEhlo {\nevent onehlo {\nx";
+    EXPECT_EQ(rewritten(others), others);
+}
+
+TEST(RelayRewrite, writes_a_last_line_twice_only_if_it_has_a_line_feed) {
+    const std::string event = "event onEhlo {\n";
+    EXPECT_EQ(rewritten("x\n" + event), "x\n" + event + call + event + call);
+    EXPECT_EQ(rewritten("x\n}"), "x\n}");
+    EXPECT_EQ(rewritten("event onEhlo {}"), "event onEhlo {}" + call);
+    EXPECT_EQ(rewritten(""), "");
+}
+
+TEST(RelayRewrite, keeps_any_bytes_and_looks_at_pieces_of_255) {
+    const std::string bytes("a\0b\xff\r\n\r\nend", 11);
+    EXPECT_EQ(rewritten(bytes), bytes);
+    const std::string in_one_piece = std::string(255, 'x') + "event onEhlo\n";
+    EXPECT_EQ(rewritten(in_one_piece + "end"), in_one_piece + call + "end");
+    const std::string in_two_pieces = std::string(250, 'x') + "event onEhlo\nend";
+    EXPECT_EQ(rewritten(in_two_pieces), in_two_pieces);
+}
+
 // The host's networks are 127.0.0.0, 192.168.7.0 and 10.0.0.0, in this order.
 class RelayFilter : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
 
-    static int writeFilter(const std::vector<int>& indices) {
-        return relay_write_filter(indices.data(), static_cast<int>(indices.size()));
-    }
-
-    // What a script with this content becomes for the first network.
-    static std::string rewritten(const std::string& content) {
-        write_file(script, content);
-        EXPECT_EQ(writeFilter({0}), 0);
-        EXPECT_FALSE(exists("temp.cfg"));
-        return read_file(script);
-    }
-
-    static void expectUntouched(const std::vector<int>& indices) {
+    static void expectUntouched(const std::vector<int>& indices = {0}) {
         const std::string before = read_file(script);
-        EXPECT_EQ(writeFilter(indices), 1);
+        EXPECT_EQ(write_filter(indices), 1);
         EXPECT_EQ(read_file(script), before);
         EXPECT_FALSE(exists("temp.cfg"));
     }
 };
 
-TEST_F(RelayFilter, no_network_touches_no_file_and_sends_no_command) {
+TEST_F(RelayFilter, of_no_network_touches_no_file_and_sends_no_command) {
     const std::string before = read_file(script);
-    const FileFacts facts = file_facts(script);
-    EXPECT_EQ(writeFilter({}), 0);
+    EXPECT_EQ(write_filter({}), 0);
     EXPECT_EQ(relay_write_filter(nullptr, 0), 0);
     EXPECT_EQ(read_file(script), before);
-    EXPECT_EQ(file_facts(script).owner, facts.owner);
     EXPECT_EQ(received(), Lines{});
 }
 
-TEST_F(RelayFilter, networks_are_written_in_reverse_order) {
-    write_file(script, "x");
+TEST_F(RelayFilter, has_the_networks_in_reverse_order_and_is_added_by_every_run) {
+    write_file(script, "event onEhlo {\n}");
     for (const std::vector<int>& indices : std::vector<std::vector<int>>{{1}, {0, 2}, {0, 1, 2}})
-        EXPECT_EQ(writeFilter(indices), 0);
-    EXPECT_EQ(read_file(script), "x" + method(second_term) + " }\n" +
+        EXPECT_EQ(write_filter(indices), 0);
+    EXPECT_EQ(read_file(script), "event onEhlo {\n" + call + call + call + "}" +
+                                     method(second_term) + " }\n" +
                                      method(third_term + "," + first_term) + " }\n" +
                                      method(third_term + "," + second_term + "," + first_term));
 }
 
-TEST_F(RelayFilter, the_servers_own_script_gets_the_call_in_its_event_and_the_method_at_its_end) {
+TEST_F(RelayFilter, is_written_where_the_server_says_which_gets_the_script_in_the_mode_it_had) {
     std::string expected = read_file(script);
     const std::string event = "event onEhlo {\n";
     ASSERT_NE(expected.find(event), std::string::npos);
     expected.insert(expected.find(event) + event.size(), call);
-    expected += "# End of the filters.\n" + method(first_term);
-    EXPECT_EQ(writeFilter({0}), 0);
-    EXPECT_EQ(read_file(script), expected);
-}
-
-TEST_F(RelayFilter, asks_the_server_for_the_path) {
-    EXPECT_EQ(writeFilter({0}), 0);
-    EXPECT_EQ(received(), (Lines{"config server", "show attr smtpfiltersfile", "back"}));
-}
-
-TEST_F(RelayFilter, the_call_comes_after_each_line_that_names_the_event) {
-    EXPECT_EQ(rewritten("event onConnect {\n}"), "event onConnect {\n}" + method(first_term));
-    EXPECT_EQ(
-        rewritten("event onEhlo {\n}\n# event onEhlo again\nx"),
-        "event onEhlo {\n" + call + "}\n# event onEhlo again\n" + call + "x" + method(first_term));
-    EXPECT_EQ(rewritten("event  onEhlo {\nEvent onEhlo {\nevent onehlo {\nx"),
-              "event  onEhlo {\nEvent onEhlo {\nevent onehlo {\nx" + method(first_term));
-}
-
-TEST_F(RelayFilter, a_last_line_is_written_twice_only_with_a_line_feed) {
-    EXPECT_EQ(rewritten("x\nevent onEhlo {\n"),
-              "x\nevent onEhlo {\n" + call + "event onEhlo {\n" + call + method(first_term));
-    EXPECT_EQ(rewritten("x\n}"), "x\n}" + method(first_term));
-    EXPECT_EQ(rewritten("event onEhlo {}"), "event onEhlo {}" + call + method(first_term));
-    EXPECT_EQ(rewritten(""), method(first_term));
-}
-
-TEST_F(RelayFilter, lines_of_any_length_and_with_any_bytes_stay_whole) {
-    std::string lines;
-    for (const size_t length : {254, 255, 256, 509, 510, 511, 600})
-        lines += std::string(length, 'x') + "\n";
-    lines += std::string("a\0b\xff\r\n\r\n", 8);
-    EXPECT_EQ(rewritten(lines + "end"), lines + "end" + method(first_term));
-}
-
-TEST_F(RelayFilter, a_line_is_looked_at_in_pieces_of_255_bytes) {
-    const std::string event = "event onEhlo";
-    const std::string in_one_piece = std::string(255, 'x') + event + "\n";
-    EXPECT_EQ(rewritten(in_one_piece + "end"), in_one_piece + call + "end" + method(first_term));
-    const std::string in_two_pieces = std::string(250, 'x') + event + "\n";
-    EXPECT_EQ(rewritten(in_two_pieces + "end"), in_two_pieces + "end" + method(first_term));
-}
-
-TEST_F(RelayFilter, a_second_run_adds_call_and_method_again) {
-    write_file(script, "event onEhlo {\n}");
-    EXPECT_EQ(writeFilter({0}), 0);
-    EXPECT_EQ(writeFilter({1}), 0);
-    EXPECT_EQ(read_file(script), "event onEhlo {\n" + call + call + "}" + method(first_term) +
-                                     " }\n" + method(second_term));
-}
-
-TEST_F(RelayFilter, the_script_is_given_to_the_servers_account_and_keeps_its_mode) {
     chmod(script, 0640);
-    EXPECT_EQ(writeFilter({0}), 0);
+    EXPECT_EQ(write_filter({0}), 0);
+    EXPECT_EQ(received(), (Lines{"config server", "show attr smtpfiltersfile", "back"}));
+    EXPECT_EQ(read_file(script), expected + "# End of the filters.\n" + method(first_term));
     expect_server_owns(script);
     EXPECT_EQ(file_facts(script).mode, 0640u);
-}
-
-TEST_F(RelayFilter, without_the_servers_account_fails_after_the_script_was_replaced) {
-    write_file(script, "x");
-    remove_server_account();
-    EXPECT_EQ(writeFilter({0}), 1);
-    EXPECT_EQ(read_file(script), "x" + method(first_term));
-}
-
-TEST_F(RelayFilter, fails_without_the_script_or_a_working_copy) {
-    mkdir("temp.cfg", 0700);
-    EXPECT_EQ(writeFilter({0}), 1);
-    rmdir("temp.cfg");
-    unlink(script);
-    EXPECT_EQ(writeFilter({0}), 1);
-    EXPECT_FALSE(exists(script));
     EXPECT_FALSE(exists("temp.cfg"));
 }
 
-TEST_F(RelayFilter, fails_and_leaves_the_script_alone_when_the_disk_is_full) {
-    write_file(script, std::string(5000, 'x') + "\n");
-    goToSmallDirectory();
-    expectUntouched({0});
+TEST_F(RelayFilter, fails_without_the_servers_account_after_the_script_was_replaced) {
+    write_file(script, "x");
+    remove_server_account();
+    EXPECT_EQ(write_filter({0}), 1);
+    EXPECT_EQ(read_file(script), "x" + method(first_term));
 }
 
-TEST_F(RelayFilter, fails_when_the_host_does_not_have_a_network_any_more) {
+TEST_F(RelayFilter, fails_without_a_network_the_script_or_a_working_copy) {
     expectUntouched({3});
     expectUntouched({0, 3});
+    mkdir("temp.cfg", 0700);
+    EXPECT_EQ(write_filter({0}), 1);
+    rmdir("temp.cfg");
+    unlink(script);
+    EXPECT_EQ(write_filter({0}), 1);
+    EXPECT_FALSE(exists(script));
 }
 
 TEST_F(RelayFilter, fails_when_the_server_does_not_tell_the_path) {
     server.faults("\"config server\" 1 refuse\n\"back\" 1 refuse\n");
-    expectUntouched({0});
+    expectUntouched();
     EXPECT_EQ(received(), Lines{"config server"});
-    expectUntouched({0});
-    server.faults("\"show attr smtpfiltersfile\" 1 refuse\n");
-    expectUntouched({0});
-    server.faults("\"show attr smtpfiltersfile\" 1 close\n");
-    expectUntouched({0});
+    expectUntouched();
+    for (const char* how : {"refuse", "close"}) {
+        server.faults(std::string("\"show attr smtpfiltersfile\" 1 ") + how + "\n");
+        expectUntouched();
+    }
 }
 
 // In a sandbox with as many networks as the host's list of interfaces can have.
-class RelayFilterForMany : public InstalledServerCase {};
+using RelayFilterForMany = RelayFilter;
 
 TEST_F(RelayFilterForMany, every_network_has_its_term) {
-    logIn();
     ASSERT_EQ(relay_network_count, 29);
-    std::vector<int> indices;
+    std::vector<int> indices{0};
     std::string terms = first_term;
-    for (int index = 0; index < relay_network_count; ++index) {
+    for (int index = 1; index < relay_network_count; ++index) {
         indices.push_back(index);
-        if (index > 0)
-            terms.insert(0, " iprange (remoteSmtpIp, \"10." + std::to_string(index) +
-                                ".0.0/255.255.0.0\"),");
+        terms.insert(
+            0, " iprange (remoteSmtpIp, \"10." + std::to_string(index) + ".0.0/255.255.0.0\"),");
     }
     write_file(script, "x");
-    EXPECT_EQ(relay_write_filter(indices.data(), relay_network_count), 0);
+    EXPECT_EQ(write_filter(indices), 0);
     EXPECT_EQ(read_file(script), "x" + method(terms));
 }
 
 // The server's configuration names a script of another name.
 class RelayFilterElsewhere : public InstalledServerCase {
   protected:
-    static int writeFirst() {
-        const int first = 0;
-        return relay_write_filter(&first, 1);
-    }
-
     void nameScript(const std::string& path) {
         std::string config = read_file(InstalledServer::config);
         config.replace(config.find(script), std::string(script).size(), path);
@@ -216,102 +181,92 @@ class RelayFilterElsewhere : public InstalledServerCase {
     }
 };
 
-TEST_F(RelayFilterElsewhere, a_name_with_spaces_is_looked_for_without_them) {
-    write_file("/var/opt/teluma/smtp filters", "x");
-    write_file("/var/opt/teluma/smtpfilters", "y");
-    nameScript("/var/opt/teluma/smtp filters");
-    EXPECT_EQ(writeFirst(), 0);
-    EXPECT_EQ(read_file("/var/opt/teluma/smtp filters"), "x");
-    EXPECT_EQ(read_file("/var/opt/teluma/smtpfilters"), "y" + method(first_term));
-}
-
 TEST_F(RelayFilterElsewhere, a_relative_name_is_meant_from_where_the_wizard_was_started) {
     write_file("/run/scratch/-script", "x");
     enter_private_directory();
     nameScript("-script");
-    EXPECT_EQ(writeFirst(), 0);
+    EXPECT_EQ(write_filter({0}), 0);
     EXPECT_EQ(read_file("/run/scratch/-script"), "x" + method(first_term));
     EXPECT_EQ(read_file("/run/scratch/-script.beforewizard"), "x");
     expect_server_owns("/run/scratch/-script");
 }
 
-TEST_F(RelayFilterElsewhere, a_name_that_fits_into_no_command_fails) {
-    std::string path = "/var/opt/teluma";
-    for (const char* part : {"a", "b"}) {
-        path += "/" + std::string(110, *part);
-        mkdir(path.c_str(), 0755);
-    }
-    path += "/f";
-    write_file(path, "x");
-    nameScript(path);
-    EXPECT_EQ(writeFirst(), 1);
-    EXPECT_EQ(read_file(path), "x");
-}
-
-// Names of the script as a server may give them: each reaches the command that copies as that one
-// name, or the step fails.
-struct ScriptName {
+// What a server that runs as its own user may have written and given to itself.
+struct NamedScript {
     const char* name;
-    const char* given;  // by the server
-    const char* file;   // that is meant by it
+    std::string path;
+    uid_t (*owner)();
     bool written;
 };
 
-class RelayScriptName : public ScriptedSession, public testing::WithParamInterface<ScriptName> {
-  protected:
-    static constexpr const char* bystanders[] = {"a", "b", "victim"};
+class ScriptOfServersUser : public RelayFilterElsewhere,
+                            public testing::WithParamInterface<NamedScript> {};
 
-    // Answers of a server whose script has this name.
-    void serveScript(const std::string& path) {
-        answer(accepted + ("smtpFiltersFile = \"" + path + "\"\r\n") + accepted + accepted);
-    }
-
-    // The scripts stand beside the server's configuration.
-    RelayScriptName() {
-        std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
-                      "./teluma.cfg");
-        for (const char* bystander : bystanders) write_file(bystander, "precious");
-    }
-
-    static void expectBystandersUntouched() {
-        for (const char* bystander : bystanders)
-            EXPECT_EQ(read_file(bystander), "precious") << bystander;
-        EXPECT_FALSE(exists("run"));
-        EXPECT_FALSE(exists("temp.cfg"));
-    }
-};
-
-TEST_P(RelayScriptName, is_one_name_or_the_step_fails) {
-    const std::string file = GetParam().file;
-    write_file(file, "script");
-    serveScript(GetParam().given);
-    const int first = 0;
-    EXPECT_EQ(relay_write_filter(&first, 1), GetParam().written ? 0 : 1);
-    EXPECT_EQ(read_file(file).compare(0, 12, "scriptmethod") == 0, GetParam().written);
-    EXPECT_EQ(exists(file + ".beforewizard"), GetParam().written);
-    expectBystandersUntouched();
+TEST_P(ScriptOfServersUser, is_written_only_where_it_has_a_right_to_it) {
+    if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
+    const auto& [name, path, owner, written] = GetParam();
+    write_file(path, "x");
+    server.runAsItsUser();
+    chown(path.c_str(), owner(), owner());
+    nameScript(path);
+    EXPECT_FALSE(server_session.peer_is_root);
+    EXPECT_EQ(write_filter({0}), written ? 0 : 1);
+    EXPECT_EQ(read_file(path), written ? "x" + method(first_term) : "x");
+    EXPECT_EQ(file_facts(path).owner, written ? server_user() : owner());
+    EXPECT_EQ(exists(path + ".beforewizard"), written);
 }
 
-const ScriptName script_names[] = {
-    {"single_quotes_around_a_command", "';touch${IFS}run;'", "';touch${IFS}run;'", true},
-    {"a_double_quote_which_ends_it", "x\"y", "x\"y", false},
-    {"spaces_which_are_left_out", " new  script ", "newscript", true},
-    {"a_command_in_brackets", "$(touch${IFS}run)", "$(touch${IFS}run)", true},
-    {"a_second_command", "x;touch${IFS}run", "x;touch${IFS}run", true},
-    {"a_command_on_a_second_line", "x\ntouch${IFS}run", "x\ntouch${IFS}run", true},
-    {"a_star", "*", "*", true},
-    {"a_backslash", "\\x\\", "\\x\\", true},
-    {"a_format", "%s%n%d", "%s%n%d", true},
-    {"letters_beyond_ascii_and_controls", "\xc3\xa9\xff\x1b[2J\x07", "\xc3\xa9\xff\x1b[2J\x07",
-     true},
-    {"an_option", "-rf", "-rf", true},
-    {"an_option_that_names_a_target", "-ta", "-ta", true},
-    {"two_dashes", "--", "--", true},
-    {"the_name_of_the_working_copy_itself", "./x/../temp.cfg", "x", false},
-    {"a_directory", ".", "x", false},
-    {"nothing", "", "x", false},
+uid_t root() { return 0; }
+uid_t another_user() { return 12; }
+
+const NamedScript named_scripts[] = {
+    {"file_of_roots", "/etc/shadow.copy", root, false},
+    {"program_of_the_servers", "/opt/teluma/bin/helper", root, false},
+    {"file_of_another_user", "/run/scratch/script", another_user, false},
+    {"file_of_its_own_wherever_it_stands", "/run/scratch/script", server_user, true},
+    {"file_beside_the_configuration", "/var/opt/teluma/run/script", root, true},
+    {"file_among_the_domains", "/var/opt/teluma/domains/script", root, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(With, RelayScriptName, testing::ValuesIn(script_names), CaseName());
+INSTANTIATE_TEST_SUITE_P(A, ScriptOfServersUser, testing::ValuesIn(named_scripts), CaseName());
+
+// A name as any server may give it reaches the command that copies as that one name, or the step
+// fails.
+class RelayScriptName : public ScriptedSession {
+  protected:
+    // Whether the step writes the file `file`, and nothing else, for a server that names its script
+    // so. It stands beside the server's configuration.
+    bool isWritten(const std::string& given, const std::string& file) {
+        const WorkingDirectory directory;
+        std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
+                      "./teluma.cfg");
+        for (const char* bystander : {"a", "b", "victim"}) write_file(bystander, "precious");
+        write_file(file, "script");
+        answer(accepted + ("smtpFiltersFile = \"" + given + "\"\r\n") + accepted + accepted);
+        const bool succeeds = write_filter({0}) == 0;
+        EXPECT_EQ(read_file(file).compare(0, 12, "scriptmethod") == 0, succeeds) << given;
+        EXPECT_EQ(exists(file + ".beforewizard"), succeeds) << given;
+        for (const char* bystander : {"a", "b", "victim"})
+            EXPECT_EQ(read_file(bystander), "precious") << given;
+        EXPECT_FALSE(exists("run")) << given;
+        EXPECT_FALSE(exists("temp.cfg")) << given;
+        return succeeds;
+    }
+};
+
+TEST_F(RelayScriptName, is_one_name_whatever_is_in_it) {
+    for (const char* name :
+         {"';touch${IFS}run;'", "$(touch${IFS}run)", "x;touch${IFS}run", "x\ntouch${IFS}run", "*",
+          "\\x\\", "%s%n%d", "\xc3\xa9\xff\x1b[2J\x07", "-rf", "-ta", "--"})
+        EXPECT_TRUE(isWritten(name, name)) << name;
+    EXPECT_TRUE(isWritten(" new  script ", "newscript"));
+}
+
+TEST_F(RelayScriptName, that_leads_to_no_script_fails) {
+    // The double quote ends the name.
+    EXPECT_FALSE(isWritten("x\"y", "x\"y"));
+    // The working copy itself, a directory, nothing.
+    for (const char* name : {"./x/../temp.cfg", ".", ""}) EXPECT_FALSE(isWritten(name, "x"));
+}
 
 }  // namespace
