@@ -13,7 +13,6 @@
 #include "apply/server_session.h"
 #include "ui/message_dialogs.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/listeners.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/system/resource_limits.h"

@@ -6,7 +6,7 @@
 #include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 #include "wizard/system/end_owners.h"
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"

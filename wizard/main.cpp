@@ -1,6 +1,5 @@
 #include "screens/screen_table.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/ending.h"
 #include "wizard/start_up.h"
 #include "wizard/system/private_directory.h"
@@ -12,9 +11,7 @@ int main() {
     prepare_for_children();
     set_limits();
     enter_private_directory();
-    discover_networks();
-    select_install_profile();
-    form_document_paths();
+    discover_host();
     if (!start_curses()) return 1;
     if (!check_terminal_size()) return refuse_terminal();
     make_main_window();

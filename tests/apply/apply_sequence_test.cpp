@@ -21,7 +21,6 @@
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 
 namespace {
 

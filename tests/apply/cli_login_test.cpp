@@ -18,7 +18,7 @@
 #include "tests/support/files.h"
 #include "tests/support/local_port.h"
 #include "tests/support/waits.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "apply/server_session.h"
 #include "tests/support/files.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "tests/apply/other_process.h"
 #include "tests/apply/scripted_server.h"
 #include "tests/support/files.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 

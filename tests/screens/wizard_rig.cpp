@@ -12,7 +12,6 @@
 #include "tests/support/expect_screen.h"
 #include "ui/main_window.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"
 #include "wizard/terminal_session.h"
@@ -74,8 +73,8 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     screen_place = {};
     screen_state = state;
     apply_double = {};
-    select_install_profile();
-    form_document_paths();
+    discover_host();
+    release_networks();
     fill_interface_table(setup.interfaces);
     fill_relay_networks(setup.networks);
     check_terminal_size();

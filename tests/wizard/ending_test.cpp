@@ -11,7 +11,6 @@
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
 
 namespace {
@@ -26,8 +25,6 @@ std::string printed_by(const std::function<void()>& work) {
 class Summary : public testing::Test {
   protected:
     Summary() {
-        select_install_profile();
-        form_document_paths();
         domain.copy(wizard_settings.primary_domain, sizeof wizard_settings.primary_domain - 1);
     }
     ~Summary() override {
@@ -59,7 +56,7 @@ class Summary : public testing::Test {
 
 TEST_F(Summary, has_each_interface_on_a_line_and_then_an_empty_one_or_the_one_that_was_chosen) {
     fake_interfaces({{"lo", "127.0.0.1", "255.0.0.0"}, {"eth0", "192.168.7.2", "255.255.255.0"}});
-    discover_networks();
+    discover_host();
     EXPECT_EQ(printed(0, 9000),
               introduction + "\thttp://127.0.0.1:9000\n\thttp://192.168.7.2:9000\n\n");
     EXPECT_EQ(printed(1, 65535), introduction + "\thttp://127.0.0.1:65535\n");
@@ -68,7 +65,7 @@ TEST_F(Summary, has_each_interface_on_a_line_and_then_an_empty_one_or_the_one_th
 
 TEST_F(Summary, is_printed_after_a_completed_run_without_urls_where_no_interface_is_known) {
     fake_failing_interface_list();
-    discover_networks();
+    discover_host();
     EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::completed), 0); }),
               introduction + "\n");
     EXPECT_EQ(interface_table, nullptr) << "everything is released";

@@ -20,16 +20,8 @@
 #include "tests/wizard/fake_interfaces.h"
 #include "tests/wizard/replaced_calls.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/host_facts.h"
 
 namespace {
-
-TEST(OsKindNamed, knows_five_systems_by_their_exact_names) {
-    const char* const names[] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD", "SunOS"};
-    for (int kind = 0; kind < os_kind_count; ++kind) EXPECT_EQ(os_kind_named(names[kind]), kind);
-    for (const char* unknown : {"linux", "SUNOS", "FreeBSD2", "Free", "Darwin", ""})
-        EXPECT_EQ(os_kind_named(unknown), -1) << unknown;
-}
 
 class Interfaces : public testing::Test {
   protected:

@@ -38,23 +38,17 @@
 
 #include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 #include "wizard/base/interface_records.h"
 
-int os_kind_named(const char* system_name) {
+int detect_os() {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
                                                      "SunOS"};
-    for (int kind = 0; kind < os_kind_count; ++kind) {
-        if (std::strcmp(system_name, names[kind]) == 0) return kind;
-    }
-    return -1;
-}
-
-int detect_os() {
     struct utsname host {};
     if (uname(&host) == -1) return 1;
-    const int kind = os_kind_named(host.sysname);
-    if (kind != -1) os_kind = kind;
+    for (int kind = 0; kind < os_kind_count; ++kind) {
+        if (std::strcmp(host.sysname, names[kind]) == 0) os_kind = kind;
+    }
     return 0;
 }
 
@@ -83,13 +77,11 @@ bool has_one_user() {
     // Only Linux has this file: the first id inside, that outside, how many.
     std::FILE* map = std::fopen("/proc/self/uid_map", "re");
     if (map == nullptr) return false;
-    unsigned long inside = 0;
-    unsigned long outside = 0;
     unsigned long count = 0;
-    unsigned long second = 0;
-    const int numbers = std::fscanf(map, "%lu %lu %lu %lu", &inside, &outside, &count, &second);
+    unsigned long second_row = 0;
+    const int numbers = std::fscanf(map, "%*u %*u %lu %lu", &count, &second_row);
     std::fclose(map);
-    return numbers == 3 && count == 1;
+    return numbers == 1 && count == 1;
 }
 
 #ifdef SYS_landlock_create_ruleset

@@ -16,12 +16,8 @@ struct interf_addr {
 /// Entries of an interface table: "all" and at most 29 interfaces.
 constexpr int interface_table_size = 30;
 
-/// The row of the installation profiles for a system name as uname(3) gives it, compared exactly;
-/// -1 for a system that has no row.
-int os_kind_named(const char* system_name);
-
-/// Sets `os_kind` from uname(3); a system without a row leaves it alone. Returns 0, or 1 when
-/// uname failed.
+/// Sets `os_kind` from the exact system name of uname(3); another name leaves it alone. Returns 0,
+/// or 1 when uname failed.
 int detect_os();
 
 /// Copies the host's NIS domain name, cut to size - 1 characters, into `name`: empty, or "(none)"
