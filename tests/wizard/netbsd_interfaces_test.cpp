@@ -11,6 +11,7 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cassert>
 #include <cstdio>
 #include <cstdlib>
@@ -24,7 +25,6 @@
 #include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/interface_records.h"
 
 #define __NetBSD__ 1
 #include "wizard/base/tel_help.cpp"
@@ -53,6 +53,40 @@ TEST_F(NetBsdInterfaces, are_listed_with_each_address_whose_netmask_can_be_asked
                      {"wm1", "172.16.0.1", "255.255.0.0"}});
     EXPECT_EQ(ask(), (std::vector<std::string>{"10.0.0.1 255.0.0.0", "192.168.7.9 255.255.255.0",
                                                "172.16.0.1 255.255.0.0"}));
+}
+
+// The record of a link, whose address begins with its length and may have no room in an ifreq.
+std::string link_record(std::size_t address_length) {
+    std::string record = "link0";
+    record.resize(std::max(sizeof(ifreq), IFNAMSIZ + address_length));
+    record[IFNAMSIZ] = static_cast<char>(address_length);
+    return record;
+}
+
+// Two interfaces with such a record before each one in the list, whose last bytes are missing.
+void fake_interfaces_after_links(std::size_t address_length, std::size_t missing) {
+    fake_interfaces({{"wm0", "10.0.0.1", "255.0.0.0"}, {"wm1", "172.16.0.1", "255.255.0.0"}});
+    replaced_calls.interface_ioctl = [=, plain = replaced_calls.interface_ioctl](
+                                         unsigned long request, void* argument) {
+        const int result = plain(request, argument);
+        if (request != SIOCGIFCONF) return result;
+        ifconf& query = *static_cast<ifconf*>(argument);
+        std::string list;
+        for (const char* at = query.ifc_buf; at != query.ifc_buf + query.ifc_len;
+             at += sizeof(ifreq))
+            list += link_record(address_length) + std::string(at, sizeof(ifreq));
+        query.ifc_len = static_cast<int>(list.copy(query.ifc_buf, list.size() - missing));
+        return result;
+    };
+}
+
+TEST_F(NetBsdInterfaces, are_found_between_addresses_of_any_length) {
+    for (const std::size_t length : {0, 6, 16, 24, 25, 28, 54, 255}) {
+        fake_interfaces_after_links(length, 0);
+        EXPECT_EQ(ask().size(), 2U) << length;
+        fake_interfaces_after_links(length, 1);
+        EXPECT_EQ(ask(), std::vector<std::string>{"10.0.0.1 255.0.0.0"}) << "the last one is cut";
+    }
 }
 
 }  // namespace

@@ -28,6 +28,7 @@
 #include <sys/systeminfo.h>
 #endif
 
+#include <algorithm>
 #include <cassert>
 #include <cerrno>
 #include <climits>
@@ -39,7 +40,6 @@
 #include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/interface_records.h"
 
 int detect_os() {
     static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
@@ -142,19 +142,19 @@ namespace {
 // Room for 227 records even on NetBSD, where one takes 144 bytes.
 constexpr std::size_t interface_query_size = 32768;
 
-// On FreeBSD and OpenBSD a socket address carries its length, and the address of a link is longer
-// than a plain sockaddr: netintro(4). On NetBSD the address carries its length too, but has room in
-// a struct ifreq, which is larger there. On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4
-// addresses are listed, all alike.
-constexpr InterfaceRecordLayout record_layout = {
-    sizeof(ifreq),
-    sizeof(ifreq::ifr_name),
+// How many bytes a record of the kernel's answer takes. On the BSDs a socket address begins with
+// its length, and that of a link is longer than a plain sockaddr, for which only NetBSD has room in
+// a struct ifreq: netintro(4). On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4 addresses
+// are listed, all alike.
+std::size_t length_of(const ifreq& record) {
 #if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
-    true,
+    unsigned char address_length = 0;
+    std::memcpy(&address_length, &record.ifr_addr, 1);
+    return std::max(sizeof(record), sizeof(record.ifr_name) + address_length);
 #else
-    false,
+    return sizeof(record);
 #endif
-};
+}
 
 void copy_address(char (&text)[256], const sockaddr& address) {
     sockaddr_in inet{};
@@ -197,13 +197,14 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
     return ask_netmask(query_socket, record, entry);
 }
 
-// Appends the interfaces of the kernel's answer after entry 0; returns how many were appended.
+// Appends the interfaces of the kernel's answer, whose records need not be aligned, after entry 0;
+// returns how many were appended.
 int collect_interfaces(int query_socket, const char* records, std::size_t length,
                        interf_addr* table) {
     int total = 0;
-    for (const std::size_t at : interface_record_offsets(records, length, record_layout)) {
-        if (total + 1 == interface_table_size) break;
-        ifreq record;
+    ifreq record;
+    for (std::size_t at = 0; at + sizeof(record) <= length && total + 1 < interface_table_size;
+         at += length_of(record)) {
         std::memcpy(&record, records + at, sizeof(record));
         if (describe_interface(query_socket, record, table[total + 1])) ++total;
     }
