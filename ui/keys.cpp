@@ -46,7 +46,7 @@ bool is_press(int key) { return key == key_enter || key == key_space; }
 int read_key(const Window& widget) {
     // Somebody who never stops typing, or a paste, must not keep the user from interrupting; a
     // resize can wait until there is nothing to read, as it swallows keys.
-    let_signals_in_except(SIGWINCH);
+    let_signals_in(SIGWINCH);
     // What was there may have been read by somebody else, as a shell, but not again and again.
     constexpr int enough_in_vain = 3;
     int in_vain = 0;

@@ -8,8 +8,7 @@
 int main() {
     fill_standard_descriptors();
     hold_signals();
-    prepare_for_children();
-    set_limits();
+    prepare_process();
     enter_private_directory();
     discover_host();
     if (!start_curses()) return 1;
