@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -46,11 +47,9 @@ void discover_host() {
 }
 
 void release_networks() {
-    std::free(interface_table);
-    interface_table = nullptr;
+    std::free(std::exchange(interface_table, nullptr));
     interface_count = 0;
-    free_relay_networks(relay_network_list);
-    relay_network_list = nullptr;
+    free_relay_networks(std::exchange(relay_network_list, nullptr));
     relay_network_count = 0;
 }
 
