@@ -21,11 +21,10 @@
 #include "wizard/terminal_session.h"
 
 void fill_standard_descriptors() {
-    int descriptor = 0;
-    do {
-        descriptor = open("/dev/null", O_RDWR);
-    } while (descriptor != -1 && descriptor <= STDERR_FILENO);
-    if (descriptor != -1) close(descriptor);
+    for (int standard = 0; standard <= STDERR_FILENO; ++standard) {
+        // Which takes the lowest number that is free.
+        if (fcntl(standard, F_GETFD) == -1) open("/dev/null", O_RDWR);
+    }
 }
 
 void hold_signals() {

@@ -199,13 +199,13 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
 
 // Appends the interfaces of the kernel's answer, whose records need not be aligned, after entry 0;
 // returns how many were appended.
-int collect_interfaces(int query_socket, const char* records, std::size_t length,
-                       interf_addr* table) {
+int collect_interfaces(int query_socket, const ifconf& answer, interf_addr* table) {
+    const auto length = static_cast<std::size_t>(answer.ifc_len);
     int total = 0;
     ifreq record;
     for (std::size_t at = 0; at + sizeof(record) <= length && total + 1 < interface_table_size;
          at += length_of(record)) {
-        std::memcpy(&record, records + at, sizeof(record));
+        std::memcpy(&record, answer.ifc_buf + at, sizeof(record));
         if (describe_interface(query_socket, record, table[total + 1])) ++total;
     }
     // An interface that was not counted may have left its name here, where a reader takes the end
@@ -236,8 +236,7 @@ interf_addr* interfaces(int* count) {
     query.ifc_len = interface_query_size;
     query.ifc_buf = records.get();
     if (table == nullptr || ioctl(query_socket.get(), SIOCGIFCONF, &query) < 0) return nullptr;
-    total = collect_interfaces(query_socket.get(), records.get(),
-                               static_cast<std::size_t>(query.ifc_len), table.get());
+    total = collect_interfaces(query_socket.get(), query, table.get());
     *count = total + 1;
     return table.release();
 }

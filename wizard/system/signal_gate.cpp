@@ -33,20 +33,14 @@ SignalGate& gate() {
     return signal_gate;
 }
 
-// One handler must not interrupt another: both draw. A crash in one must not find its signal
-// blocked, which would end the program at once.
-sigset_t all_but_crashes() {
-    sigset_t mask;
-    sigfillset(&mask);
-    for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
-        sigdelset(&mask, crash);
-    return mask;
-}
-
 void set_action(int signal_number, void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_mask = all_but_crashes();
+    // One handler must not interrupt another: both draw. A crash in one must not find its signal
+    // blocked, which would end the program at once.
+    sigfillset(&action.sa_mask);
+    for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
+        sigdelset(&action.sa_mask, crash);
     struct sigaction before {};
     sigaction(signal_number, &action, &before);
     gate().original_actions.emplace(signal_number, before);
@@ -75,10 +69,6 @@ bool is_ignored(int signal_number) {
 }
 
 void ignore_signal(int signal_number) { set_action(signal_number, SIG_IGN); }
-
-ChangedMask::ChangedMask(int how, const sigset_t& mask) { sigprocmask(how, &mask, &before); }
-
-ChangedMask::~ChangedMask() { sigprocmask(SIG_SETMASK, &before, nullptr); }
 
 ChangedMask let_endings_in() { return {SIG_UNBLOCK, set_of({SIGINT, SIGTERM, SIGHUP})}; }
 

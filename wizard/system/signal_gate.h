@@ -27,8 +27,8 @@ bool is_ignored(int signal_number);
 /// While one lives, the signal mask is another one, changed as by sigprocmask(2).
 class ChangedMask {
   public:
-    ChangedMask(int how, const sigset_t& mask);
-    ~ChangedMask();
+    ChangedMask(int how, const sigset_t& mask) { sigprocmask(how, &mask, &before); }
+    ~ChangedMask() { sigprocmask(SIG_SETMASK, &before, nullptr); }
     ChangedMask(const ChangedMask&) = delete;
     ChangedMask& operator=(const ChangedMask&) = delete;
 
