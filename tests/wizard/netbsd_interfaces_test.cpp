@@ -20,8 +20,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/wizard/fake_interfaces.h"
-#include "tests/wizard/replaced_calls.h"
+#include "tests/wizard/fake_host.h"
 #include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/base/host_facts.h"
@@ -33,7 +32,7 @@ namespace {
 
 class NetBsdInterfaces : public testing::Test {
   protected:
-    ~NetBsdInterfaces() override { replaced_calls = {}; }
+    ~NetBsdInterfaces() override { fake_host = {}; }
 
     // The addresses and netmasks after the entry for all.
     static std::vector<std::string> ask() {
@@ -47,10 +46,10 @@ class NetBsdInterfaces : public testing::Test {
 };
 
 TEST_F(NetBsdInterfaces, are_listed_with_each_address_whose_netmask_can_be_asked_for) {
-    fake_interfaces({{"wm0", "10.0.0.1", "255.0.0.0"},
-                     {"wm0", "192.168.7.9", "255.255.255.0"},
-                     {"wm0", "10.0.0.2", "255.0.0.0", true, AF_INET, SIOCGIFALIAS},
-                     {"wm1", "172.16.0.1", "255.255.0.0"}});
+    fake_host.interfaces = {{"wm0", "10.0.0.1", "255.0.0.0"},
+                            {"wm0", "192.168.7.9", "255.255.255.0"},
+                            {"wm0", "10.0.0.2", "255.0.0.0", true, AF_INET, SIOCGIFALIAS},
+                            {"wm1", "172.16.0.1", "255.255.0.0"}};
     EXPECT_EQ(ask(), (std::vector<std::string>{"10.0.0.1 255.0.0.0", "192.168.7.9 255.255.255.0",
                                                "172.16.0.1 255.255.0.0"}));
 }
@@ -63,28 +62,13 @@ std::string link_record(std::size_t address_length) {
     return record;
 }
 
-// Two interfaces with such a record before each one in the list, whose last bytes are missing.
-void fake_interfaces_after_links(std::size_t address_length, std::size_t missing) {
-    fake_interfaces({{"wm0", "10.0.0.1", "255.0.0.0"}, {"wm1", "172.16.0.1", "255.255.0.0"}});
-    replaced_calls.interface_ioctl = [=, plain = replaced_calls.interface_ioctl](
-                                         unsigned long request, void* argument) {
-        const int result = plain(request, argument);
-        if (request != SIOCGIFCONF) return result;
-        ifconf& query = *static_cast<ifconf*>(argument);
-        std::string list;
-        for (const char* at = query.ifc_buf; at != query.ifc_buf + query.ifc_len;
-             at += sizeof(ifreq))
-            list += link_record(address_length) + std::string(at, sizeof(ifreq));
-        query.ifc_len = static_cast<int>(list.copy(query.ifc_buf, list.size() - missing));
-        return result;
-    };
-}
-
 TEST_F(NetBsdInterfaces, are_found_between_addresses_of_any_length) {
+    fake_host.interfaces = {{"wm0", "10.0.0.1", "255.0.0.0"}, {"wm1", "172.16.0.1", "255.255.0.0"}};
     for (const std::size_t length : {0, 6, 16, 24, 25, 28, 54, 255}) {
-        fake_interfaces_after_links(length, 0);
+        fake_host.before_each_record = link_record(length);
+        fake_host.missing = 0;
         EXPECT_EQ(ask().size(), 2U) << length;
-        fake_interfaces_after_links(length, 1);
+        fake_host.missing = 1;
         EXPECT_EQ(ask(), std::vector<std::string>{"10.0.0.1 255.0.0.0"}) << "the last one is cut";
     }
 }
