@@ -88,10 +88,9 @@ constexpr const char* head =
     "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid  timeout "
     "inode\n";
 
-std::string row(const std::string& own, const std::string& remote, uid_t user, int inode = 72) {
+std::string row(const std::string& own, const std::string& remote, uid_t user) {
     return "   4: " + own + " " + remote + " 01 00000000:00000011 00:00000000 00000000  " +
-           std::to_string(user) + "        0 " + std::to_string(inode) +
-           " 1 0000000000000000 20 4 30 10 -1\n";
+           std::to_string(user) + "        0 72 1 0000000000000000 20 4 30 10 -1\n";
 }
 
 constexpr uid_t nobody = 4711;
