@@ -36,6 +36,7 @@ TEST_F(PortProbe, finds_a_port_free_where_connections_are_refused) {
 TEST_F(PortProbe, takes_the_name_of_a_host_for_an_address) {
     port.open("127.0.0.1");
     EXPECT_EQ(probe_port("localhost", port.number()), 0);
+    EXPECT_NE(port.takeConnection().get(), -1);
 }
 
 TEST_F(PortProbe, uses_the_low_16_bits_of_the_port) {

@@ -206,11 +206,9 @@ int collect_interfaces(int query_socket, const ifconf& answer, interf_addr* tabl
     for (std::size_t at = 0; at + sizeof(record) <= length && total + 1 < interface_table_size;
          at += length_of(record)) {
         std::memcpy(&record, answer.ifc_buf + at, sizeof(record));
-        if (describe_interface(query_socket, record, table[total + 1])) ++total;
+        interf_addr entry{};
+        if (describe_interface(query_socket, record, entry)) table[++total] = entry;
     }
-    // An interface that was not counted may have left its name here, where a reader takes the end
-    // of the table from an empty one.
-    if (total + 1 < interface_table_size) table[total + 1] = interf_addr{};
     return total;
 }
 
