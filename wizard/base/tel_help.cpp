@@ -148,8 +148,7 @@ constexpr std::size_t interface_query_size = 32768;
 // are listed, all alike.
 std::size_t length_of(const ifreq& record) {
 #if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
-    unsigned char address_length = 0;
-    std::memcpy(&address_length, &record.ifr_addr, 1);
+    const auto address_length = *reinterpret_cast<const unsigned char*>(&record.ifr_addr);
     return std::max(sizeof(record), sizeof(record.ifr_name) + address_length);
 #else
     return sizeof(record);
@@ -169,15 +168,14 @@ bool ask_netmask(int query_socket, const ifreq& record, interf_addr& entry) {
     ifaliasreq answer{};
     std::memcpy(answer.ifra_name, record.ifr_name, sizeof(answer.ifra_name));
     answer.ifra_addr = record.ifr_addr;
-    const bool answered = ioctl(query_socket, SIOCGIFALIAS, &answer) == 0;
-    const sockaddr& netmask = answer.ifra_mask;
+    if (ioctl(query_socket, SIOCGIFALIAS, &answer) < 0) return false;
+    copy_address(entry.netmask, answer.ifra_mask);
 #else
     ifreq answer = record;
-    const bool answered = ioctl(query_socket, SIOCGIFNETMASK, &answer) == 0;
-    const sockaddr& netmask = answer.ifr_addr;
+    if (ioctl(query_socket, SIOCGIFNETMASK, &answer) < 0) return false;
+    copy_address(entry.netmask, answer.ifr_addr);
 #endif
-    if (answered) copy_address(entry.netmask, netmask);
-    return answered;
+    return true;
 }
 
 // Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
