@@ -73,15 +73,15 @@ void ignore_signal(int signal_number) { set_action(signal_number, SIG_IGN); }
 ChangedMask let_endings_in() { return {SIG_UNBLOCK, set_of({SIGINT, SIGTERM, SIGHUP})}; }
 
 int call_stoppable(int stop, const std::function<int()>& call) {
-    const ChangedMask endings = let_endings_in();
     struct sigaction by_default {};
     by_default.sa_handler = SIG_DFL;
+    // Makes room, as nothing may do once the signals are let in.
     std::map<int, struct sigaction> before;
     for (const int changed : {stop, SIGCONT})
         sigaction(changed, is_ignored(changed) ? nullptr : &by_default, &before[changed]);
     int result = 0;
     {
-        const ChangedMask stops(SIG_UNBLOCK, set_of({stop, SIGCONT}));
+        const ChangedMask here(SIG_UNBLOCK, set_of({stop, SIGCONT, SIGINT, SIGTERM, SIGHUP}));
         do {
             result = call();
         } while (result == -1 && errno == EINTR);
