@@ -12,7 +12,7 @@
 #include "apply/server_process.h"
 #include "apply/server_session.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 #include "wizard/system/private_directory.h"
 
 namespace {

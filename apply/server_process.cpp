@@ -15,7 +15,7 @@
 #include "apply/server_config.h"
 #include "apply/server_session.h"
 #include "apply/shell_command.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 #include "wizard/system/child_process.h"
 #include "wizard/system/secret.h"
 #include "wizard/system/signal_gate.h"

@@ -6,7 +6,7 @@
 #include "screens/screen_table.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/system/secret.h"

@@ -70,7 +70,7 @@ bool is_press(int key) { return key == key_enter || key == key_space; }
 int read_key(const Window& widget) {
     // Somebody who never stops typing, or a paste, must not keep the user from interrupting; a
     // resize can wait until there is nothing to read, as it swallows keys.
-    let_signals_in_except(SIGWINCH);
+    let_signals_in(SIGWINCH);
     int read_in_vain = 0;
     for (;;) {
         // A resize during the wait may have given the widget another curses window.

@@ -54,14 +54,12 @@ void print_summary() {
     std::printf("%s file on how to start the TELUMA service),\n", readme_path);
     std::puts("and then login using the 'admin' username and the password you have");
     std::puts("previously set, by accessing one of the following URLs:");
-    if (settings.webadmin_interface == 0) {
-        for (int i = 1; i < interface_count; ++i)
+    const int chosen = settings.webadmin_interface;
+    for (int i = 1; i < interface_count; ++i) {
+        if (chosen == 0 || chosen == i)
             std::printf("\thttp://%s:%d\n", interface_table[i].address, settings.webadmin_port);
-    } else {
-        std::printf("\thttp://%s:%d", interface_table[settings.webadmin_interface].address,
-                    settings.webadmin_port);
     }
-    std::puts("");
+    if (chosen == 0) std::puts("");
 }
 
 void release_screens() {

@@ -1,6 +1,5 @@
 #include "screens/screen_table.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/ending.h"
 #include "wizard/start_up.h"
 #include "wizard/system/private_directory.h"
@@ -9,12 +8,9 @@
 int main() {
     fill_standard_descriptors();
     hold_signals();
-    prepare_for_children();
-    set_limits();
+    prepare_process();
     enter_private_directory();
-    discover_networks();
-    select_install_profile();
-    form_document_paths();
+    discover_host();
     if (!start_curses()) return 1;
     if (!check_terminal_size()) return refuse_terminal();
     make_main_window();

@@ -21,11 +21,10 @@
 #include "wizard/terminal_session.h"
 
 void fill_standard_descriptors() {
-    int descriptor = 0;
-    do {
-        descriptor = open("/dev/null", O_RDWR);
-    } while (descriptor != -1 && descriptor <= STDERR_FILENO);
-    if (descriptor != -1) close(descriptor);
+    for (int standard = 0; standard <= STDERR_FILENO; ++standard) {
+        // Which takes the lowest number that is free.
+        if (fcntl(standard, F_GETFD) == -1) open("/dev/null", O_RDWR);
+    }
 }
 
 void hold_signals() {
@@ -39,12 +38,10 @@ void hold_signals() {
     for (const int signal_number : {SIGPIPE, SIGXFSZ}) ignore_signal(signal_number);
 }
 
-void prepare_for_children() {
-    keep_track_of_children();
+void prepare_process() {
+    // Ignored, it would keep children from being waited for, and a shell from its commands' ends.
+    signal(SIGCHLD, SIG_DFL);
     keep_open_files_from_children();
-}
-
-void set_limits() {
     // The connection to a port that is taken is never closed, however often the port is tried.
     change_limit(RLIMIT_NOFILE, RLIM_INFINITY);
     // It would hold the passwords.
@@ -53,15 +50,13 @@ void set_limits() {
 }
 
 bool start_curses() {
-    if (!open_terminal()) {
-        // In curses' own words, as the library may well be there.
-        const char* type = std::getenv("TERM");
-        std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
-                     type != nullptr ? type : "unknown");
-        std::printf("You must install ncurses library\n");
-        return false;
-    }
-    return true;
+    if (open_terminal()) return true;
+    // In curses' own words, as the library may well be there.
+    const char* type = std::getenv("TERM");
+    std::fprintf(stderr, "Error opening terminal: %s.\nTry TERM=xterm-256color.\n",
+                 type != nullptr ? type : "unknown");
+    std::printf("You must install ncurses library\n");
+    return false;
 }
 
 void make_main_window() {

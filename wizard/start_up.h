@@ -10,15 +10,12 @@ void fill_standard_descriptors();
 /// where it waits (signal_gate.h).
 void hold_signals();
 
-/// Makes sure that child processes are waited for and find none of the files that are open now but
-/// the standard streams.
-void prepare_for_children();
+/// Sees to it that child processes are waited for and find none of the files that are open now but
+/// the standard streams; raises the limit of open files, and forbids core dumps.
+void prepare_process();
 
-/// As many open files as may be had, and no core dumps.
-void set_limits();
-
-/// Starts curses on the terminal. Returns false, with a message on standard output, when it can't
-/// be started.
+/// Starts curses on the terminal. Returns false, with messages on standard error and output, when
+/// it can't be started.
 bool start_curses();
 
 /// Defines the colours, draws the background and makes `main_window`.
@@ -28,7 +25,7 @@ void make_main_window();
 /// screen.
 void silence_standard_error();
 
-/// True for a process whose user and group ids are both 0.
+/// Whether the user and group ids are both 0.
 bool is_superuser();
 
 /// Tells the user that only a superuser may run the wizard, and closes curses. Returns the

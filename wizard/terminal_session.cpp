@@ -26,11 +26,6 @@ bool check_terminal_size() {
 
 namespace {
 
-void draw_ruler(int row) {
-    const int columns = getmaxx(stdscr);
-    for (int col = 0; col < columns; ++col) mvwaddch(stdscr, row, col, '-');
-}
-
 void redraw_dialogs() {
     if (screen_state == state_message || screen_state == state_yes_no) {
         curs_set(0);
@@ -52,12 +47,13 @@ void redraw() {
 
 void draw_background() {
     const int rows = getmaxy(stdscr);
+    const int cols = getmaxx(stdscr);
     wbkgd(stdscr, COLOR_PAIR(pair_screen));
     wattron(stdscr, A_BOLD);
-    mvwprintw(stdscr, 0, 0, "%s", "Welcome to the Teluma Config Utility (v6.0.0)");
-    draw_ruler(1);
-    mvwprintw(stdscr, rows - 1, 0, "%s", "Use TAB key to jump from one control to another");
-    draw_ruler(rows - 2);
+    mvaddstr(0, 0, "Welcome to the Teluma Config Utility (v6.0.0)");
+    mvhline(1, 0, '-', cols);
+    mvaddstr(rows - 1, 0, "Use TAB key to jump from one control to another");
+    mvhline(rows - 2, 0, '-', cols);
     wattroff(stdscr, A_BOLD);
 }
 
@@ -82,7 +78,7 @@ void continue_wizard(int /*signal_number*/) {
 void suspend_wizard(int signal_number) {
     const int errno_before = errno;
     close_terminal();
-    stop_process(signal_number);
+    call_stoppable(signal_number, [signal_number] { return raise(signal_number); });
     on_resize(SIGWINCH);
     errno = errno_before;
 }

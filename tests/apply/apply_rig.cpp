@@ -15,7 +15,6 @@
 #include "ui/main_window.h"
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/ending.h"
 #include "wizard/terminal_session.h"
 
@@ -32,8 +31,7 @@ CursesScreen::~CursesScreen() {
 
 InstalledServerCase::InstalledServerCase() {
     std::signal(SIGPIPE, SIG_IGN);
-    select_install_profile();
-    discover_networks();
+    discover_host();
 }
 
 InstalledServerCase::~InstalledServerCase() {

@@ -17,7 +17,6 @@
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/system/private_directory.h"
 
 namespace {

@@ -15,7 +15,7 @@
 #include "tests/apply/working_directory.h"
 #include "tests/support/files.h"
 #include "tests/support/waits.h"
-#include "wizard/base/install_profile.h"
+#include "wizard/base/host_facts.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // How the sources hang together: the layers, what they remember, how long they are; and that the
-// documents name what there is.
+// documents name what there is, the man page every message that the program can show.
 
 #include <gtest/gtest.h>
 
@@ -182,6 +182,42 @@ TEST(Documents, name_modules_that_there_are) {
         }
     }
     EXPECT_GT(modules, 30U);
+}
+
+// The texts in quotes of a source file, as they are shown; those that follow one another are one.
+std::vector<std::string> texts_in(const fs::path& file) {
+    static const std::regex between("\"\\s+\"");
+    static const std::regex quoted(R"re("((?:[^"\\\n]|\\.)*)")re");
+    std::vector<std::string> texts =
+        all_in(std::regex_replace(read_file(file), between, ""), quoted);
+    for (std::string& text : texts) {
+        text = std::regex_replace(text, std::regex(R"(\\n)"), "");
+        text = std::regex_replace(text, std::regex("%s"), "NAME");
+    }
+    return texts;
+}
+
+// A sentence that ends in an exclamation mark, or what goes to the system log. Titles are shorter.
+bool is_message(const std::string& text) {
+    const auto words = std::count(text.begin(), text.end(), ' ') + 1;
+    return (words > 2 && text.back() == '!') || text.compare(0, 10, "Unable to ") == 0;
+}
+
+TEST(ManPage, tells_of_every_message_of_the_program) {
+    // What the program says otherwise when it can not go on.
+    std::vector<std::string> messages = {
+        "You must install ncurses library",
+        "Error opening terminal: ", "There is already an application that binds the ",
+        "Selecting 127.0.0.1 will enable access to ", "TELUMA Configuration Wizard Aborted!"};
+    for (const fs::path& file : product_files()) {
+        for (const std::string& text : texts_in(sources / file)) {
+            if (file.extension() == ".cpp" && is_message(text)) messages.push_back(text);
+        }
+    }
+    EXPECT_GT(messages.size(), 25U);
+    const std::string page = read_file(sources / "docs/teluma-wizard.8");
+    for (const std::string& message : messages)
+        EXPECT_NE(page.find(message), std::string::npos) << message;
 }
 
 }  // namespace

@@ -11,7 +11,6 @@
 #include "screens/screen_table.h"
 #include "ui/main_window.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"
 #include "wizard/terminal_session.h"
@@ -64,8 +63,8 @@ WizardRig::WizardRig(int state, const RigSetup& setup)
     screen_place = {};
     screen_state = state;
     apply_double = {};
-    select_install_profile();
-    form_document_paths();
+    discover_host();
+    release_networks();
     fill_interface_table(setup.interfaces);
     fill_relay_networks(setup.networks);
     check_terminal_size();

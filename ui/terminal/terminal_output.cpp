@@ -32,7 +32,7 @@ bool takes_output(Clock::duration within) {
 
 // Writes some of it, more than nothing once the terminal takes anything.
 ssize_t write_some(const char* text, size_t length) {
-    const EndingsLetIn here;
+    const ChangedMask here = let_endings_in();
     wizard_terminal.is_in_write = true;
     const ssize_t written = write(STDOUT_FILENO, text, length);
     wizard_terminal.is_in_write = false;

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <iterator>
 
 #include "ui/terminal/terminal.h"
@@ -32,11 +31,8 @@ void remember_terminals() {
     for (int standard = 0; standard <= STDERR_FILENO; ++standard) {
         if (isatty(standard) == 0) continue;
         StandardTerminal& terminal = wizard_terminal.standard[standard];
-        {
-            // Changes nothing, but is for the foreground only.
-            const MayStop here(SIGTTOU);
-            tcflow(standard, TCOON);
-        }
+        // Changes nothing, but is for the foreground only.
+        call_stoppable(SIGTTOU, [standard] { return tcflow(standard, TCOON); });
         terminal.copy = Descriptor(fcntl(standard, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
         terminal.descriptor = terminal.copy.isOpen() ? terminal.copy.get() : standard;
         tcgetattr(standard, &terminal.before);
@@ -59,12 +55,8 @@ bool retake_terminal() {
     bool all = true;
     for (const StandardTerminal& terminal : wizard_terminal.standard) {
         if (!wizard_terminal.keeps_modes || terminal.descriptor == no_descriptor) continue;
-        const MayStop here(SIGTTOU);
-        int result = 0;
-        do {
-            result = tcsetattr(terminal.descriptor, TCSANOW, &terminal.kept);
-        } while (result == -1 && errno == EINTR);
-        all = all && result == 0;
+        const auto retake = [&] { return tcsetattr(terminal.descriptor, TCSANOW, &terminal.kept); };
+        all = call_stoppable(SIGTTOU, retake) == 0 && all;
     }
     return all;
 }

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-/// Owns an open file descriptor and closes it at the end of its life.
+/// Owns an open file descriptor and closes it at the end of its life. Can be moved, not copied.
 class Descriptor {
   public:
     Descriptor() = default;
@@ -14,8 +14,6 @@ class Descriptor {
         std::swap(value, other.value);
         return *this;
     }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
     ~Descriptor() { close(); }
 
     /// For system calls; still owned by this object. -1 when nothing is open.

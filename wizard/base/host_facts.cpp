@@ -1,33 +1,63 @@
 #include "wizard/base/host_facts.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <string>
+#include <cstring>
+#include <iterator>
+#include <utility>
 
-#include "wizard/base/install_profile.h"
+namespace {
 
-void discover_networks() {
+// By OsKind. Nobody logs in with the passwords: what is typed takes their place before.
+const InstallProfile shipped_profiles[] = {
+    {"/var/opt/teluma/run/teluma.cfg", "/opt/teluma/bin/teluma", "/var/opt/teluma/run/teluma.pid",
+     "unset1", "/var/opt/teluma/domains/", "/opt/teluma/share/doc/"},
+    {"/var/teluma/run/teluma.cfg", "/usr/local/teluma/bin/teluma", "/var/teluma/run/teluma.pid",
+     "unset2", "/var/teluma/domains/", "/usr/local/teluma/share/doc/"},
+    {"/var/teluma/run/teluma.cfg", "/usr/pkg/teluma/bin/teluma", "/var/teluma/run/teluma.pid",
+     "unset-34", "/var/teluma/domains/", "/usr/pkg/teluma/share/doc/"},
+    {"/var/teluma/run/teluma.cfg", "/usr/local/teluma/bin/teluma", "/var/teluma/run/teluma.pid",
+     "unset-34", "/var/teluma/domains/", "/usr/local/teluma/share/doc/"},
+    // The space at the end of the SunOS executable is part of the row: the path only ever stands at
+    // the front of a shell command.
+    {"/var/opt/teluma/run/teluma.cfg", "/opt/teluma/bin/teluma ", "/var/opt/teluma/run/teluma.pid",
+     "unset1", "/var/opt/teluma/domains/", "/opt/teluma/share/doc/"},
+};
+
+void form_document_paths() {
+    others_doc_path = profile_doc_dir();
+    std::snprintf(readme_path, sizeof(readme_path), "%sREADME", others_doc_path);
+    const std::size_t end = std::strlen(others_doc_path);
+    std::snprintf(others_doc_path + end, sizeof(InstallProfile::doc_dir) - end,
+                  "REMOVE-OTHERS.txt");
+}
+
+}  // namespace
+
+void discover_host() {
     interface_table = interfaces(&interface_count);
     if (interface_table == nullptr) {
         interface_table = new_interface_table();
         interface_count = 1;
     }
     relay_network_list = relay_networks(&relay_network_count);
-}
-
-void form_document_paths() {
-    others_doc_path = profile_doc_dir();
-    const std::string directory = others_doc_path;
-    std::snprintf(readme_path, sizeof(readme_path), "%sREADME", directory.c_str());
-    std::snprintf(others_doc_path, sizeof(InstallProfile::doc_dir), "%sREMOVE-OTHERS.txt",
-                  directory.c_str());
+    select_install_profile();
+    form_document_paths();
 }
 
 void release_networks() {
-    std::free(interface_table);
-    interface_table = nullptr;
+    std::free(std::exchange(interface_table, nullptr));
     interface_count = 0;
-    free_relay_networks(relay_network_list);
-    relay_network_list = nullptr;
+    free_relay_networks(std::exchange(relay_network_list, nullptr));
     relay_network_count = 0;
 }
+
+int select_install_profile() {
+    std::copy(std::begin(shipped_profiles), std::end(shipped_profiles), install_profiles);
+    return detect_os();
+}
+
+char* profile_doc_dir() { return install_profiles[os_kind].doc_dir; }
+
+char* profile_domains_dir() { return strdup(install_profiles[os_kind].domains_dir); }

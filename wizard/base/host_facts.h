@@ -4,20 +4,18 @@
 #include "wizard/base/tel_help.h"
 
 /// Where the server is installed on one operating system, and the password that the CLI login
-/// sends. Every field is a NUL-terminated text of at most 255 characters.
+/// sends. Every field is a NUL-terminated text.
 struct InstallProfile {
     char config_file[256];     ///< the server's configuration file
     char server_binary[256];   ///< the server executable; only ever the front of a shell command
     char pid_file[256];        ///< the server's pid file
-    char admin_password[256];  ///< sent at CLI login; replaced by the password that was typed
+    char admin_password[256];  ///< a placeholder until the password that was typed is in force
     char domains_dir[256];     ///< default location of domains; ends in "/"
     char doc_dir[256];         ///< documentation directory; ends in "/" until start-up extends it
 };
 
 /// Rows of `install_profiles`, as values of `os_kind`.
-enum OsKind { os_linux = 0, os_freebsd = 1, os_netbsd = 2, os_openbsd = 3, os_sunos = 4 };
-
-constexpr int os_kind_count = 5;
+enum OsKind { os_linux, os_freebsd, os_netbsd, os_openbsd, os_sunos, os_kind_count };
 
 /// What start-up finds out about the host, for the screens, the apply sequence and the summary.
 struct HostFacts {
@@ -53,13 +51,19 @@ inline int& os_kind = host_facts.os_kind;
 inline char (&readme_path)[256] = host_facts.readme_path;
 inline char*& others_doc_path = host_facts.others_doc_path;
 
-/// Builds both lists. Where the interfaces can't be had, the table holds only the entry for all of
-/// them, so that every listener screen has a row.
-void discover_networks();
+/// Finds out all of them. Where the interfaces can't be had, the table holds only the entry for all
+/// of them, so that every listener screen has a row.
+void discover_host();
 
-/// Forms `readme_path` and `others_doc_path` from the selected profile's documentation directory;
-/// to be called once after select_install_profile().
-void form_document_paths();
-
-/// Releases both lists and leaves null and 0; a second call does nothing.
+/// Releases the lists of interfaces and networks and leaves null and 0; a second call does nothing.
 void release_networks();
+
+/// Fills all five rows of `install_profiles` and selects that of the running system. Returns 0, or
+/// 1, with the selection as it was, when the system's name could not be asked for.
+int select_install_profile();
+
+/// The selected row's `doc_dir` field itself, not a copy: start-up appends to it in place.
+char* profile_doc_dir();
+
+/// A malloc'ed copy of the selected row's `domains_dir`; the caller frees it.
+char* profile_domains_dir();

@@ -3,10 +3,12 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string>
 
 #include "wizard/base/heap_text.h"
 #include "wizard/base/tel_help.h"
@@ -58,30 +60,23 @@ void free_texts(relay_network& record) {
     std::free(record.netmask);
 }
 
-// Drops the records that are marked and closes the gaps; returns how many are left.
-int drop_covered(relay_network* list) {
-    int kept = 0;
-    for (relay_network* record = list; record->network != nullptr; ++record) {
-        if (record->covered)
-            free_texts(*record);
-        else
-            list[kept++] = *record;
-    }
-    std::memset(&list[kept], 0, static_cast<std::size_t>(relay_list_size - kept) * sizeof(*list));
-    return kept;
-}
-
 }  // namespace
 
 relay_network* relay_networks(int* count) {
+    static_assert(interface_table_size <= relay_list_size, "a list has room for every interface");
     auto* list = static_cast<relay_network*>(std::calloc(relay_list_size, sizeof(relay_network)));
+    relay_network* end = list;
     int entries = 0;
     const std::unique_ptr<interf_addr, FreeHeap> table(interfaces(&entries));
-    for (int i = 1; i < entries && i < relay_list_size; ++i) {
-        list[i - 1] = network_of(table.get()[i]);
-        mark_covered(list, list[i - 1]);
+    for (int i = 1; i < entries; ++i, ++end) {
+        *end = network_of(table.get()[i]);
+        mark_covered(list, *end);
     }
-    *count = drop_covered(list);
+    const auto is_kept = [](const relay_network& record) { return record.covered == 0; };
+    relay_network* const dropped = std::stable_partition(list, end, is_kept);
+    std::for_each(dropped, end, free_texts);
+    std::fill(dropped, end, relay_network{});
+    *count = static_cast<int>(dropped - list);
     return list;
 }
 
@@ -94,9 +89,8 @@ void free_relay_networks(relay_network* list) {
 char* octet_at(const char* dotted, int position) {
     constexpr std::size_t octet_size = 5;
     auto* octet = static_cast<char*>(std::calloc(octet_size, 1));
-    const std::size_t length = std::strlen(dotted);
-    auto from = static_cast<std::size_t>(position);
-    for (std::size_t i = 0; i + 1 < octet_size && from < length && dotted[from] != '.'; ++i)
-        octet[i] = dotted[from++];
+    const std::string text = dotted;
+    const auto from = std::min(static_cast<std::size_t>(position), text.size());
+    text.copy(octet, std::min(text.find('.', from) - from, octet_size - 1), from);
     return octet;
 }

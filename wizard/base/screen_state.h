@@ -39,11 +39,14 @@ struct ScreenPlace {
     int focus[screen_count] = {};  ///< by state; read through screen_focus()
 };
 
-extern ScreenPlace screen_place;
+inline ScreenPlace screen_place;
 
 /// What is on the screen now, a ScreenState.
 inline int& screen_state = screen_place.state;
 
 /// The focus number of the screen of a state 0 to 10: which of its controls has the keyboard, 0 for
 /// the first. The SMTP, POP3, IMAP and WebMail states share one.
-int& screen_focus(int state);
+inline int& screen_focus(int state) {
+    const bool shares_focus = state == state_pop3 || state == state_imap || state == state_webmail;
+    return screen_place.focus[shares_focus ? state_smtp : state];
+}

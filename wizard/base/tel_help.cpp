@@ -28,6 +28,7 @@
 #include <sys/systeminfo.h>
 #endif
 
+#include <algorithm>
 #include <cassert>
 #include <cerrno>
 #include <climits>
@@ -38,23 +39,16 @@
 
 #include "wizard/base/descriptor.h"
 #include "wizard/base/heap_text.h"
-#include "wizard/base/install_profile.h"
-#include "wizard/base/interface_records.h"
-
-int os_kind_named(const char* system_name) {
-    static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
-                                                     "SunOS"};
-    for (int kind = 0; kind < os_kind_count; ++kind) {
-        if (std::strcmp(system_name, names[kind]) == 0) return kind;
-    }
-    return -1;
-}
+#include "wizard/base/host_facts.h"
 
 int detect_os() {
+    static const char* const names[os_kind_count] = {"Linux", "FreeBSD", "NetBSD", "OpenBSD",
+                                                     "SunOS"};
     struct utsname host {};
     if (uname(&host) == -1) return 1;
-    const int kind = os_kind_named(host.sysname);
-    if (kind != -1) os_kind = kind;
+    for (int kind = 0; kind < os_kind_count; ++kind) {
+        if (std::strcmp(host.sysname, names[kind]) == 0) os_kind = kind;
+    }
     return 0;
 }
 
@@ -83,13 +77,11 @@ bool has_one_user() {
     // Only Linux has this file: the first id inside, that outside, how many.
     std::FILE* map = std::fopen("/proc/self/uid_map", "re");
     if (map == nullptr) return false;
-    unsigned long inside = 0;
-    unsigned long outside = 0;
     unsigned long count = 0;
-    unsigned long second = 0;
-    const int numbers = std::fscanf(map, "%lu %lu %lu %lu", &inside, &outside, &count, &second);
+    unsigned long second_row = 0;
+    const int numbers = std::fscanf(map, "%*u %*u %lu %lu", &count, &second_row);
     std::fclose(map);
-    return numbers == 3 && count == 1;
+    return numbers == 1 && count == 1;
 }
 
 #ifdef SYS_landlock_create_ruleset
@@ -150,19 +142,18 @@ namespace {
 // Room for 227 records even on NetBSD, where one takes 144 bytes.
 constexpr std::size_t interface_query_size = 32768;
 
-// On FreeBSD and OpenBSD a socket address carries its length, and the address of a link is longer
-// than a plain sockaddr: netintro(4). On NetBSD the address carries its length too, but has room in
-// a struct ifreq, which is larger there. On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4
-// addresses are listed, all alike.
-constexpr InterfaceRecordLayout record_layout = {
-    sizeof(ifreq),
-    sizeof(ifreq::ifr_name),
+// How many bytes a record of the kernel's answer takes. On the BSDs a socket address begins with
+// its length, and that of a link is longer than a plain sockaddr, for which only NetBSD has room in
+// a struct ifreq: netintro(4). On Linux, netdevice(7), and SunOS, if_tcp(7P), only IPv4 addresses
+// are listed, all alike.
+std::size_t length_of(const ifreq& record) {
 #if defined(__FreeBSD__) || defined(__NetBSD__) || defined(__OpenBSD__)
-    true,
+    const auto address_length = *reinterpret_cast<const unsigned char*>(&record.ifr_addr);
+    return std::max(sizeof(record), sizeof(record.ifr_name) + address_length);
 #else
-    false,
+    return sizeof(record);
 #endif
-};
+}
 
 void copy_address(char (&text)[256], const sockaddr& address) {
     sockaddr_in inet{};
@@ -177,15 +168,14 @@ bool ask_netmask(int query_socket, const ifreq& record, interf_addr& entry) {
     ifaliasreq answer{};
     std::memcpy(answer.ifra_name, record.ifr_name, sizeof(answer.ifra_name));
     answer.ifra_addr = record.ifr_addr;
-    const bool answered = ioctl(query_socket, SIOCGIFALIAS, &answer) == 0;
-    const sockaddr& netmask = answer.ifra_mask;
+    if (ioctl(query_socket, SIOCGIFALIAS, &answer) < 0) return false;
+    copy_address(entry.netmask, answer.ifra_mask);
 #else
     ifreq answer = record;
-    const bool answered = ioctl(query_socket, SIOCGIFNETMASK, &answer) == 0;
-    const sockaddr& netmask = answer.ifr_addr;
+    if (ioctl(query_socket, SIOCGIFNETMASK, &answer) < 0) return false;
+    copy_address(entry.netmask, answer.ifr_addr);
 #endif
-    if (answered) copy_address(entry.netmask, netmask);
-    return answered;
+    return true;
 }
 
 // Fills `entry` from one record of the kernel's answer; true when the interface is an IPv4 one that
@@ -205,19 +195,18 @@ bool describe_interface(int query_socket, const ifreq& record, interf_addr& entr
     return ask_netmask(query_socket, record, entry);
 }
 
-// Appends the interfaces of the kernel's answer after entry 0; returns how many were appended.
-int collect_interfaces(int query_socket, const char* records, std::size_t length,
-                       interf_addr* table) {
+// Appends the interfaces of the kernel's answer, whose records need not be aligned, after entry 0;
+// returns how many were appended.
+int collect_interfaces(int query_socket, const ifconf& answer, interf_addr* table) {
+    const auto length = static_cast<std::size_t>(answer.ifc_len);
     int total = 0;
-    for (const std::size_t at : interface_record_offsets(records, length, record_layout)) {
-        if (total + 1 == interface_table_size) break;
-        ifreq record;
-        std::memcpy(&record, records + at, sizeof(record));
-        if (describe_interface(query_socket, record, table[total + 1])) ++total;
+    ifreq record;
+    for (std::size_t at = 0; at + sizeof(record) <= length && total + 1 < interface_table_size;
+         at += length_of(record)) {
+        std::memcpy(&record, answer.ifc_buf + at, sizeof(record));
+        interf_addr entry{};
+        if (describe_interface(query_socket, record, entry)) table[++total] = entry;
     }
-    // An interface that was not counted may have left its name here, where a reader takes the end
-    // of the table from an empty one.
-    if (total + 1 < interface_table_size) table[total + 1] = interf_addr{};
     return total;
 }
 
@@ -243,8 +232,7 @@ interf_addr* interfaces(int* count) {
     query.ifc_len = interface_query_size;
     query.ifc_buf = records.get();
     if (table == nullptr || ioctl(query_socket.get(), SIOCGIFCONF, &query) < 0) return nullptr;
-    total = collect_interfaces(query_socket.get(), records.get(),
-                               static_cast<std::size_t>(query.ifc_len), table.get());
+    total = collect_interfaces(query_socket.get(), query, table.get());
     *count = total + 1;
     return table.release();
 }

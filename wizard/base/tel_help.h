@@ -16,40 +16,34 @@ struct interf_addr {
 /// Entries of an interface table: "all" and at most 29 interfaces.
 constexpr int interface_table_size = 30;
 
-/// The row of the installation profiles for a system name as uname(3) gives it, compared exactly;
-/// -1 for a system that has no row.
-int os_kind_named(const char* system_name);
-
-/// Sets `os_kind` from uname(3); a system without a row leaves it alone. Returns 0, or 1 when
-/// uname failed.
+/// Sets `os_kind` from the exact system name of uname(3); another name leaves it alone. Returns 0,
+/// or 1 when uname failed.
 int detect_os();
 
 /// Copies the host's NIS domain name, cut to size - 1 characters, into `name`: empty, or "(none)"
 /// on some systems, where none is set.
 void host_domain_name(char* name, std::size_t size);
 
-/// A file without a name for reading and writing, close-on-exec, that takes no room on any disk and
-/// is gone when it is closed: memfd_create(2), on Linux, FreeBSD, and NetBSD after 10. Returns its
+/// A nameless file for reading and writing, close-on-exec, that takes no room on any disk and goes
+/// when it is closed: memfd_create(2), on Linux, FreeBSD, and NetBSD after 10. Returns its
 /// descriptor, or -1 where the system has no such files.
 int nameless_file();
 
-/// Whether the superuser is the only user there is: in a user namespace of Linux that knows no
-/// other id, user_namespaces(7), as an ordinary user can make it. Nobody could gain any right
-/// there.
+/// Whether the superuser is the only user there is, so that nobody could gain any right: in a user
+/// namespace of Linux, user_namespaces(7), as an ordinary user can make it.
 bool has_one_user();
 
 /// In a child process: from now on it, and the programs that it runs, can make no file, and open
 /// none for writing but the one that `descriptor` has open and /dev/null. By landlock(7), on Linux
-/// from 5.13 on where the kernel has that; elsewhere it can do what it could before.
+/// from 5.13 on; where the kernel has none, it can do what it could before.
 void confine_writing_in_child(int descriptor);
 
-/// Has programs that are run find none of the files but the standard streams that are open now:
-/// their descriptors become close-on-exec, by close_range(2) where the system can do that.
+/// Makes all that is open now but the standard streams close-on-exec, by close_range(2) where the
+/// system can do that.
 void keep_open_files_from_children();
 
-/// Keeps this process's memory out of the core dumps that a program gets from the system, which
-/// come whatever the limit of their size is: prctl(2), on Linux, core(5). Programs that it runs
-/// have theirs.
+/// Keeps this process's memory, not that of programs that it runs, out of the core dumps that a
+/// program gets from the system whatever the limit of their size: prctl(2), on Linux, core(5).
 void forbid_core_dumps();
 
 /// Waits until `descriptor` is ready for `event`, POLLIN or POLLOUT, with the signal mask `mask`

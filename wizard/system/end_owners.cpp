@@ -16,9 +16,8 @@ namespace {
 // the words of the address in hexadecimal, each as this machine reads it, and the port.
 std::string printed_end(const sockaddr_in& end) {
     char text[64];
-    std::snprintf(text, sizeof(text), "%08X%08X%08X%08X:%04X", 0U, 0U,
-                  static_cast<unsigned>(htonl(0xffff)), static_cast<unsigned>(end.sin_addr.s_addr),
-                  ntohs(end.sin_port));
+    std::snprintf(text, sizeof(text), "0000000000000000%08X%08X:%04X", htonl(0xffff),
+                  end.sin_addr.s_addr, ntohs(end.sin_port));
     return text;
 }
 
@@ -27,23 +26,13 @@ bool is_end(const char* field, const std::string& end) {
     return end == field || end.compare(24, std::string::npos, field) == 0;
 }
 
-// By getsockname(2) or getpeername(2).
-bool ask_for(int (*ask)(int, sockaddr*, socklen_t*), int descriptor, sockaddr_in& address) {
-    socklen_t size = sizeof(address);
-    return ask(descriptor, reinterpret_cast<sockaddr*>(&address), &size) == 0;
-}
-
 // An address of another host can't be given to a socket of this one.
-bool is_own_address(const sockaddr_in& address) {
-    sockaddr_in any_port = address;
-    any_port.sin_port = 0;
+bool is_own_address(sockaddr_in address) {
+    address.sin_port = 0;
     const Descriptor probe(socket(AF_INET, SOCK_DGRAM, 0));
-    return bind(probe.get(), reinterpret_cast<const sockaddr*>(&any_port), sizeof(any_port)) == 0 ||
+    return bind(probe.get(), reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 ||
            errno != EADDRNOTAVAIL;
 }
-
-// The kernel has the tables of connections; a process that is out of descriptors can't see them.
-bool lists_connections() { return access("/proc/net/tcp", F_OK) == 0; }
 
 bool find_listed_owner(const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner) {
     for (const char* path : {"/proc/net/tcp", "/proc/net/tcp6"}) {
@@ -81,9 +70,12 @@ bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& rem
 EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer) {
     sockaddr_in local{};
     sockaddr_in remote{};
-    if (!ask_for(getsockname, descriptor, local) || !ask_for(getpeername, descriptor, remote))
+    socklen_t size = sizeof(sockaddr_in);
+    if (getsockname(descriptor, reinterpret_cast<sockaddr*>(&local), &size) != 0 ||
+        getpeername(descriptor, reinterpret_cast<sockaddr*>(&remote), &size) != 0)
         return EndOwners::missing;
-    if (!lists_connections() || !is_own_address(remote)) return EndOwners::unlistable;
+    // Not whether it can be opened: a process may be out of descriptors.
+    if (access("/proc/net/tcp", F_OK) != 0 || !is_own_address(remote)) return EndOwners::unlistable;
     const bool both =
         find_listed_owner(local, remote, own) && find_listed_owner(remote, local, peer);
     return both ? EndOwners::known : EndOwners::missing;

@@ -13,12 +13,11 @@ enum class EndOwners {
 };
 
 /// Finds the users who have both ends of a connected IPv4 TCP socket, by the kernel's tables of
-/// connections, /proc/net/tcp and tcp6 (proc(5)), as both stand there. Only Linux has such tables.
+/// connections, /proc/net/tcp and tcp6 (proc(5)), which only Linux has.
 EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer);
 
-/// Finds the end of a TCP connection that has this address of its own and that remote one in
-/// `table`, an open /proc/net/tcp or tcp6 (proc(5)), and stores the user who took it, with
-/// accept(2) or socket(2), in `owner`. In the second table IPv4 addresses stand as parts of IPv6
-/// ones. Returns false, with `owner` as it was, when it is not there or nobody has taken it yet,
-/// and when nobody has it any more: it has no inode then and seems to be root's.
+/// Stores in `owner` who took the end of a TCP connection, with accept(2) or socket(2), that has
+/// these two addresses in `table`, an open /proc/net/tcp, or tcp6 with its IPv4 addresses as parts
+/// of IPv6 ones. Returns false, with `owner` as it was, when nobody has taken it yet, or nobody has
+/// it any more: it has no inode then and seems to be root's.
 bool find_owner(std::FILE* table, const sockaddr_in& own, const sockaddr_in& remote, uid_t& owner);

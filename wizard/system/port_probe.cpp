@@ -9,7 +9,7 @@
 #include "wizard/system/tcp_client.h"
 
 int probe_port(const char* address, int port) {
-    if (wizard_settings.apply_running && port_probe.found_free.count(port) != 0) return 1;
+    if (wizard_settings.apply_running && ports_found_free.count(port) != 0) return 1;
     Descriptor probe(open_tcp_socket());
     sockaddr_in target{};
     if (!probe.isOpen() || !resolve_host(address, port, target)) return errno;
@@ -18,7 +18,7 @@ int probe_port(const char* address, int port) {
     if (failure == 0)
         probe.release();
     else
-        port_probe.found_free.insert(port);
+        ports_found_free.insert(port);
     return failure;
 }
 

@@ -2,12 +2,8 @@
 
 #include <set>
 
-/// What the probes remember.
-struct PortProbe {
-    std::set<int> found_free;  ///< ports where nobody was, on whatever address
-};
-
-inline PortProbe port_probe;
+/// The ports where probes have found nobody, on whatever address.
+inline std::set<int> ports_found_free;
 
 /// Checks whether some program accepts TCP connections on `port` (its low 16 bits) of `address`, a
 /// dotted IPv4 address or a host name. Returns 0 when a connection succeeded, so the port is taken;

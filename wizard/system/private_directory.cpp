@@ -3,8 +3,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <initializer_list>
+#include <iterator>
 
 #include "wizard/base/descriptor.h"
 
@@ -37,25 +38,19 @@ bool make_directory_below(const char* parent) {
     return true;
 }
 
-void remember_start() {
-    if (directory.started_in.isOpen()) return;
-    char path[256];
-    if (getcwd(path, sizeof(path)) != nullptr) directory.started_path = path;
-    directory.started_in = Descriptor(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-}
-
 }  // namespace
 
 void enter_private_directory() {
+    static const char* const parents[] = {"/tmp", "/var/tmp", "/run"};
     const bool first = directory.path.empty();
-    remember_start();
-    if (!directory.started_in.isOpen()) return;
-    for (const char* parent : {"/tmp", "/var/tmp", "/run"}) {
-        if (make_directory_below(parent)) {
-            if (first) std::atexit(remove_private_directory);
-            return;
-        }
+    if (!directory.started_in.isOpen()) {
+        char path[256];
+        if (getcwd(path, sizeof(path)) != nullptr) directory.started_path = path;
+        directory.started_in = Descriptor(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     }
+    if (!directory.started_in.isOpen()) return;
+    if (std::any_of(std::begin(parents), std::end(parents), make_directory_below) && first)
+        std::atexit(remove_private_directory);
 }
 
 void leave_private_directory_in_child() {

@@ -6,16 +6,15 @@
 /// so that working copies of the server's files can neither be read, nor exchanged, nor be a link
 /// that somebody has prepared.
 
-/// Makes the directory (mode 700) below /tmp, /var/tmp or /run and makes it the current one. It is
-/// removed, with a working copy that may be in it, when the program ends through exit(3). Where
-/// none can be made the current directory stays what it is. Once it has been removed by somebody, a
-/// second call makes another one.
+/// Makes the directory (mode 700) below /tmp, /var/tmp or /run, or another one when it has been
+/// removed, and makes it the current one. It goes, with a working copy that may be in it, when the
+/// program ends through exit(3). Where none can be made the current directory stays what it is.
 void enter_private_directory();
 
 /// In a child process: goes back to the directory that the wizard was started in.
 void leave_private_directory_in_child();
 
-/// A name for the file `name` of the directory that the wizard was started in: its absolute path.
-/// `name` itself where it is absolute or empty, or where there is no private directory. Empty where
-/// the directory's path is gone, or too long for any command.
+/// The absolute path of the file `name` of the directory that the wizard was started in. `name`
+/// itself where it is absolute or empty, or where there is no private directory. Empty where the
+/// directory's path is gone, or too long for any command.
 std::string name_from_start(const std::string& name);

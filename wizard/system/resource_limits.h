@@ -11,5 +11,5 @@ void change_limit(int resource, rlim_t limit);
 /// In a child process: puts the limits back that the wizard was started with.
 void restore_limits_in_child();
 
-/// Whether that many files could be opened at a time now.
+/// Whether that many files, at least one, could be opened at a time now.
 bool can_open_files(int count);

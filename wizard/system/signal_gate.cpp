@@ -16,14 +16,12 @@ namespace {
 
 struct SignalGate {
     sigset_t original;  // the mask that the wizard was started with
-    sigset_t waiting;   // the same without the signals that the wizard handles
-    sigset_t held;      // those signals
+    sigset_t waiting;   // the same without the signals that the wizard holds
 
     // Of the signals whose action has been changed, those that the wizard was started with.
     std::map<int, struct sigaction> original_actions;
 
     SignalGate() {
-        sigemptyset(&held);
         sigprocmask(SIG_BLOCK, nullptr, &original);
         waiting = original;
     }
@@ -35,42 +33,32 @@ SignalGate& gate() {
     return signal_gate;
 }
 
-// One handler must not interrupt another: both draw. A crash in one must not find its signal
-// blocked, which would end the program at once.
-sigset_t all_but_crashes() {
-    sigset_t mask;
-    sigfillset(&mask);
-    for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
-        sigdelset(&mask, crash);
-    return mask;
-}
-
 void set_action(int signal_number, void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_mask = all_but_crashes();
+    // One handler must not interrupt another: both draw. A crash in one must not find its signal
+    // blocked, which would end the program at once.
+    sigfillset(&action.sa_mask);
+    for (const int crash : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT, SIGQUIT})
+        sigdelset(&action.sa_mask, crash);
     struct sigaction before {};
     sigaction(signal_number, &action, &before);
     gate().original_actions.emplace(signal_number, before);
 }
 
-// Those of the signals that end the wizard which it holds.
-sigset_t held_endings() {
-    sigset_t endings;
-    sigemptyset(&endings);
-    for (const int ending : {SIGINT, SIGTERM, SIGHUP}) {
-        if (sigismember(&gate().held, ending) == 1) sigaddset(&endings, ending);
-    }
-    return endings;
+sigset_t set_of(std::initializer_list<int> signals) {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal_number : signals) sigaddset(&set, signal_number);
+    return set;
 }
 
 }  // namespace
 
 void hold_signal(int signal_number, void (*handler)(int)) {
-    SignalGate& signals = gate();
-    sigaddset(&signals.held, signal_number);
-    sigdelset(&signals.waiting, signal_number);
-    sigprocmask(SIG_BLOCK, &signals.held, nullptr);
+    sigdelset(&gate().waiting, signal_number);
+    const sigset_t held = set_of({signal_number});
+    sigprocmask(SIG_BLOCK, &held, nullptr);
     set_action(signal_number, handler);
 }
 
@@ -82,44 +70,30 @@ bool is_ignored(int signal_number) {
 
 void ignore_signal(int signal_number) { set_action(signal_number, SIG_IGN); }
 
-void keep_track_of_children() { signal(SIGCHLD, SIG_DFL); }
+ChangedMask let_endings_in() { return {SIG_UNBLOCK, set_of({SIGINT, SIGTERM, SIGHUP})}; }
 
-ChangedMask::ChangedMask(int how, const sigset_t& mask) { sigprocmask(how, &mask, &before); }
-
-ChangedMask::~ChangedMask() { sigprocmask(SIG_SETMASK, &before, nullptr); }
-
-EndingsLetIn::EndingsLetIn() : ChangedMask(SIG_UNBLOCK, held_endings()) {}
-
-MayStop::MayStop(int stop) : signals{stop, SIGCONT} {
+int call_stoppable(int stop, const std::function<int()>& call) {
     struct sigaction by_default {};
     by_default.sa_handler = SIG_DFL;
-    sigset_t let_in;
-    sigemptyset(&let_in);
-    for (int i = 0; i < 2; ++i) {
-        sigaction(signals[i], is_ignored(signals[i]) ? nullptr : &by_default, &actionsBefore[i]);
-        sigaddset(&let_in, signals[i]);
+    // Makes room, as nothing may do once the signals are let in.
+    std::map<int, struct sigaction> before;
+    for (const int changed : {stop, SIGCONT})
+        sigaction(changed, is_ignored(changed) ? nullptr : &by_default, &before[changed]);
+    int result = 0;
+    {
+        const ChangedMask here(SIG_UNBLOCK, set_of({stop, SIGCONT, SIGINT, SIGTERM, SIGHUP}));
+        do {
+            result = call();
+        } while (result == -1 && errno == EINTR);
     }
-    sigprocmask(SIG_UNBLOCK, &let_in, &maskBefore);
+    for (const auto& [changed, action] : before) sigaction(changed, &action, nullptr);
+    return result;
 }
 
-MayStop::~MayStop() {
-    sigprocmask(SIG_SETMASK, &maskBefore, nullptr);
-    for (int i = 0; i < 2; ++i) sigaction(signals[i], &actionsBefore[i], nullptr);
-}
-
-void stop_process(int signal_number) {
-    const MayStop here(signal_number);
-    raise(signal_number);
-}
-
-void let_signals_in() {
-    // What is pending is delivered before sigprocmask() returns.
-    const ChangedMask here(SIG_SETMASK, gate().waiting);
-}
-
-void let_signals_in_except(int kept_out) {
+void let_signals_in(int kept_out) {
     sigset_t mask = gate().waiting;
-    sigaddset(&mask, kept_out);
+    if (kept_out != 0) sigaddset(&mask, kept_out);
+    // What is pending is delivered before sigprocmask() returns.
     const ChangedMask here(SIG_SETMASK, mask);
 }
 

@@ -1,18 +1,21 @@
-#include "wizard/ending.h"
+// What stands around the screens: the descriptors at the start, the words at the end.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
-#include "tests/wizard/fake_interfaces.h"
-#include "tests/wizard/replaced_calls.h"
+#include "tests/support/descriptor.h"
+#include "tests/wizard/fake_host.h"
 #include "wizard/base/host_facts.h"
-#include "wizard/base/install_profile.h"
 #include "wizard/base/wizard_settings.h"
+#include "wizard/ending.h"
+#include "wizard/start_up.h"
 
 namespace {
 
@@ -25,16 +28,12 @@ std::string printed_by(const std::function<void()>& work) {
 
 class Summary : public testing::Test {
   protected:
-    Summary() {
-        select_install_profile();
-        form_document_paths();
-        domain.copy(wizard_settings.primary_domain, sizeof wizard_settings.primary_domain - 1);
-    }
+    Summary() { domain.copy(wizard_settings.primary_domain, domain.size()); }
     ~Summary() override {
         wizard_settings = {};
         release_networks();
         host_facts = {};
-        replaced_calls = {};
+        fake_host = {};
     }
 
     static std::string printed(int interface, int port) {
@@ -58,8 +57,9 @@ class Summary : public testing::Test {
 };
 
 TEST_F(Summary, has_each_interface_on_a_line_and_then_an_empty_one_or_the_one_that_was_chosen) {
-    fake_interfaces({{"lo", "127.0.0.1", "255.0.0.0"}, {"eth0", "192.168.7.2", "255.255.255.0"}});
-    discover_networks();
+    fake_host.interfaces = {{"lo", "127.0.0.1", "255.0.0.0"},
+                            {"eth0", "192.168.7.2", "255.255.255.0"}};
+    discover_host();
     EXPECT_EQ(printed(0, 9000),
               introduction + "\thttp://127.0.0.1:9000\n\thttp://192.168.7.2:9000\n\n");
     EXPECT_EQ(printed(1, 65535), introduction + "\thttp://127.0.0.1:65535\n");
@@ -67,8 +67,8 @@ TEST_F(Summary, has_each_interface_on_a_line_and_then_an_empty_one_or_the_one_th
 }
 
 TEST_F(Summary, is_printed_after_a_completed_run_without_urls_where_no_interface_is_known) {
-    fake_failing_interface_list();
-    discover_networks();
+    fake_host.interface_list_fails = true;
+    discover_host();
     EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::completed), 0); }),
               introduction + "\n");
     EXPECT_EQ(interface_table, nullptr) << "everything is released";
@@ -82,6 +82,33 @@ TEST(Ending, of_any_other_kind_has_its_own_words_and_status) {
               "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
     EXPECT_EXIT((dup2(STDERR_FILENO, STDOUT_FILENO), abort_wizard(SIGINT)),
                 testing::ExitedWithCode(1), "\nTELUMA Configuration Wizard Aborted!\n");
+}
+
+// What a descriptor of this process is open on; empty where it is closed.
+std::string file_of(int descriptor) {
+    std::error_code closed;
+    return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor), closed);
+}
+
+// For a process that ends: status 0 if, with these descriptors closed, the three standard ones are
+// open afterwards, on what they were or else on /dev/null, and no other one besides.
+[[noreturn]] void fill_those_closed(const std::vector<int>& closed) {
+    std::string expected[] = {file_of(0), file_of(1), file_of(2)};
+    const long before = open_descriptors();
+    for (const int descriptor : closed) {
+        close(descriptor);
+        expected[descriptor] = "/dev/null";
+    }
+    fill_standard_descriptors();
+    bool as_expected = open_descriptors() == before;
+    for (int descriptor = 0; descriptor <= 2; ++descriptor)
+        as_expected = as_expected && file_of(descriptor) == expected[descriptor];
+    _exit(as_expected ? 0 : 1);
+}
+
+TEST(StandardDescriptors, that_are_closed_are_opened_on_the_null_device) {
+    for (const std::vector<int>& closed : std::vector<std::vector<int>>{{}, {2}, {0, 2}, {0, 1, 2}})
+        EXPECT_EXIT(fill_those_closed(closed), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
