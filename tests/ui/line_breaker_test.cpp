@@ -53,12 +53,12 @@ TEST(SplitWords, splits_at_spaces_tabs_and_line_feeds_alone_and_gives_no_empty_w
 }
 
 TEST(BreakWords, every_stretched_line_ends_at_the_last_column_and_none_is_beyond_the_count) {
-    const std::vector<std::string> words = split_words(
+    const char* const text =
         "There is already an application that binds the 25 port on the selected interface "
         "192.168.100.200. Please stop that application and remove it from the automatic startup "
-        "daemons at boot.");
+        "daemons at boot.";
     for (int width = 20; width <= 60; ++width) {
-        const BrokenText broken = break_words(words, width);
+        const BrokenText broken = break_text(text, width, break_between_words);
         for (const TextRun& run : broken.runs) {
             EXPECT_LT(run.line, broken.line_count) << width;
             if (&run != &broken.runs.back() && run.text.find(' ') != std::string::npos) {
