@@ -78,7 +78,7 @@ class Window {
     void move(int new_row, int new_col);
 
     /// Moves the window after a parent that has moved.
-    void follow() { move(row, col); }
+    virtual void follow() { move(row, col); }
 
     void show() { show_panel(panel); }  ///< puts the panel on top of the stack
     void hide() { hide_panel(panel); }  ///< takes the panel off the stack

@@ -63,15 +63,15 @@ TEST_F(MessageDialogTest, stands_alone_on_top_with_its_own_state_and_leaves_noth
     const ScreenImage before = shown();
     ASSERT_TRUE(before.cursor().visible);
     for (const StockDialog* dialog : every_dialog) {
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         show(*dialog, "Sure?", [&] {
             EXPECT_EQ(screen_state, dialog->state);
             EXPECT_TRUE(terminal.image().shows("Sure?"));
             EXPECT_FALSE(terminal.image().cursor().visible);
-            EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
+            EXPECT_TRUE(is_keypad(on_screen.dialog->getCursesWindow()));
         });
         EXPECT_EQ(screen_state, state_domain);
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         EXPECT_EQ(panels_shown(), 1);
         ScreenImage after = shown();
         after.setCursor(before.cursor());
@@ -141,7 +141,7 @@ TEST_F(MessageDialogTest, is_as_wide_as_its_message_or_60_columns_from_58_charac
     for (const auto& [length, width] :
          {std::pair{0, 2}, {1, 3}, {57, 59}, {58, 60}, {59, 60}, {60, 60}, {61, 60}, {200, 60}})
         show(message_box, std::string(static_cast<size_t>(length), 'x'),
-             [width = width] { EXPECT_EQ(dialog_frame()->getWidth(), width); });
+             [width = width] { EXPECT_EQ(on_screen.dialog->getWidth(), width); });
 }
 
 TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) {
@@ -203,10 +203,10 @@ TEST_F(MessageDialogTest, higher_than_the_terminal_has_become_it_still_takes_key
 }
 
 TEST_F(MessageDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_all_the_same) {
-    waits.then([&] { drain_key(dialog_frame()->getCursesWindow(), true); });
+    waits.then([&] { drain_key(on_screen.dialog->getCursesWindow(), true); });
     for (const Key key : {Key::tab, Key::enter})
         waits.then([this, key] {
-            EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
+            EXPECT_TRUE(is_nodelay(on_screen.dialog->getCursesWindow()));
             terminal.press(key);
         });
     EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);
@@ -272,7 +272,7 @@ TEST_F(RetryOrBackTest, retry_is_minus_one_while_the_port_is_taken_and_one_once_
 TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
     waits.inSleep = [&] {
         EXPECT_EQ(screen_state, 102);
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         EXPECT_EQ(taken.takeAll(), 0);
         EXPECT_SCREEN(terminal.image(), "golden/pending");
     };
