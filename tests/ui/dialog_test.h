@@ -33,8 +33,5 @@ class DialogTest : public UiTest {
     KeyWaits waits;
 };
 
-/// A size of the terminal and where three boxes stand in it.
-struct PlacesInSize {
-    Position size;
-    Position boxes[3];
-};
+/// Sizes that a terminal may have besides the usual one.
+const Position other_sizes[] = {{20, 72}, {25, 81}, {60, 200}};

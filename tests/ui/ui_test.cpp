@@ -2,25 +2,15 @@
 
 #include <unistd.h>
 
-#include <vector>
-
 #include "tests/support/wait_until.h"
 #include "ui/main_window.h"
 #include "wizard/base/screen_state.h"
 
-namespace {
-
-void measure_screen() {
-    screen_rows = getmaxy(stdscr);
-    screen_cols = getmaxx(stdscr);
-}
-
-}  // namespace
-
 UiTest::UiTest(int rows, int cols)
     : terminal(rows, cols), rootFrame(std::make_unique<Window>(stdscr, nullptr)) {
     main_window = root();
-    measure_screen();
+    screen_rows = rows;
+    screen_cols = cols;
     screen_state = state_password;
     alarm(static_cast<unsigned>(patience().count() / 1000));
 }
@@ -36,10 +26,6 @@ ScreenImage UiTest::shown() {
     return terminal.image();
 }
 
-ScreenImage UiTest::shown(int row, int col, int rows, int cols) {
-    return shown().region(row, col, rows, cols);
-}
-
 ScreenImage UiTest::drawn(Window& window) {
     window.draw();
     return look(window);
@@ -47,7 +33,7 @@ ScreenImage UiTest::drawn(Window& window) {
 
 ScreenImage UiTest::look(const Window& window) {
     WINDOW* place = window.getCursesWindow();
-    return shown(getbegy(place), getbegx(place), getmaxy(place), getmaxx(place));
+    return shown().region(getbegy(place), getbegx(place), getmaxy(place), getmaxx(place));
 }
 
 void UiTest::resizeTo(int rows, int cols) {
@@ -55,7 +41,8 @@ void UiTest::resizeTo(int rows, int cols) {
     clear();
     endwin();
     refresh();
-    measure_screen();
+    screen_rows = rows;
+    screen_cols = cols;
 }
 
 int panels_shown() {
@@ -64,12 +51,10 @@ int panels_shown() {
     return count;
 }
 
-Position cursor_in(WINDOW* window) { return {getcury(window), getcurx(window)}; }
+Position place_of(const Window& window) { return {window.getRow(), window.getCol()}; }
 
-std::string line_of(WINDOW* window, int line) {
-    std::vector<char> characters(static_cast<size_t>(getmaxx(window)) + 1);
-    const Position before = cursor_in(window);
-    mvwinnstr(window, line, 0, characters.data(), getmaxx(window));
-    wmove(window, before.row, before.col);
-    return characters.data();
+Position size_of(const Window& window) { return {window.getHeight(), window.getWidth()}; }
+
+Position cursor_in(const Window& window) {
+    return {getcury(window.getCursesWindow()), getcurx(window.getCursesWindow())};
 }

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 #include "tests/support/curses_terminal.h"
 #include "tests/support/expect_screen.h"
@@ -27,9 +26,6 @@ class UiTest : public testing::Test {
     /// drawn last has left it.
     ScreenImage shown();
 
-    /// A part of it.
-    ScreenImage shown(int row, int col, int rows, int cols);
-
     /// The part where a window stands; drawn anew first, or as it is.
     ScreenImage drawn(Window& window);
     ScreenImage look(const Window& window);
@@ -46,8 +42,9 @@ class UiTest : public testing::Test {
 /// How many panels are on the screen; 0 where every widget has gone.
 int panels_shown();
 
-/// Where curses' cursor stands in a window.
-Position cursor_in(WINDOW* window);
+/// Where a window stands in its parent, and what its curses window measures.
+Position place_of(const Window& window);
+Position size_of(const Window& window);
 
-/// The characters of one line of a curses window, blanks at the end included; drawn or not yet.
-std::string line_of(WINDOW* window, int line);
+/// Where curses' cursor stands in a window.
+Position cursor_in(const Window& window);

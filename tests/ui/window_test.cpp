@@ -11,10 +11,6 @@ Position corner_of(const Window& window) {
     return {getbegy(window.getCursesWindow()), getbegx(window.getCursesWindow())};
 }
 
-Position place_of(const Window& window) { return {window.getRow(), window.getCol()}; }
-
-Position size_of(const Window& window) { return {window.getHeight(), window.getWidth()}; }
-
 Position inside_of(const Window& window) { return {window.clientHeight(), window.clientWidth()}; }
 
 TEST_F(WindowTest, nothing_but_its_geometry_exists_before_create) {
@@ -126,17 +122,6 @@ TEST_F(WindowTest, refresh_shows_the_window_and_nothing_else) {
     EXPECT_FALSE(terminal.image().shows("other"));
 }
 
-TEST_F(WindowTest, a_window_that_is_no_widget_takes_no_key_no_focus_and_no_cursor) {
-    Window window(root(), 0, 0, 2, 4);
-    window.create();
-    const ScreenImage before = drawn(window);
-    EXPECT_EQ(window.onKey('a'), 'a');
-    window.setFocused(true);
-    window.placeCursor();
-    EXPECT_FALSE(window.showsCursor());
-    EXPECT_SAME_LOOK(before, drawn(window));
-}
-
 /// A window full of one letter.
 class Tile : public Window {
   public:
@@ -160,7 +145,7 @@ class PanelTest : public UiTest {
   protected:
     PanelTest() : lower(root(), 1, 1, 2, 4, 'a'), upper(root(), 1, 3, 2, 4, 'b') {}
 
-    ScreenImage corner() { return shown(1, 1, 4, 10); }
+    ScreenImage corner() { return shown().region(1, 1, 4, 10); }
 
     Tile lower;
     Tile upper;
@@ -212,7 +197,6 @@ TEST_F(PanelTest, a_window_moved_while_hidden_shows_nothing_though_a_key_is_read
 
 TEST_F(PanelTest, a_window_moved_while_hidden_appears_at_its_new_place) {
     upper.hide();
-    shown();
     upper.move(2, 5);
     upper.show();
     EXPECT_PICTURE(corner(), "aaaa\naaaabbbb\n    bbbb\n\n");
@@ -238,7 +222,7 @@ TEST_F(PanelTest, moved_over_the_edge_keeps_how_it_reads_keys_and_writes_text) {
     EXPECT_TRUE(is_keypad(upper.getCursesWindow()));
     EXPECT_TRUE(is_nodelay(upper.getCursesWindow()));
     mvwaddch(upper.getCursesWindow(), 0, 0, 'x');
-    EXPECT_COLOURS(shown(22, 78, 1, 1), "R\n");
+    EXPECT_COLOURS(shown().region(22, 78, 1, 1), "R");
 }
 
 // Curses cuts windows to a terminal that has become smaller.
@@ -252,7 +236,7 @@ TEST_F(PanelTest, move_takes_back_the_height_or_width_that_a_smaller_terminal_ha
     }
     EXPECT_EQ(size_of(wide), (Position{2, 20}));
     EXPECT_EQ(size_of(high), (Position{4, 2}));
-    EXPECT_PICTURE(shown(1, 8, 5, 24),
+    EXPECT_PICTURE(shown().region(1, 8, 5, 24),
                    "  hhwwwwwwwwwwwwwwwwww\n  hhwwwwwwwwwwwwwwwwww\n  hh\n  hh\n\n");
 }
 
