@@ -220,12 +220,6 @@ TEST_F(MessageDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_a
     EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);
 }
 
-TEST_F(MessageDialogTest, none_can_be_placed_while_none_is_open) {
-    const ScreenImage before = shown();
-    place_dialog();
-    EXPECT_SAME_LOOK(before, shown());
-}
-
 /// A warning about a port that is taken, until a test frees it.
 class RetryOrBackTest : public DialogTest {
   protected:

@@ -9,26 +9,16 @@ class PendingBoxTest : public DialogTest {
     ~PendingBoxTest() override { closePending(); }
 };
 
-TEST_F(PendingBoxTest, is_as_wide_as_its_message_and_four_columns) {
+TEST_F(PendingBoxTest, is_as_wide_as_its_message_and_four_columns_but_at_least_8) {
     showPending("Please wait until the port is being checked!", "Operation pending!");
     EXPECT_SCREEN(terminal.image(), "golden/pending");
     showPending("100%s%d done", "Title");
     EXPECT_TRUE(terminal.image().shows("│ 100%s%d done │"));
-}
-
-TEST_F(PendingBoxTest, is_at_least_8_columns_wide) {
-    showPending("abc", "wait");
-    EXPECT_PICTURE(terminal.image().region(8, 34, 7, 8), R"(
-┌──────┐
-│ wait │
-├──────┤
-│ abc  │
-│      │
-│      │
-└──────┘
-)");
-    showPending("", "wait");
-    EXPECT_EQ(pending_frame()->getWidth(), 8);
+    for (const char* const message : {"abc ", ""}) {
+        showPending(message, "wait");
+        EXPECT_TRUE(terminal.image().shows("│ wait │"));
+        EXPECT_EQ(size_of(*pending_frame()), (Position{7, 8}));
+    }
 }
 
 TEST_F(PendingBoxTest, stays_with_its_own_state_and_reads_no_key_until_it_is_closed) {
@@ -44,21 +34,12 @@ TEST_F(PendingBoxTest, stays_with_its_own_state_and_reads_no_key_until_it_is_clo
         EXPECT_FALSE(shown().shows("Message"));
         EXPECT_NE(pending_frame(), nullptr);
         EXPECT_EQ(screen_state, 102);
-        closePending();
+        for (const auto take_away : {closePending, closePending, hidePending}) take_away();
         EXPECT_EQ(pending_frame(), nullptr);
         EXPECT_EQ(panels_shown(), 0);
         EXPECT_EQ(screen_state, state_domain);
         curs_set(1);
     }
-}
-
-TEST_F(PendingBoxTest, without_a_box_hide_close_and_place_do_nothing) {
-    screen_state = state_relay;
-    hidePending();
-    placePending();
-    closePending();
-    EXPECT_EQ(pending_frame(), nullptr);
-    EXPECT_EQ(screen_state, state_relay);
 }
 
 TEST_F(PendingBoxTest, a_second_box_takes_the_place_of_the_first) {
@@ -71,14 +52,11 @@ TEST_F(PendingBoxTest, a_second_box_takes_the_place_of_the_first) {
     EXPECT_EQ(screen_state, state_domain);
 }
 
-TEST_F(PendingBoxTest, with_a_message_as_long_as_fits_keeps_its_title_and_one_line) {
+TEST_F(PendingBoxTest, with_a_message_too_long_for_a_line_has_more_lines_under_the_title_error) {
     showPending(std::string(76, 'x').c_str(), "Title");
     EXPECT_TRUE(terminal.image().shows("Title"));
     EXPECT_TRUE(terminal.image().shows("│ " + std::string(76, 'x') + " │"));
     EXPECT_EQ(pending_frame()->getHeight(), 7);
-}
-
-TEST_F(PendingBoxTest, with_a_message_longer_than_that_is_broken_into_lines_under_the_title_error) {
     showPending(std::string(77, 'x').c_str(), "Title");
     EXPECT_FALSE(terminal.image().shows("Title"));
     EXPECT_TRUE(terminal.image().shows("Error!"));
@@ -97,8 +75,7 @@ TEST_F(PendingBoxTest, for_the_apply_sequence_is_18_lines_by_60_columns_whatever
     EXPECT_SCREEN(terminal.image(), "golden/apply_pending");
     showApplyPending(std::string(100, 'x').c_str(), "Title");
     EXPECT_TRUE(terminal.image().shows("Title"));
-    EXPECT_EQ(pending_frame()->getHeight(), 18);
-    EXPECT_EQ(pending_frame()->getWidth(), 60);
+    EXPECT_EQ(size_of(*pending_frame()), (Position{18, 60}));
 }
 
 /// A box, how long its message is, and where it stands in terminals of the other sizes: two columns

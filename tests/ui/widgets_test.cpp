@@ -1,6 +1,7 @@
 // What all widgets have in common, buttons, and labels of one line.
 
 #include <string>
+#include <tuple>
 #include <type_traits>
 
 #include "tests/support/screen_text.h"
@@ -52,28 +53,21 @@ class ButtonTest : public UiTest {
     Button button;
 };
 
-/// A button of a height, 6 columns wide, with a caption, and what it looks like.
-struct Captioned {
-    int height;
-    const char* caption;
-    const char* picture;
-};
-
 TEST_F(ButtonTest, has_its_caption_in_the_middle_unless_it_is_too_long) {
-    for (const Captioned& captioned : {
-             Captioned{3, "OK", "\n\n  OK\n\n"},
-             Captioned{3, "Yes", "\n\n Yes\n\n"},
-             Captioned{4, "OK", "\n\n  OK\n\n\n"},
-             Captioned{3, "Cancel", "\n\nCancel\n\n"},
-             Captioned{3, "Cancels", "\n\n\n\n"},
-             Captioned{3, "Cancel it", "\n\n\n\n"},
-             Captioned{3, "Cancel all of it", "\n\n\n\n"},
-             Captioned{1, "%s%d", " %s%d"},
+    for (const auto& [height, caption, picture] : {
+             std::tuple{3, "OK", "\n\n  OK\n\n"},
+             {3, "Yes", "\n\n Yes\n\n"},
+             {4, "OK", "\n\n  OK\n\n\n"},
+             {3, "Cancel", "\n\nCancel\n\n"},
+             {3, "Cancels", "\n\n\n\n"},
+             {3, "Cancel it", "\n\n\n\n"},
+             {3, "Cancel all of it", "\n\n\n\n"},
+             {1, "%s%d", " %s%d"},
          }) {
-        std::string caption = captioned.caption;
-        Button copied(root(), 10, 3, captioned.height, 6, caption.c_str(), 3);
-        caption.assign(caption.size(), '!');
-        EXPECT_PICTURE(drawn(copied), captioned.picture);
+        std::string text = caption;
+        Button copied(root(), 10, 3, height, 6, text.c_str(), 3);
+        text.assign(text.size(), '!');
+        EXPECT_PICTURE(drawn(copied), picture);
     }
 }
 
@@ -127,22 +121,19 @@ TEST_F(LabelTest, is_one_line_as_wide_as_its_text_at_its_place_of_the_parent) {
     EXPECT_EQ(size_of(copied), (Position{1, 8}));
 }
 
-/// A highlight and the looks of the label with it.
-struct Highlight {
-    int pair;
-    int length;
-    const char* looks;
-};
-
 TEST_F(LabelTest, a_highlight_has_its_pair_and_what_follows_it_the_background_pair) {
     EXPECT_COLOURS(drawn(label), "kkkkk");
-    for (const Highlight& highlight :
-         {Highlight{3, 2, "rrbbb"}, Highlight{0, 2, "kkbbb"}, Highlight{3, 0, "bbbbb"},
-          Highlight{3, 50, "rrrrr"}, Highlight{2, 5, "bbbbb"}, Highlight{2, 4, "bbbbb"},
-          Highlight{3, -1, "bbbbb"}, Highlight{-1, 4, "kkkkk"}}) {
-        label.setHighlight(highlight.pair, highlight.length);
+    for (const auto& [pair, length, looks] : {std::tuple{3, 2, "rrbbb"},
+                                              {0, 2, "kkbbb"},
+                                              {3, 0, "bbbbb"},
+                                              {3, 50, "rrrrr"},
+                                              {2, 5, "bbbbb"},
+                                              {2, 4, "bbbbb"},
+                                              {3, -1, "bbbbb"},
+                                              {-1, 4, "kkkkk"}}) {
+        label.setHighlight(pair, length);
         EXPECT_PICTURE(drawn(label), "Port:");
-        EXPECT_COLOURS(look(label), highlight.looks) << highlight.pair << " " << highlight.length;
+        EXPECT_COLOURS(look(label), looks) << pair << " " << length;
     }
 }
 

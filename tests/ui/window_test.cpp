@@ -33,14 +33,11 @@ TEST_F(WindowTest, create_makes_a_curses_window_of_its_size_at_its_place_of_the_
     Window widget(&frame, 2, 4, 1, 6);
     widget.create();
     EXPECT_EQ(corner_of(widget), (Position{5, 9}));
-}
-
-TEST_F(WindowTest, a_parent_without_a_curses_window_or_none_counts_as_standing_at_minus_one) {
-    Window frame(root(), 3, 5, 7, 20);
+    frame.releaseCursesWindow();
     for (Window* parent : {&frame, static_cast<Window*>(nullptr)}) {
-        Window widget(parent, 2, 4, 1, 6);
-        widget.create();
-        EXPECT_EQ(corner_of(widget), (Position{1, 3}));
+        Window lost(parent, 2, 4, 1, 6);
+        lost.create();
+        EXPECT_EQ(corner_of(lost), (Position{1, 3}));
     }
 }
 
@@ -92,34 +89,19 @@ TEST_F(WindowTest, a_title_leaves_four_lines_less_inside_a_box_two_and_both_as_m
     EXPECT_EQ(inside_of(boxed), (Position{8, 28}));
 }
 
-TEST_F(WindowTest, touch_marks_every_line_of_it_and_of_its_ancestors_but_not_what_stands_in_it) {
+TEST_F(WindowTest, touch_marks_every_line_of_it_and_of_its_ancestors) {
     Window frame(root(), 3, 5, 7, 20);
     frame.create();
     Window widget(&frame, 2, 4, 2, 6);
     widget.create();
-    Window inner(&widget, 0, 0, 1, 1);
-    inner.create();
     shown();
     const Window* const chain[] = {&widget, &frame, root()};
     for (const Window* window : chain) ASSERT_FALSE(is_wintouched(window->getCursesWindow()));
     widget.touch();
-    EXPECT_FALSE(is_wintouched(inner.getCursesWindow()));
     for (const Window* window : chain) {
         for (int line = 0; line < window->getHeight(); ++line)
             EXPECT_TRUE(is_linetouched(window->getCursesWindow(), line)) << line;
     }
-}
-
-TEST_F(WindowTest, refresh_shows_the_window_and_nothing_else) {
-    Window one(root(), 3, 5, 1, 10);
-    Window other(root(), 4, 5, 1, 10);
-    one.create();
-    other.create();
-    mvwaddstr(one.getCursesWindow(), 0, 0, "one");
-    mvwaddstr(other.getCursesWindow(), 0, 0, "other");
-    one.refresh();
-    EXPECT_TRUE(terminal.image().shows("one"));
-    EXPECT_FALSE(terminal.image().shows("other"));
 }
 
 /// A window full of one letter.
@@ -159,6 +141,11 @@ TEST_F(PanelTest, the_window_created_last_stands_on_top_until_another_is_shown_o
     EXPECT_PICTURE(corner(), "  bbbb\n  bbbb\n\n\n");
     lower.show();
     EXPECT_PICTURE(corner(), "aaaabb\naaaabb\n\n\n");
+}
+
+TEST_F(PanelTest, refresh_shows_the_window_and_nothing_else) {
+    upper.refresh();
+    EXPECT_PICTURE(terminal.image().region(1, 1, 4, 10), "  bbbb\n  bbbb\n\n\n");
 }
 
 TEST_F(PanelTest, move_stores_the_place_and_keeps_contents_and_place_in_the_stack) {
@@ -202,27 +189,23 @@ TEST_F(PanelTest, a_window_moved_while_hidden_appears_at_its_new_place) {
     EXPECT_PICTURE(corner(), "aaaa\naaaabbbb\n    bbbb\n\n");
 }
 
-TEST_F(PanelTest, moved_over_the_edge_of_the_terminal_shows_what_fits_in_its_place_of_the_stack) {
+TEST_F(PanelTest, moved_over_the_edge_of_the_terminal_shows_what_fits_and_is_otherwise_the_same) {
+    keypad(lower.getCursesWindow(), TRUE);
+    nodelay(lower.getCursesWindow(), TRUE);
+    wattron(lower.getCursesWindow(), COLOR_PAIR(3) | A_BOLD);
     lower.move(23, 78);
     upper.move(23, 79);
     lower.draw();
     upper.draw();
     EXPECT_EQ(shown().rowText(23).substr(70), "        ab");
     EXPECT_EQ(size_of(lower), (Position{2, 4}));
+    EXPECT_TRUE(is_keypad(lower.getCursesWindow()));
+    EXPECT_TRUE(is_nodelay(lower.getCursesWindow()));
+    mvwaddch(lower.getCursesWindow(), 0, 0, 'x');
+    EXPECT_COLOURS(shown().region(23, 78, 1, 1), "R");
     lower.move(1, 1);
     lower.draw();
     EXPECT_PICTURE(corner(), "aaaa\naaaa\n\n\n");
-}
-
-TEST_F(PanelTest, moved_over_the_edge_keeps_how_it_reads_keys_and_writes_text) {
-    keypad(upper.getCursesWindow(), TRUE);
-    nodelay(upper.getCursesWindow(), TRUE);
-    wattron(upper.getCursesWindow(), COLOR_PAIR(3) | A_BOLD);
-    upper.move(22, 78);
-    EXPECT_TRUE(is_keypad(upper.getCursesWindow()));
-    EXPECT_TRUE(is_nodelay(upper.getCursesWindow()));
-    mvwaddch(upper.getCursesWindow(), 0, 0, 'x');
-    EXPECT_COLOURS(shown().region(22, 78, 1, 1), "R");
 }
 
 // Curses cuts windows to a terminal that has become smaller.
