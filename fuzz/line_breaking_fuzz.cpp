@@ -96,7 +96,7 @@ std::vector<std::string> expected_lines(const std::string& text, int width, int 
     if (mode == break_anywhere || words.size() == 1) {
         paper.write(0, 0, text);
     } else {
-        for (const TextRun& run : break_words(words, width).runs)
+        for (const TextRun& run : break_text(text, width, break_between_words).runs)
             paper.write(run.line, run.col, run.text);
     }
     return paper.lines();
@@ -135,7 +135,7 @@ extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t 
     const std::string text = c_text(input.takeRest());
     const std::vector<std::string> words = split_words(text.c_str());
     if (words.size() > 1) {
-        const BrokenText broken = break_words(words, width);
+        const BrokenText broken = break_text(text, width, break_between_words);
         require_well_broken(broken, words, width);
         require(broken.line_count == countLines(text.c_str(), width, break_between_words),
                 "the lines are as many as were counted");

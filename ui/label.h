@@ -4,7 +4,7 @@
 
 #include "ui/window.h"
 
-/// One line of text, as wide as the text, with an optional prefix in another colour.
+/// One line of text, as wide as the text, with or without a prefix in another colour.
 class Label : public Window {
   public:
     Label(Window* parent, int row, int col, const char* text);
@@ -30,13 +30,12 @@ class FormatLabel : public Window {
     /// `mode` is a LineBreakMode.
     FormatLabel(const char* text, int row, int col, Window* parent, int width, int mode);
 
-    int getLineCount() const { return lineCount; }
+    int getLineCount() const { return height; }
 
     /// What does not fit into the lines is cut at the bottom.
     void draw() override;
 
   private:
     std::string text;
-    int lineCount;
     int mode;
 };

@@ -14,25 +14,24 @@ class LineBreaker {
     BrokenText run() {
         for (size_t i = 0; i < words.size(); ++i) take(i);
         if (first < words.size()) broken.runs.push_back({line, 0, join(words.size(), 0)});
-        broken.line_count = line + 1;
+        broken.line_count = words.empty() ? 0 : line + 1;
         return broken;
     }
 
   private:
     void take(size_t i) {
         const int length = length_of(words[i]);
-        if (length > width) {
-            takeLongWord(i);
-        } else if (col + length > width) {
+        if (length > width) return takeLongWord(i);
+        if (col + length > width)
             justify(i);
-            advance(length);
-        } else if (col + length != width && line + col != width - 1) {
+        else if (col + length == width || line + col == width - 1)
             // A line number has no business beside a column, but this is how the wizard has always
             // laid out its texts: it decides where some lines end early.
-            advance(length);
-        } else {
-            justify(i + 1);
-        }
+            return justify(i + 1);
+        col += length;
+        // No space is counted after a word that ends one column before the edge: nothing could
+        // follow.
+        if (col != width - 1) ++col;
     }
 
     void takeLongWord(size_t i) {
@@ -43,12 +42,6 @@ class LineBreaker {
         col = left_over != 0 ? left_over + 1 : 0;
         startCol = col;
         first = i + 1;
-    }
-
-    // No space is counted after a word that ends one column before the edge: nothing could follow.
-    void advance(int length) {
-        col += length;
-        if (col != width - 1) ++col;
     }
 
     // Fills the rest of the line with the words up to, but without, `end`, which starts the next.
@@ -108,16 +101,11 @@ std::vector<std::string> split_words(const std::string& text) {
     }
 }
 
-BrokenText break_words(const std::vector<std::string>& words, int width) {
-    return LineBreaker(words, width).run();
-}
-
 BrokenText break_text(const std::string& text, int width, int mode) {
     if (width < 1 || (mode != break_anywhere && mode != break_between_words)) return {};
     const std::vector<std::string> words = split_words(text);
-    if (mode == break_between_words && words.size() != 1)
-        return words.empty() ? BrokenText() : break_words(words, width);
-    return break_everywhere(text, width);
+    if (mode == break_anywhere || words.size() == 1) return break_everywhere(text, width);
+    return LineBreaker(words, width).run();
 }
 
 int countLines(const char* text, int width, int mode) {

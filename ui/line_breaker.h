@@ -25,13 +25,10 @@ struct BrokenText {
 /// Splits `text` at spaces, tabs and line feeds; no word is empty.
 std::vector<std::string> split_words(const std::string& text);
 
-/// Breaks two or more words into lines of `width` characters (above 0), the wider gaps of a
-/// stretched line on its left. The run of a word longer than the width goes on over the following
-/// lines.
-BrokenText break_words(const std::vector<std::string>& words, int width);
-
 /// Breaks `text` into lines of `width` characters in `mode`; no lines for an empty text, for a mode
-/// that is not a LineBreakMode and for a width below 1.
+/// that is not a LineBreakMode and for a width below 1. Between words, the wider gaps of a
+/// stretched line are on its left, and the run of a word longer than the width goes on over the
+/// next lines.
 BrokenText break_text(const std::string& text, int width, int mode);
 
 /// The number of those lines.

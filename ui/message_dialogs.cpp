@@ -4,6 +4,8 @@
 #include <cstring>
 #include <deque>
 #include <initializer_list>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "ui/button.h"
@@ -16,39 +18,59 @@
 #include "wizard/base/screen_state.h"
 #include "wizard/system/port_probe.h"
 
+OnScreen on_screen;
+
+namespace {
+
+constexpr int button_width = 6;
+
+// A titled frame in the wizard's colours, which has its own `screen_state` while it is there.
+class Box : public Window {
+  public:
+    Box(int state, int rows, int cols, const char* title)
+        : Window(main_window, centred(screen_rows, rows), centred(screen_cols, cols), rows, cols),
+          stateBefore(std::exchange(screen_state, state)) {
+        setTitle(title, pair_screen);
+        setColors(pair_screen, pair_screen, 1);
+        create();
+        wattron(cursesWindow, A_BOLD);
+    }
+
+    ~Box() override { screen_state = stateBefore; }
+
+  private:
+    const int stateBefore;
+};
+
 // A button of a dialog, standing below the message.
 struct DialogButton {
     const char* caption;
     int col;
-    int width;
+    int width = button_width;
 };
 
-// A titled frame with a message and one or more buttons, the first of which has the focus.
-struct ModalDialog {
+// A box with a message and one or more buttons, the first of which has the focus.
+class ModalDialog final : public Box {
+  public:
     ModalDialog(int state, const char* text, const char* title, int width,
                 std::initializer_list<DialogButton> dialog_buttons)
-        : state_before(std::exchange(screen_state, state)),
-          rows(countLines(text, width - 2, break_between_words) + rows_around_message),
-          cols(width),
-          frame(make_frame(rows, cols, title)),
-          message(text, 3, 1, frame.get(), cols - 2, break_between_words) {
+        : Box(state, countLines(text, width - 2, break_between_words) + rows_around_message, width,
+              title),
+          message(text, 3, 1, this, width - 2, break_between_words) {
         on_screen.dialog = this;
         message.setColors(pair_screen, pair_screen, 1);
         for (const DialogButton& button : dialog_buttons)
-            buttons.emplace_back(frame.get(), message.getLineCount() + 4, button.col, 3,
-                                 button.width, button.caption, pair_button);
+            buttons.emplace_back(this, message.getLineCount() + 4, button.col, 3, button.width,
+                                 button.caption, pair_button);
         draw();
     }
 
-    ~ModalDialog() {
-        on_screen.dialog = nullptr;
-        screen_state = state_before;
-    }
+    ~ModalDialog() override { on_screen.dialog = nullptr; }
 
     // Returns the index of the button that was pressed.
     int run() {
         for (;;) {
-            const int key = read_key(*frame);
+            const int key = read_key(*this);
             if (is_press(key)) return static_cast<int>(focus);
             if (key != key_tab) continue;
             focus = (focus + 1) % buttons.size();
@@ -56,71 +78,75 @@ struct ModalDialog {
         }
     }
 
-    void place() {
-        frame->move(centred(screen_rows, rows), centred(screen_cols, cols));
+    // Moves to the middle of a terminal that has another size now.
+    void follow() override {
+        move(centred(screen_rows, height), centred(screen_cols, width));
         message.follow();
         for (Button& button : buttons) button.follow();
-        draw();
     }
 
-    void draw() {
+    void draw() override {
         for (size_t i = 0; i < buttons.size(); ++i) {
             buttons[i].setFocused(i == focus);
             buttons[i].draw();
         }
-        frame->draw();
+        Window::draw();
         message.draw();
         curs_set(0);
         show_frame();
     }
 
+  private:
     static constexpr int rows_around_message = 9;  // title, margins and buttons
 
-    const int state_before;
-    const int rows;
-    const int cols;
-    const std::unique_ptr<Window> frame;
     FormatLabel message;
     std::deque<Button> buttons;
     size_t focus = 0;
 };
 
-namespace {
+// A box that stays on the screen, `rows` by `cols` where the terminal is wide enough for it.
+class PendingBox final : public Box {
+  public:
+    PendingBox(const char* message, const char* title, int rows, int cols)
+        : Box(state_pending, rows, cols, title),
+          message(message),
+          givenTitle(title),
+          givenRows(rows),
+          givenCols(cols) {
+        keypad(cursesWindow, TRUE);
+    }
 
-constexpr int widest = 60;
-constexpr int yes_no_width = 62;
-constexpr int button_width = 6;
-constexpr int retry_width = 7;
+    // Draws the box where the terminal's present size wants it.
+    void draw() override {
+        const int length = static_cast<int>(message.size());
+        const int room = screen_cols - 4;
+        const bool fits = givenCols <= screen_cols;
+        setSize(fits ? givenRows : length / (room - 4) + 7, fits ? givenCols : room - 4);
+        move(centred(screen_rows, height), fits ? centred(room, width) : 3);
+        werase(cursesWindow);
+        const int line_length = fits ? length : room - 8;
+        for (int at = 0, line = 3; at < length; at += line_length)
+            mvwaddnstr(cursesWindow, line++, 2, message.c_str() + at, line_length);
+        setTitle(fits ? givenTitle.c_str() : "Error!", pair_screen);
+        Window::draw();
+    }
+
+  private:
+    const std::string message;
+    const std::string givenTitle;
+    const int givenRows;
+    const int givenCols;
+};
 
 // As narrow as the message allows, up to a width from which it is broken into lines.
 int width_for(const char* message) {
-    const size_t length = std::strlen(message);
-    return length < widest - 1 ? static_cast<int>(length) + 2 : widest;
+    constexpr size_t widest = 60;
+    return static_cast<int>(std::min(std::strlen(message) + 2, widest));
 }
 
-constexpr int apply_rows = 18;
-constexpr int apply_cols = 60;
-
-// Writes the message in lines of so many characters.
-void print_message(const PendingBox& box, int line_length) {
-    const int length = static_cast<int>(box.message.size());
-    WINDOW* window = box.frame->getCursesWindow();
-    werase(window);
-    for (int at = 0, line = 3; at < length; at += line_length)
-        mvwaddnstr(window, line++, 2, box.message.c_str() + at, line_length);
-}
-
-void put(Window& frame, int row, int col, int rows, int cols) {
-    frame.setSize(rows, cols);
-    frame.move(row, col);
-}
-
-void open_box(const char* message, const char* title, bool lists_progress) {
+void open_box(const char* message, const char* title, int rows, int cols) {
     closePending();
-    on_screen.pending = std::make_unique<PendingBox>(PendingBox{
-        make_frame(apply_rows, apply_cols, title), message, title, lists_progress, screen_state});
-    screen_state = state_pending;
-    keypad(pending_frame()->getCursesWindow(), TRUE);
+    on_screen.pending = std::make_unique<PendingBox>(message, title, rows, cols);
     placePending();
     curs_set(0);
     show_frame();
@@ -130,28 +156,25 @@ void open_box(const char* message, const char* title, bool lists_progress) {
 
 void showMessage(const char* message, const char* title) {
     const int width = width_for(message);
-    ModalDialog dialog(state_message, message, title, width,
-                       {{"OK", (width - button_width) / 2, button_width}});
+    ModalDialog dialog(state_message, message, title, width, {{"OK", (width - button_width) / 2}});
     dialog.run();
 }
 
 int askYesNo(const char* message, const char* title) {
-    ModalDialog dialog(
-        state_yes_no, message, title, yes_no_width,
-        {{"No", 3, button_width}, {"Yes", yes_no_width - 3 - button_width, button_width}});
+    constexpr int width = 62;
+    ModalDialog dialog(state_yes_no, message, title, width,
+                       {{"No", 3}, {"Yes", width - 3 - button_width}});
     return dialog.run();
 }
 
 int askRetryOrBack(const char* message, const char* title, const char* host, int port) {
-    {
-        const int width = width_for(message);
-        const int middle = (width - button_width) / 2;
-        ModalDialog dialog(
-            state_retry_back, message, title, width,
-            {{"Retry", middle + 20, retry_width}, {"Back", middle - 20, button_width}});
-        const int retry = 0;
-        if (dialog.run() != retry) return 0;
-    }
+    const int width = width_for(message);
+    const int middle = (width - button_width) / 2;
+    const int pressed = ModalDialog(state_retry_back, message, title, width,
+                                    {{"Retry", middle + 20, 7}, {"Back", middle - 20}})
+                            .run();
+    const int back = 1;
+    if (pressed == back) return 0;
     return probe_port_visibly(host, port) ? 1 : -1;
 }
 
@@ -162,50 +185,26 @@ bool probe_port_visibly(const char* host, int port) {
     return is_free;
 }
 
-Window* dialog_frame() {
-    return on_screen.dialog != nullptr ? on_screen.dialog->frame.get() : nullptr;
-}
-
 void place_dialog() {
-    if (on_screen.dialog != nullptr) on_screen.dialog->place();
+    if (on_screen.dialog == nullptr) return;
+    on_screen.dialog->follow();
+    on_screen.dialog->draw();
 }
 
-void showPending(const char* message, const char* title) { open_box(message, title, false); }
+void showPending(const char* message, const char* title) {
+    open_box(message, title, 7, std::max(static_cast<int>(std::strlen(message)) + 4, 8));
+}
 
-void showApplyPending(const char* message, const char* title) { open_box(message, title, true); }
+void showApplyPending(const char* message, const char* title) { open_box(message, title, 18, 60); }
 
 void hidePending() {
-    if (on_screen.pending != nullptr) pending_frame()->hide();
+    if (on_screen.pending != nullptr) on_screen.pending->hide();
 }
 
-void closePending() {
-    if (on_screen.pending == nullptr) return;
-    hidePending();
-    screen_state = on_screen.pending->state_before;
-    on_screen.pending.reset();
-}
+void closePending() { on_screen.pending.reset(); }
 
 void placePending() {
-    if (on_screen.pending == nullptr) return;
-    const PendingBox& box = *on_screen.pending;
-    const int length = static_cast<int>(box.message.size());
-    const int room = screen_cols - 4;
-    const bool is_too_long = !box.lists_progress && length > room;
-    if (box.lists_progress) {
-        put(*box.frame, centred(screen_rows, apply_rows), centred(screen_cols, apply_cols + 4),
-            apply_rows, apply_cols);
-    } else if (is_too_long) {
-        const int rows = length / (room - 4) + 7;
-        put(*box.frame, centred(screen_rows, rows), 3, rows, room - 4);
-    } else {
-        const int cols = std::max(length + 4, 8);
-        put(*box.frame, centred(screen_rows, 7), centred(room, cols), 7, cols);
-    }
-    print_message(box, is_too_long ? room - 8 : std::max(length, 1));
-    box.frame->setTitle(is_too_long ? "Error!" : box.title.c_str(), pair_screen);
-    box.frame->draw();
+    if (on_screen.pending != nullptr) on_screen.pending->draw();
 }
 
-Window* pending_frame() {
-    return on_screen.pending != nullptr ? on_screen.pending->frame.get() : nullptr;
-}
+Window* pending_frame() { return on_screen.pending.get(); }

@@ -1,6 +1,5 @@
 #include "ui/text_field.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -23,15 +22,10 @@ void TextField::setFocused(bool focused) {
     if (label != nullptr) label->setFocused(focused);
 }
 
-void TextField::placeCursor() {
-    wmove(cursesWindow, textRow, textCol + std::min(length, visibleWidth));
-}
-
 void TextField::draw() {
     Window::draw();
-    scroll = std::max(0, length - visibleWidth);
-    mvwprintw(cursesWindow, textRow, textCol, "%*s", visibleWidth + 1, "");
-    mvwprintw(cursesWindow, textRow, textCol, "%s", buffer.c_str() + scroll);
+    mvwprintw(cursesWindow, 0, 0, "%*s", visibleWidth + 1, "");
+    mvwaddstr(cursesWindow, 0, 0, buffer.c_str() + firstShown());
 }
 
 int TextField::onKey(int key) {
@@ -41,47 +35,28 @@ int TextField::onKey(int key) {
 
 void TextField::setText(const char* text) {
     if (text == nullptr) return;
-    keepText(text);
-    length = static_cast<int>(std::strlen(text));
+    const size_t size = std::strlen(text) + 1;
+    buffer.replace(0, size, text, size);
+    length = static_cast<int>(size) - 1;
 }
 
 bool TextField::edit(int key, char mask) {
     const bool is_printable = key >= 0 && key <= 255 && std::isprint(key) != 0;
     const bool appends = is_printable && length < maxLength;
-    if (appends)
-        append(static_cast<char>(key), mask);
-    else if ((key == 127 || key == 8 || key == KEY_BACKSPACE) && length > 0)
-        removeLast(mask);
+    if (appends) {
+        buffer[static_cast<size_t>(length++)] = static_cast<char>(key);
+        echo(length > visibleWidth ? firstShown() : length - 1, mask);
+    } else if ((key == 127 || key == 8 || key == KEY_BACKSPACE) && length > 0) {
+        buffer[static_cast<size_t>(--length)] = '\0';
+        if (length < visibleWidth) mvwaddch(cursesWindow, 0, length, ' ');
+        echo(length < visibleWidth ? length : firstShown(), mask);
+    }
     return appends;
 }
 
-void TextField::keepText(const char* text) {
-    const size_t size = std::strlen(text) + 1;
-    buffer.resize(std::max(buffer.size(), size));
-    std::copy(text, text + size, buffer.begin());
-}
-
-void TextField::append(char character, char mask) {
-    buffer[static_cast<size_t>(length++)] = character;
-    if (length <= visibleWidth)
-        echo(length - 1, length - 1, mask);
-    else
-        echo(length - visibleWidth, 0, mask);
-}
-
-void TextField::removeLast(char mask) {
-    buffer[static_cast<size_t>(--length)] = '\0';
-    if (length >= visibleWidth) {
-        echo(length - visibleWidth, 0, mask);
-    } else {
-        mvwaddch(cursesWindow, textRow, textCol + length, ' ');
-        wmove(cursesWindow, textRow, textCol + length);
-    }
-}
-
-// Writes the characters from number `from` on, the first of them at `column` of the field.
-void TextField::echo(int from, int column, char mask) {
-    wmove(cursesWindow, textRow, textCol + column);
+// Writes the characters from number `from` on where the field shows them.
+void TextField::echo(int from, char mask) {
+    wmove(cursesWindow, 0, from - firstShown());
     for (int i = from; i < length; ++i) {
         const char shown = mask != '\0' ? mask : buffer[static_cast<size_t>(i)];
         waddch(cursesWindow, static_cast<unsigned char>(shown));
@@ -93,7 +68,7 @@ PassTextField::~PassTextField() { wipe(buffer.data(), buffer.size()); }
 void PassTextField::draw() {
     Window::draw();
     length = static_cast<int>(std::strlen(buffer.c_str()));
-    wmove(cursesWindow, textRow, textCol);
+    wmove(cursesWindow, 0, 0);
     for (int i = 0; i < std::min(visibleWidth, length); ++i) waddch(cursesWindow, '*');
 }
 
@@ -103,5 +78,7 @@ int PassTextField::onKey(int key) {
 }
 
 void PassTextField::setText(const char* text) {
-    if (text != nullptr) keepText(text);
+    const int length_drawn = length;
+    TextField::setText(text);
+    length = length_drawn;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 
 #include "ui/window.h"
@@ -17,15 +18,14 @@ class TextField : public Window {
     /// A malloc'ed copy of the text; the caller frees it.
     char* getText() const;
 
-    /// Makes `newLabel`, or no label for null, the one that is marked while the field has the
-    /// keyboard. It is not owned and must outlive the field's last setFocused().
+    /// Gives the field a label, which is marked while the field has the keyboard. It is not owned
+    /// and must outlive the last setFocused().
     void setLabel(Label* new_label) { label = new_label; }
 
-    /// Marks the field's label or takes the mark away.
     void setFocused(bool focused) override;
 
     /// Puts the cursor after the last character shown.
-    void placeCursor() override;
+    void placeCursor() override { wmove(cursesWindow, 0, std::min(length, visibleWidth)); }
 
     bool showsCursor() const override { return true; }
 
@@ -35,8 +35,7 @@ class TextField : public Window {
     /// code) and delete (127) remove the last one.
     int onKey(int key) override;
 
-    /// Replaces the text, with no regard to the longest accepted; null is ignored. Nothing is
-    /// drawn.
+    /// Replaces the text, whatever its length, without drawing; null is ignored.
     virtual void setText(const char* text);
 
   protected:
@@ -44,22 +43,15 @@ class TextField : public Window {
     /// if a character was appended, which is then not followed by a terminator yet.
     bool edit(int key, char mask);
 
-    /// Copies `text` to the buffer, which grows to hold it; what stands after it stays.
-    void keepText(const char* text);
-
     int visibleWidth;
-    std::string buffer;
+    std::string buffer;  ///< the text, its terminator, and what has stood after it before
     int length = 0;
-    int textRow = 0;
-    int textCol = 0;
-    int maxLength;
-    int scroll = 0;
 
   private:
-    void append(char character, char mask);
-    void removeLast(char mask);
-    void echo(int from, int column, char mask);
+    void echo(int from, char mask);
+    int firstShown() const { return std::max(0, length - visibleWidth); }
 
+    int maxLength;
     Label* label = nullptr;
 };
 
@@ -77,6 +69,6 @@ class PassTextField : public TextField {
     /// that setText() has made shorter, what stood there before comes back.
     int onKey(int key) override;
 
-    /// Replaces the text; the next draw() counts its characters. Nothing is drawn.
+    /// Replaces the text without drawing; the next draw() counts its characters.
     void setText(const char* text) override;
 };

@@ -36,16 +36,6 @@ void Window::setColors(int back, int fore, int bold_text) {
     bold = bold_text;
 }
 
-void Window::setSize(int new_height, int new_width) {
-    height = new_height;
-    width = new_width;
-}
-
-void Window::setPosition(int new_row, int new_col) {
-    row = new_row;
-    col = new_col;
-}
-
 void Window::move(int new_row, int new_col) {
     setPosition(new_row, new_col);
     const bool has_its_size = getHeight() == height && getWidth() == width;

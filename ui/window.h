@@ -6,20 +6,19 @@
 #include <string>
 
 /// The base of the toolkit: one curses window and one panel. Every widget is a Window, and a screen
-/// or a dialog is a plain Window used as a frame. Screens are composed by the panel stack, newest
-/// on top. A Window reads no keys; the key loop of its screen or dialog does.
+/// or a dialog is one used as a frame; newer ones stand on top. A Window reads no keys; the key
+/// loop of its screen or dialog does. Texts are copied. What does not fit is not drawn.
 ///
 /// Use: construct, set title, box and colours, create() (widgets do so in their constructor),
-/// draw(), then update_panels() and doupdate(). Texts are copied. Results of curses are ignored:
-/// what does not fit is not drawn.
+/// draw(), then update_panels() and doupdate().
 class Window {
   public:
-    /// A window at (row, col) of `parent`'s curses window, nothing of which exists before create().
-    /// `parent` is not owned and must outlive the window; null for the root.
+    /// A window at (row, col) of `parent`, which it doesn't own and which must outlive it. Nothing
+    /// is on the screen before create().
     Window(Window* parent, int row, int col, int height, int width);
 
-    /// Wraps a curses window that somebody else owns, such as the standard screen. Place and size
-    /// are the curses window's, all -1 for a null handle. No panel is made.
+    /// Wraps a curses window that somebody else owns, such as the standard screen, without a panel.
+    /// Place and size are the curses window's, all -1 for a null handle.
     Window(WINDOW* window, Window* parent);
 
     virtual void draw();
@@ -29,12 +28,10 @@ class Window {
 
     virtual ~Window();
 
-    /// Takes a key of wgetch(3X) that a screen has for the widget, and shows what it has changed.
-    /// Returns the key.
+    /// Takes a key of wgetch(3X), shows what it has changed and returns it.
     virtual int onKey(int key) { return key; }
 
-    /// Takes the look of a widget that has the keyboard, or of one that has not; the next draw()
-    /// shows it.
+    /// Takes the look of a widget that has the keyboard or has not, which the next draw() shows.
     virtual void setFocused(bool /*focused*/) {}
 
     /// Puts the curses window's cursor where it stands while the widget has the keyboard.
@@ -65,24 +62,29 @@ class Window {
     /// `back` and `fore` are colour pairs, of the background and of text; `boldText` is 0 or 1.
     void setColors(int back, int fore, int bold_text);
 
-    /// Only store, for create().
-    void setSize(int new_height, int new_width);
-    void setPosition(int new_row, int new_col);
+    /// Only store, for create() and move().
+    void setSize(int new_height, int new_width) {
+        height = new_height;
+        width = new_width;
+    }
+    void setPosition(int new_row, int new_col) {
+        row = new_row;
+        col = new_col;
+    }
 
     /// Moves the window to (row, col) of its parent, in its own size, which curses may have cut
-    /// when the terminal was resized; the panel keeps its place in the stack. A place that reaches
-    /// over the edge of the terminal shows what fits. What was in the window may be lost: draw()
-    /// it.
+    /// when the terminal was resized; the panel keeps its place in the stack. Beyond the edge of
+    /// the terminal nothing shows. What was in the window may be lost: draw() it.
     void move(int new_row, int new_col);
 
     /// Moves the window after a parent that has moved.
-    void follow() { move(row, col); }
+    virtual void follow() { move(row, col); }
 
     void show() { show_panel(panel); }  ///< puts the panel on top of the stack
     void hide() { hide_panel(panel); }  ///< takes the panel off the stack
     void refresh() { wrefresh(cursesWindow); }
 
-    /// Deletes the panel and the curses window; getHeight() and getWidth() return -1 from then on.
+    /// Deletes the panel and the curses window.
     void releaseCursesWindow();
 
     /// What is left inside the frame or box.

@@ -29,7 +29,7 @@ namespace {
 void redraw_dialogs() {
     if (screen_state == state_message || screen_state == state_yes_no) {
         curs_set(0);
-        drain_key(dialog_frame()->getCursesWindow(), true);
+        drain_key(on_screen.dialog->getCursesWindow(), true);
     }
     place_dialog();
     placePending();

@@ -47,7 +47,7 @@ std::vector<fs::path> product_files() {
                 files.push_back(entry.path().lexically_relative(sources));
         }
     }
-    EXPECT_GT(files.size(), 80U);
+    EXPECT_GT(files.size(), 50U);
     return files;
 }
 

@@ -3,16 +3,14 @@
 #include "tests/support/golden.h"
 #include "tests/support/waits.h"
 #include "tests/ui/ui_test.h"
-#include "ui/main_window.h"
 #include "ui/message_dialogs.h"
 #include "ui/terminal/colours.h"
-#include "wizard/base/screen_state.h"
 
 /// The terminal as the dialogs find it: blue, in the domain screen. What a dialog has drawn last
 /// stays on the terminal after it has gone, until the screen under it is drawn again.
 class DialogTest : public UiTest {
   protected:
-    explicit DialogTest(int rows = 24, int cols = 80) : UiTest(rows, cols) {
+    DialogTest() {
         paintScreen();
         screen_state = state_domain;
     }
@@ -33,8 +31,5 @@ class DialogTest : public UiTest {
     KeyWaits waits;
 };
 
-/// A size of the terminal and where three boxes stand in it.
-struct PlacesInSize {
-    Position size;
-    Position boxes[3];
-};
+/// Sizes that a terminal may have besides the usual one.
+const Position other_sizes[] = {{20, 72}, {25, 81}, {60, 200}};

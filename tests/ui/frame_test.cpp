@@ -1,4 +1,5 @@
 #include <string>
+#include <tuple>
 
 #include "tests/ui/ui_test.h"
 #include "ui/window.h"
@@ -14,41 +15,24 @@ class FrameTest : public UiTest {
     }
 };
 
-/// The colours of a window and what its background and a text in it look like then.
-struct Colours {
-    int back;
-    int fore;
-    int bold;
-    const char* looks;
-};
-
 TEST_F(FrameTest, a_plain_window_is_its_background_and_text_in_it_has_the_foreground_pair) {
-    for (const Colours& colours : {Colours{2, 1, 0, "kkkkbb\n"}, Colours{2, 2, 1, "BBBBbb\n"},
-                                   Colours{0, 0, 0, "kkkkkk\n"}}) {
+    for (const auto& [back, fore, bold, looks] :
+         {std::tuple{2, 1, 0, "kkkkbb"}, {2, 2, 1, "BBBBbb"}}) {
         Window window(root(), 0, 0, 1, 6);
-        window.setColors(colours.back, colours.fore, colours.bold);
+        window.setColors(back, fore, bold);
         EXPECT_PICTURE(create(window), "\n\n");
         mvwaddstr(window.getCursesWindow(), 0, 0, "text");
-        EXPECT_COLOURS(look(window), colours.looks);
+        EXPECT_COLOURS(look(window), looks);
     }
 }
 
-TEST_F(FrameTest, colours_that_were_never_set_are_the_terminals) {
+TEST_F(FrameTest, colours_are_the_terminals_until_they_are_set_and_the_window_drawn) {
     Window window(root(), 0, 0, 1, 6);
     create(window);
     mvwaddstr(window.getCursesWindow(), 0, 0, "text");
-    const ScreenImage image = shown();
-    EXPECT_EQ(image.cell(0, 0).background, image.cell(10, 10).background);
-    EXPECT_EQ(image.cell(0, 0).foreground, image.cell(10, 10).foreground);
-}
-
-TEST_F(FrameTest, drawing_again_recolours_what_stands_in_the_window) {
-    Window window(root(), 0, 0, 1, 6);
-    window.setColors(2, 2, 0);
-    create(window);
-    mvwaddstr(window.getCursesWindow(), 0, 0, "text");
+    EXPECT_COLOURS(look(window), "kkkkkk");
     window.setColors(2, 2, 1);
-    EXPECT_COLOURS(drawn(window), "BBBBbb\n");
+    EXPECT_COLOURS(drawn(window), "BBBBbb");
 }
 
 TEST_F(FrameTest, a_box_is_a_line_around_the_window) {
@@ -60,28 +44,26 @@ TEST_F(FrameTest, a_box_is_a_line_around_the_window) {
     EXPECT_COLOURS(image, "bbbbbb\nbbbbbb\nbbbbbb\n");
 }
 
-/// A title and how wide the frame is, and its second line; what a title leaves over to its sides
-/// goes to the right.
-struct Titled {
-    const char* title;
-    int width;
-    const char* line;
-};
-
+// What a title leaves over to its sides goes to the right.
 TEST_F(FrameTest, a_title_stands_in_the_middle_and_is_left_out_when_it_is_longer_than_the_frame) {
-    for (const Titled& titled :
-         {Titled{"Title", 13, "│   Title   │"}, Titled{"abc", 10, "│  abc   │"},
-          Titled{"abcdef", 6, "abcdef"}, Titled{"abcdefg", 6, "│    │"},
-          Titled{"abcdefgh", 6, "│    │"}, Titled{"abcdefghijklmnopqrst", 6, "│    │"}}) {
-        Window window(root(), 0, 0, 4, titled.width);
-        window.setTitle(titled.title, 2);
-        EXPECT_EQ(create(window).rowText(1), titled.line);
+    for (const auto& [title, width, line] : {std::tuple{"Title", 13, "│   Title   │"},
+                                             {"abc", 10, "│  abc   │"},
+                                             {"abcdef", 6, "abcdef"},
+                                             {"abcdefg", 6, "│    │"},
+                                             {"abcdefgh", 6, "│    │"},
+                                             {"abcdefghijklmnopqrst", 6, "│    │"}}) {
+        Window window(root(), 0, 0, 4, width);
+        window.setTitle(title, 2);
+        EXPECT_EQ(create(window).rowText(1), line);
     }
 }
 
-TEST_F(FrameTest, frame_and_title_are_bold_in_the_title_pair_and_the_line_under_it_is_not) {
+TEST_F(FrameTest, frame_and_last_title_are_bold_in_the_title_pair_and_the_line_under_it_is_not) {
     Window window(root(), 0, 0, 5, 9);
-    window.setTitle("abc", 3);
+    window.setTitle("First", 2);
+    std::string title = "abc";
+    window.setTitle(title.c_str(), 3);
+    title = "xyz";
     window.setColors(2, 1, 0);
     const ScreenImage image = create(window);
     EXPECT_PICTURE(image, R"(
@@ -99,6 +81,8 @@ RbbbbbbbR
 RRRRRRRRR
 )");
     EXPECT_SAME_LOOK(image, drawn(window));
+    mvwaddch(window.getCursesWindow(), 3, 1, 'x');
+    EXPECT_COLOURS(look(window).region(3, 1, 1, 1), "b");
 }
 
 TEST_F(FrameTest, a_frame_too_low_for_the_line_under_the_title_has_none) {
@@ -107,48 +91,25 @@ TEST_F(FrameTest, a_frame_too_low_for_the_line_under_the_title_has_none) {
     EXPECT_PICTURE(create(window), "┌───────┐\n└  abc  ┘\n");
 }
 
-TEST_F(FrameTest, keeps_a_copy_of_its_title_and_a_second_one_takes_the_place_of_the_first) {
-    Window window(root(), 0, 0, 4, 20);
-    window.setTitle("First", 2);
-    std::string title = "Second";
-    window.setTitle(title.c_str(), 3);
-    title = "wrong!";
-    const ScreenImage image = create(window);
-    EXPECT_EQ(image.find("Second"), (Position{1, 7}));
-    EXPECT_EQ(image.cell(1, 7).background, COLOR_RED);
-}
-
 /// Prints centred texts, as the title frame does.
 class Poster : public Window {
   public:
     explicit Poster(Window* parent) : Window(parent, 0, 0, 3, 80) { create(); }
     using Window::printCentered;
-
-    std::string line(int number) const { return line_of(cursesWindow, number); }
 };
-
-std::string blanks(size_t count) { return std::string(count, ' '); }
 
 TEST_F(FrameTest, centred_text_stands_in_the_columns_given_on_a_cleared_line) {
     Poster poster(root());
     mvwaddstr(poster.getCursesWindow(), 1, 0, std::string(80, '.').c_str());
     poster.printCentered(1, 4, 9, "abc", A_NORMAL);
-    EXPECT_EQ(poster.line(1), ".....  abc  " + std::string(68, '.'));
+    EXPECT_EQ(look(poster).rowText(1), ".....  abc  " + std::string(68, '.'));
 }
 
 TEST_F(FrameTest, centred_text_in_no_columns_takes_eighty_and_on_line_0_goes_to_the_cursors_line) {
     Poster poster(root());
     wmove(poster.getCursesWindow(), 2, 5);
     poster.printCentered(0, 0, 0, "abcd", A_NORMAL);
-    EXPECT_EQ(poster.line(0), blanks(80));
-    EXPECT_EQ(poster.line(2), blanks(38) + "abcd" + blanks(38));
-}
-
-TEST_F(FrameTest, centred_text_switches_its_attributes_off_again) {
-    Poster poster(root());
-    poster.printCentered(1, 0, 9, "abc", COLOR_PAIR(3) | A_BOLD);
-    waddch(poster.getCursesWindow(), 'x');
-    EXPECT_COLOURS(shown(1, 2, 1, 5), "rRRRk\n");
+    EXPECT_PICTURE(look(poster), "\n\n\n" + std::string(38, ' ') + "abcd");
 }
 
 }  // namespace

@@ -63,15 +63,15 @@ TEST_F(MessageDialogTest, stands_alone_on_top_with_its_own_state_and_leaves_noth
     const ScreenImage before = shown();
     ASSERT_TRUE(before.cursor().visible);
     for (const StockDialog* dialog : every_dialog) {
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         show(*dialog, "Sure?", [&] {
             EXPECT_EQ(screen_state, dialog->state);
             EXPECT_TRUE(terminal.image().shows("Sure?"));
             EXPECT_FALSE(terminal.image().cursor().visible);
-            EXPECT_TRUE(is_keypad(dialog_frame()->getCursesWindow()));
+            EXPECT_TRUE(is_keypad(on_screen.dialog->getCursesWindow()));
         });
         EXPECT_EQ(screen_state, state_domain);
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         EXPECT_EQ(panels_shown(), 1);
         ScreenImage after = shown();
         after.setCursor(before.cursor());
@@ -95,20 +95,31 @@ TEST_F(MessageDialogTest, reads_other_keys_and_ignores_them) {
     }
 }
 
-TEST_F(MessageDialogTest, looks_the_same_after_a_resize_as_one_made_in_the_new_size) {
-    for (const StockDialog* dialog : every_dialog) {
-        for (const char* const text : {two_lines, ""}) {
-            for (const Position& size : {Position{20, 72}, Position{60, 200}, Position{25, 81}}) {
-                ScreenImage moved(1, 1);
-                resizeTo(24, 80);
-                show(*dialog, text, [&] {
-                    curs_set(1);
-                    resizeDialogTo(size.row, size.col);
-                    moved = terminal.image();
-                });
-                EXPECT_EQ(panels_shown(), 0);
-                show(*dialog, text, [&] { EXPECT_SAME_LOOK(terminal.image(), moved); });
-            }
+/// A dialog and where it stands in terminals of the other sizes.
+struct Placed {
+    const StockDialog* dialog;
+    const char* text;
+    Position corners[std::size(other_sizes)];
+};
+
+TEST_F(MessageDialogTest, stands_in_the_middle_also_after_a_resize_and_looks_as_one_made_there) {
+    for (const Placed& placed : {
+             Placed{&message_box, "Message", {{5, 31}, {7, 36}, {25, 95}}},
+             Placed{&message_box, "", {{5, 35}, {8, 39}, {25, 99}}},
+             Placed{&question_box, two_lines, {{4, 5}, {7, 9}, {24, 69}}},
+             Placed{&retry_box, two_lines, {{4, 6}, {7, 10}, {24, 70}}},
+         }) {
+        for (size_t i = 0; i < std::size(other_sizes); ++i) {
+            ScreenImage moved(1, 1);
+            resizeTo(24, 80);
+            show(*placed.dialog, placed.text, [&] {
+                curs_set(1);
+                resizeDialogTo(other_sizes[i].row, other_sizes[i].col);
+                moved = terminal.image();
+            });
+            EXPECT_EQ(panels_shown(), 0);
+            EXPECT_EQ(moved.find("┌"), placed.corners[i]);
+            show(*placed.dialog, placed.text, [&] { EXPECT_SAME_LOOK(terminal.image(), moved); });
         }
     }
 }
@@ -141,7 +152,7 @@ TEST_F(MessageDialogTest, is_as_wide_as_its_message_or_60_columns_from_58_charac
     for (const auto& [length, width] :
          {std::pair{0, 2}, {1, 3}, {57, 59}, {58, 60}, {59, 60}, {60, 60}, {61, 60}, {200, 60}})
         show(message_box, std::string(static_cast<size_t>(length), 'x'),
-             [width = width] { EXPECT_EQ(dialog_frame()->getWidth(), width); });
+             [width = width] { EXPECT_EQ(on_screen.dialog->getWidth(), width); });
 }
 
 TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) {
@@ -150,25 +161,22 @@ TEST_F(MessageDialogTest, a_question_is_answered_no_at_first_and_yes_after_tab) 
     for (const char* const keys : {"\t\n", "\t ", "\t\t\t\n"}) EXPECT_EQ(answer(keys), 1) << keys;
 }
 
-/// A dialog of two buttons, where they stand and the looks of each with the focus.
+/// A dialog of two buttons, the first of which has the focus at first.
 struct TwoButtons {
     const StockDialog* dialog;
-    const char* text;
-    Position places[2];
-    std::string focused[2];
+    const char* captions[2];
 };
 
 TEST_F(MessageDialogTest, tab_swaps_the_looks_of_the_two_buttons_which_a_resize_keeps) {
     for (const TwoButtons& two :
-         {TwoButtons{&question_box, question, {{14, 12}, {14, 62}}, {"rrKKrr", "rKKKrr"}},
-          TwoButtons{&retry_box, warning, {{15, 57}, {15, 17}}, {"rKKKKKr", "rKKKKr"}}}) {
+         {TwoButtons{&question_box, {"No", "Yes"}}, TwoButtons{&retry_box, {"Retry", "Back"}}}) {
         const auto expect_focus = [&](int focus) {
             for (int i = 0; i < 2; ++i) {
-                const int width = static_cast<int>(two.focused[i].size());
-                const std::string plain(two.focused[i].size(), 'r');
-                EXPECT_COLOURS(
-                    terminal.image().region(two.places[i].row, two.places[i].col, 1, width),
-                    (i == focus ? two.focused[i] : plain) + "\n");
+                const std::string caption = two.captions[i];
+                const Position at = terminal.image().find(caption).value_or(Position());
+                const int width = static_cast<int>(caption.size());
+                EXPECT_COLOURS(terminal.image().region(at.row, at.col, 1, width),
+                               std::string(caption.size(), i == focus ? 'K' : 'r'));
             }
         };
         for (const int focus : {0, 1})
@@ -179,7 +187,7 @@ TEST_F(MessageDialogTest, tab_swaps_the_looks_of_the_two_buttons_which_a_resize_
                 expect_focus(focus);
                 terminal.press(Key::tab);
             });
-        show(*two.dialog, two.text, [&] { expect_focus(0); });
+        show(*two.dialog, "Sure?", [&] { expect_focus(0); });
     }
 }
 
@@ -203,39 +211,13 @@ TEST_F(MessageDialogTest, higher_than_the_terminal_has_become_it_still_takes_key
 }
 
 TEST_F(MessageDialogTest, left_in_no_delay_mode_by_a_resize_waits_for_its_keys_all_the_same) {
-    waits.then([&] { drain_key(dialog_frame()->getCursesWindow(), true); });
+    waits.then([&] { drain_key(on_screen.dialog->getCursesWindow(), true); });
     for (const Key key : {Key::tab, Key::enter})
         waits.then([this, key] {
-            EXPECT_TRUE(is_nodelay(dialog_frame()->getCursesWindow()));
+            EXPECT_TRUE(is_nodelay(on_screen.dialog->getCursesWindow()));
             terminal.press(key);
         });
     EXPECT_EQ(askYesNo("Sure?", "WARNING!"), 1);
-}
-
-TEST_F(MessageDialogTest, none_can_be_placed_while_none_is_open) {
-    const ScreenImage before = shown();
-    place_dialog();
-    EXPECT_SAME_LOOK(before, shown());
-}
-
-/// Where a short message, one of two lines and a question stand.
-const PlacesInSize places[] = {
-    {{20, 72}, {{5, 31}, {4, 6}, {5, 5}}},
-    {{24, 80}, {{7, 35}, {6, 10}, {7, 9}}},
-    {{25, 81}, {{7, 36}, {7, 10}, {7, 9}}},
-    {{60, 200}, {{25, 95}, {24, 70}, {25, 69}}},
-};
-
-TEST_F(MessageDialogTest, stands_in_the_middle_of_a_terminal_of_any_size) {
-    for (const PlacesInSize& place : places) {
-        resizeTo(place.size.row, place.size.col);
-        const auto expect_corner = [&](const StockDialog& dialog, const char* text, int box) {
-            show(dialog, text, [&] { EXPECT_EQ(terminal.image().find("┌"), place.boxes[box]); });
-        };
-        expect_corner(message_box, "Message", 0);
-        expect_corner(message_box, two_lines, 1);
-        expect_corner(question_box, "Sure?", 2);
-    }
 }
 
 /// A warning about a port that is taken, until a test frees it.
@@ -272,7 +254,7 @@ TEST_F(RetryOrBackTest, retry_is_minus_one_while_the_port_is_taken_and_one_once_
 TEST_F(RetryOrBackTest, retry_probes_under_a_pending_box_in_place_of_the_warning) {
     waits.inSleep = [&] {
         EXPECT_EQ(screen_state, 102);
-        EXPECT_EQ(dialog_frame(), nullptr);
+        EXPECT_EQ(on_screen.dialog, nullptr);
         EXPECT_EQ(taken.takeAll(), 0);
         EXPECT_SCREEN(terminal.image(), "golden/pending");
     };

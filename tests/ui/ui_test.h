@@ -2,13 +2,13 @@
 
 #include <curses.h>
 #include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
+#include <unistd.h>
 
 #include "tests/support/curses_terminal.h"
 #include "tests/support/expect_screen.h"
-#include "ui/window.h"
+#include "tests/support/wait_until.h"
+#include "ui/main_window.h"
+#include "wizard/base/screen_state.h"
 
 /// What a widget or dialog finds when the program runs: curses on a terminal, which is also the
 /// standard input, the root frame over it, its size measured, the first screen on. The terminal is
@@ -17,37 +17,70 @@
 /// A test that waits for a key that nobody types ends when patience() is over, by SIGALRM.
 class UiTest : public testing::Test {
   protected:
-    explicit UiTest(int rows = 24, int cols = 80);
-    ~UiTest() override;
+    UiTest() {
+        main_window = root();
+        screen_rows = getmaxy(stdscr);
+        screen_cols = getmaxx(stdscr);
+        screen_state = state_password;
+        alarm(static_cast<unsigned>(patience().count() / 1000));
+    }
+
+    ~UiTest() override {
+        alarm(0);
+        on_screen = {};
+    }
 
     /// The root frame, as `main_window`.
-    Window* root() const { return rootFrame.get(); }
+    Window* root() { return &rootFrame; }
 
     /// The terminal after everything drawn has been brought onto it; the cursor where the widget
     /// drawn last has left it.
-    ScreenImage shown();
+    ScreenImage shown() {
+        update_panels();
+        doupdate();
+        return terminal.image();
+    }
 
-    /// A part of it.
-    ScreenImage shown(int row, int col, int rows, int cols);
+    /// The part where a window stands, as it is.
+    ScreenImage look(const Window& window) {
+        WINDOW* place = window.getCursesWindow();
+        return shown().region(getbegy(place), getbegx(place), getmaxy(place), getmaxx(place));
+    }
 
-    /// The part where a window stands; drawn anew first, or as it is.
-    ScreenImage drawn(Window& window);
-    ScreenImage look(const Window& window);
+    /// The same, drawn anew first.
+    ScreenImage drawn(Window& window) {
+        window.draw();
+        return look(window);
+    }
 
     /// Gives the terminal another size, which curses and the wizard take over.
-    void resizeTo(int rows, int cols);
+    void resizeTo(int rows, int cols) {
+        terminal.resize(rows, cols);
+        clear();
+        endwin();
+        refresh();
+        screen_rows = rows;
+        screen_cols = cols;
+    }
 
     CursesTerminal terminal;
 
   private:
-    std::unique_ptr<Window> rootFrame;
+    Window rootFrame{stdscr, nullptr};
 };
 
 /// How many panels are on the screen; 0 where every widget has gone.
-int panels_shown();
+inline int panels_shown() {
+    int count = 0;
+    for (PANEL* panel = panel_above(nullptr); panel != nullptr; panel = panel_above(panel)) ++count;
+    return count;
+}
+
+/// Where a window stands in its parent, and what its curses window measures.
+inline Position place_of(const Window& window) { return {window.getRow(), window.getCol()}; }
+inline Position size_of(const Window& window) { return {window.getHeight(), window.getWidth()}; }
 
 /// Where curses' cursor stands in a window.
-Position cursor_in(WINDOW* window);
-
-/// The characters of one line of a curses window, blanks at the end included; drawn or not yet.
-std::string line_of(WINDOW* window, int line);
+inline Position cursor_in(const Window& window) {
+    return {getcury(window.getCursesWindow()), getcurx(window.getCursesWindow())};
+}
