@@ -5,70 +5,79 @@
 
 #include "ui/window.h"
 
-/// What the two kinds of list share: a column of texts, one a line, with a bar on one of them. It
-/// is as high as it has entries and does not scroll.
-class ListBase : public Window {
-  public:
-    /// Puts the cursor after the entry under the bar.
-    void placeCursor() override { wmove(cursesWindow, selected, maxLength + 1); }
+/// What the two kinds of list share: a column of texts, one a line, and a bar on one of them.
+struct ListEntries {
+    ListEntries(const char* const* texts, int count, int normal_pair, int selected_pair);
 
-    /// Moves the bar on the up and down keys, and draws.
-    int onKey(int key) override;
+    /// Moves the bar by one on the up and down keys, unless it is at the end. Returns true when it
+    /// moved.
+    bool moveBar(int key);
 
-  protected:
-    /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
-    /// bar, which stand after markers of `markerWidth` columns.
-    ListBase(Window* parent, int count, const char* const* texts, int row, int col, int normal_pair,
-             int selected_pair, int marker_width);
+    /// Draws entry `index` on its line of `window`: `marker` and the text, filled up to
+    /// `maxLength`; bold in `selectedPair` under the bar, else in `normalPair`.
+    void draw(WINDOW* window, int index, const char* marker) const;
 
-    /// Draws entry `index` after `marker`; the bar is as long as the longest entry.
-    void drawEntry(int index, const char* marker);
-
-    int selected = 0;  ///< the entry under the bar
-    int count;
-    int maxLength = 0;  ///< of the entries; 0 where there is none
-
-  private:
-    std::vector<std::string> items;
+    int selected = 0;   ///< the entry under the bar
+    int maxLength = 0;  ///< the length of the longest entry, 0 where there is none
     int normalPair;
     int selectedPair;
+    std::vector<std::string> items;
+    int count;
 };
 
-/// A list of which one entry is selected.
-class List : public ListBase {
+/// A column of texts with a bar that selects one. It is as high as it has entries and does not
+/// scroll.
+class List : public Window {
   public:
+    /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
+    /// bar.
     List(Window* parent, int count, const char* const* items, int row, int col, int normal_pair,
-         int selected_pair)
-        : ListBase(parent, count, items, row, col, normal_pair, selected_pair, 2) {}
+         int selected_pair);
 
-    int getSelected() const { return selected; }
+    int getSelected() const { return entries.selected; }
 
     /// Selects entry `index` without drawing; an index that is none is ignored.
     void setSelected(int index);
 
+    /// Puts the cursor after the entry under the bar.
+    void placeCursor() override;
+
+    /// Moves the bar on the up and down keys, and draws.
+    int onKey(int key) override;
+
     void draw() override;
+
+  private:
+    ListEntries entries;
 };
 
 /// The most entries a ChoiceList shows; further ones are left out.
 constexpr int max_choices = 100;
 
-/// A list with a check box before each entry.
-class ChoiceList : public ListBase {
+/// A column of texts, one a line, each with a check box that can be on or off.
+class ChoiceList : public Window {
   public:
     /// `checked` holds a flag (0 or 1) for each of the `count` texts; null for all off.
+    /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
+    /// bar.
     ChoiceList(Window* parent, int count, const char* const* items, const unsigned char* checked,
                int row, int col, int normal_pair, int selected_pair);
 
     /// The flags in the order of the entries, malloc'ed, their number in *count; the caller frees
     /// them.
-    unsigned char* getChecked(int* flag_count) const;
+    unsigned char* getChecked(int* count) const;
 
-    /// As in every list; space and Enter invert the entry under the bar, and draw.
+    /// Puts the cursor after the text under the bar.
+    void placeCursor() override;
+
+    /// Inverts the entry under the bar on space and Enter, moves the bar on the up and down keys,
+    /// and draws.
     int onKey(int key) override;
 
     /// Draws and hides the terminal's cursor.
     void draw() override;
 
   private:
+    ListEntries entries;
     unsigned char checked[max_choices] = {};
 };

@@ -1,8 +1,10 @@
 // What all widgets have in common, buttons, and labels of one line.
 
+#include <cxxabi.h>
+
 #include <string>
 #include <tuple>
-#include <type_traits>
+#include <typeinfo>
 
 #include "tests/support/screen_text.h"
 #include "tests/ui/ui_test.h"
@@ -14,9 +16,19 @@
 
 namespace {
 
-static_assert(std::is_base_of_v<TextField, PassTextField>);
+// The class that a class derives from, by the ABI's record of it.
+const std::type_info& base_of(const std::type_info& type) {
+    return *dynamic_cast<const abi::__si_class_type_info&>(type).__base_type;
+}
 
 using WidgetTest = UiTest;
+
+TEST_F(WidgetTest, is_a_window_but_that_a_password_field_is_a_field) {
+    for (const std::type_info* type : {&typeid(Button), &typeid(TextField), &typeid(Label),
+                                       &typeid(FormatLabel), &typeid(List), &typeid(ChoiceList)})
+        EXPECT_EQ(base_of(*type), typeid(Window)) << type->name();
+    EXPECT_EQ(base_of(typeid(PassTextField)), typeid(TextField));
+}
 
 // What is left behind would be a leak.
 TEST_F(WidgetTest, draws_on_a_panel_of_its_own_and_is_destroyed_whole_as_a_window) {
