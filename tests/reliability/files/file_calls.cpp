@@ -5,7 +5,6 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/prctl.h>
-#include <sys/select.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -97,8 +96,6 @@ WATCHED(int, fstatat64, (int directory, const char* path, struct stat64* facts, 
 WATCHED(ssize_t, read, (int descriptor, void* bytes, size_t count), (descriptor, bytes, count),
         fails("read", descriptor, none))
 WATCHED(int, fsync, (int descriptor), (descriptor), fails("fsync", descriptor, changes))
-WATCHED(int, ftruncate, (int descriptor, off_t length) noexcept, (descriptor, length),
-        fails("ftruncate", descriptor, changes))
 WATCHED(int, fchown, (int descriptor, uid_t owner, gid_t group) noexcept,
         (descriptor, owner, group), fails("fchown", descriptor, changes))
 WATCHED(int, fchmod, (int descriptor, mode_t mode) noexcept, (descriptor, mode),
@@ -208,15 +205,6 @@ int prctl(int option, ...) noexcept {
     for (unsigned long& argument : rest) argument = va_arg(arguments, unsigned long);
     va_end(arguments);
     return static_cast<int>(syscall(SYS_prctl, option, rest[0], rest[1], rest[2], rest[3]));
-}
-
-// The wizard's sleeps, which are this call without a descriptor, take five milliseconds.
-int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
-            const timespec* timeout, const sigset_t* mask) {
-    const timespec moment{0, 5000000};
-    const bool is_sleep = count == 0 && is_watched_process();
-    return next_call<decltype(::pselect)>("pselect")(count, readable, writable, exceptional,
-                                                     is_sleep ? &moment : timeout, mask);
 }
 
 }  // extern "C"

@@ -1,14 +1,19 @@
-// SIGKILL before, and in the middle of, every call by which the wizard, cp and rm change files.
+// SIGKILL before, and in the middle of, every call by which the wizard, cp and rm change
 
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "tests/reliability/files/watched_run.h"
+#include "tests/reliability/files/file_test.h"
 #include "tests/support/case_name.h"
+#include "tests/support/process.h"
+#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -21,6 +26,18 @@ struct Killing {
 };
 
 constexpr size_t shares = 4;
+
+// By comm in proc(5), which an ended process has too until somebody has taken note of its end.
+bool command_runs() {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+        std::string name;
+        std::ifstream(entry.path() / "comm") >> name;
+        if ((name == "cp" || name == "rm") &&
+            process_running(std::atoi(entry.path().filename().c_str())))
+            return true;
+    }
+    return false;
+}
 
 class Killed : public FileTest, public testing::WithParamInterface<Killing> {
   protected:
@@ -52,13 +69,13 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
 
     void killAt(size_t number) {
         SCOPED_TRACE(changingCalls[number - 1]);
-        files.reset();
-        WatchedRun run(killing(static_cast<int>(number), GetParam().whom));
+        reset();
+        WatchedRun run("kill " + std::to_string(number) + " " + GetParam().whom);
         seeThrough(run);
         const ExitStatus status = run.waitExit();
         EXPECT_TRUE(GetParam().whom == "child" || status == killed_by(SIGKILL)) << status;
-        wait_for_commands();
-        files.expectNothingLost();
+        wait_until([] { return !command_runs(); }, "the commands of the killed wizard had ended");
+        expectNothingLost();
         expectPrivate(WatchedRun::privateDirectory());
     }
 
@@ -72,12 +89,12 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
     }
 
     void runAgain() {
-        restored += files.restoreBroken();
+        restored += restoreBroken();
         WatchedRun run;
         run.answerAll("second.example");
         ASSERT_EQ(run.finish(), exited(0));
-        files.expectNothingLost();
-        files.expectOriginalsKept();
+        expectNothingLost();
+        expectOriginalsKept();
     }
 
     std::vector<std::string> changingCalls;

@@ -9,14 +9,15 @@
 /// "-", the process's name, the call, what it is about.
 constexpr const char* call_log = "/run/scratch/calls";
 
-/// COUNT CALL: the COUNT-th call whose line in the log is CALL (without the sign) fails with EIO;
-/// read(2) and write(2) of an open stream likewise.
-constexpr const char* fault_variable = "TELUMA_SHIM_FAULT";
-
-/// COUNT WHOM: just before the COUNT-th changing call somebody gets SIGKILL: `all`, the wizard and
-/// whoever makes the call; `halfway`, the same but in the middle of a call that writes; `wizard` or
-/// `child` alone.
-constexpr const char* kill_variable = "TELUMA_SHIM_KILL";
+/// The variable with one of these orders:
+///
+/// "fail COUNT CALL": the COUNT-th call whose line in the log is CALL (without the sign) fails with
+/// EIO; read(2) and write(2) of an open stream likewise.
+///
+/// "kill COUNT WHOM": just before the COUNT-th changing call somebody gets SIGKILL: `all`, the
+/// wizard and whoever makes the call; `halfway`, the same but in the middle of a call that writes;
+/// `wizard` or `child` alone.
+constexpr const char* order_variable = "TELUMA_SHIM_ORDER";
 
 /// What a call does to files.
 enum class Effect { none, changes, writes };

@@ -73,7 +73,7 @@ class Background : public testing::Test {
         shell.waitForText("Aborted!");
     }
 
-    WizardRun shell{std::vector<std::string>{"env", "PS1=# ", "dash", "-i"}};
+    WizardRun shell{{{"env", "PS1=# ", "dash", "-i"}}};
 };
 
 TEST_F(Background, that_the_wizard_is_sent_to_stays_the_shells) {

@@ -8,8 +8,8 @@
 #include <sstream>
 #include <vector>
 
-#include "tests/e2e/dialogs.h"
 #include "tests/e2e/endings.h"
+#include "tests/e2e/places.h"
 #include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
@@ -18,9 +18,12 @@ namespace {
 
 constexpr const char* report_file = "/run/scratch/entries";
 
-EnvironmentChanges with_watch() {
-    return {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}};
-}
+class WatchedWizard : public WizardRun {
+  public:
+    WatchedWizard()
+        : WizardRun({{"env", "LD_PRELOAD=" ENTRY_WATCH,
+                      std::string("TELUMA_ENTRY_WATCH=") + report_file, WIZARD_PROGRAM}}) {}
+};
 
 // What the watch has found wrong; the last line of its report, which is no part of that, is how
 // many calls it has looked at.
@@ -48,12 +51,12 @@ void disturb(WizardRun& wizard) {
     wizard.resize(24, 80);
     wizard.waitForKey();
     stop(wizard);
-    go_on(wizard);
+    wizard.signal(SIGCONT);
     wizard.waitForKey();
 }
 
 TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
-    WizardRun wizard(with_watch());
+    WatchedWizard wizard;
     for (int place = 0; place <= place_of(Stop::sendmail); ++place) {
         wizard.waitForScreen(stop_at(place));
         disturb(wizard);
@@ -67,13 +70,12 @@ TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
     expect_nothing_found();
 }
 
-class WatchedDialog : public EveryDialog {};
+using WatchedDialog = WizardAt<WatchedWizard>;
 
-INSTANTIATE_TEST_SUITE_P(Dialogs, WatchedDialog, every_dialog(), dialog_name);
+INSTANTIATE_TEST_SUITE_P(At, WatchedDialog, testing::ValuesIn(places_up_to(Place::pending)),
+                         place_name);
 
 TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
-    WizardRun wizard(with_watch());
-    stage.open(wizard);
     disturb(wizard);
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
@@ -82,8 +84,8 @@ TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
 
 // The watch itself: it sees a program that lets a signal in around a call.
 TEST(EntryWatch, reports_a_call_that_a_handler_could_interrupt) {
-    EnvironmentChanges watch = with_watch();
-    run_command({ENTRY_WATCH_SAMPLE}, watch);
+    run_command({ENTRY_WATCH_SAMPLE},
+                {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}});
     EXPECT_NE(Report().found.find("newterm: signal 2 can come in\n"), std::string::npos)
         << Report().found;
 }

@@ -13,9 +13,7 @@
 
 namespace {
 
-std::vector<std::string> wizard_with(const std::string& option) {
-    return {"env", option, WIZARD_PROGRAM};
-}
+ProgramSetup wizard_with(const std::string& option) { return {{"env", option, WIZARD_PROGRAM}}; }
 
 TEST(InheritedSignals, of_an_end_end_the_wizard_all_the_same) {
     for (const char* option :

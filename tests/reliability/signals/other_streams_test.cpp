@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr const char* status_file = "/run/scratch/status";
-
 // How a shell starts the wizard, and the keys that end it.
 struct Named {
     std::string name;
@@ -39,8 +37,7 @@ INSTANTIATE_TEST_SUITE_P(
 // The shell would end before the wizard, and take the terminal with it, without its traps.
 TEST_P(OtherStreams, leave_no_password_on_the_terminal_and_its_modes_as_they_were) {
     const auto& [redirection, end] = GetParam();
-    WizardRun terminal(std::vector<std::string>{
-        "sh", "-c", "trap : INT QUIT; " WIZARD_PROGRAM + redirection.text});
+    WizardRun terminal({{"sh", "-c", "trap : INT QUIT; " WIZARD_PROGRAM + redirection.text}});
     wait_until([&] { return !terminal.modes().echo() && !terminal.modes().canonical(); },
                "the terminal did not echo");
     terminal.type("secret" + end.text);
@@ -51,22 +48,19 @@ TEST_P(OtherStreams, leave_no_password_on_the_terminal_and_its_modes_as_they_wer
 }
 
 TEST(PipedKeys, are_read_and_leave_the_terminal_as_it_was) {
-    WizardRun wizard(
-        std::vector<std::string>{"sh", "-c", "printf '\\t\\t\\t\\n' | " WIZARD_PROGRAM});
+    WizardRun wizard({{"sh", "-c", "printf '\\t\\t\\t\\n' | " WIZARD_PROGRAM}});
     EXPECT_EQ(wizard.waitExit(), exited(0));
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
 }
 
 TEST(PipedScreen, that_nobody_reads_any_more_ends_the_wizard) {
-    WizardRun terminal(std::vector<std::string>{
-        "sh", "-c",
-        "{ " WIZARD_PROGRAM "; echo $? >" + std::string(status_file) + "; } | head -c 1"});
+    WizardRun terminal({{"sh", "-c", "{ " WIZARD_PROGRAM "; echo $? >status; } | head -c 1"}});
     const auto has_ended = [&] {
         terminal.type("a");
-        return exists(status_file) && !read_file(status_file).empty();
+        return exists("status") && !read_file("status").empty();
     };
     wait_until(has_ended, "the wizard had ended");
-    EXPECT_EQ(read_file(status_file), "1\n");
+    EXPECT_EQ(read_file("status"), "1\n");
     EXPECT_EQ(terminal.modes(), terminal.modesBefore());
 }
 

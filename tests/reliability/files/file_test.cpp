@@ -1,6 +1,5 @@
-#include "tests/reliability/files/changed_files.h"
+#include "tests/reliability/files/file_test.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -38,7 +37,7 @@ std::string kept(const std::string& path) { return path + ".beforewizard"; }
 
 }  // namespace
 
-ChangedFiles::ChangedFiles() {
+FileTest::FileTest() {
     write_file(backup, "older");
     uid_t owner = 12;
     for (const std::string path : rewritten) {
@@ -54,9 +53,15 @@ ChangedFiles::ChangedFiles() {
     }
     for (const std::string& path : {sendmail, backup, std::string("/opt/teluma/bin/sendmail")})
         old[path] = state_of(path);
+    reset();
+    WatchedRun run;
+    run.answerAll();
+    EXPECT_EQ(run.finish(), exited(0));
+    for (const char* path : rewritten) newContents[path] = read_file(path);
+    calls = WatchedRun::calls();
 }
 
-void ChangedFiles::reset() {
+void FileTest::reset() {
     if (server.isRunning()) kill(server.lastStarted(), SIGKILL);
     server.waitForEnd();
     for (const auto& entry : Entries("/var/opt/teluma/run")) std::filesystem::remove_all(entry);
@@ -68,11 +73,7 @@ void ChangedFiles::reset() {
     server.start();
 }
 
-void ChangedFiles::rememberAsNew() {
-    for (const char* path : rewritten) newContents[path] = read_file(path);
-}
-
-void ChangedFiles::expectNothingLost() const {
+void FileTest::expectNothingLost() const {
     for (const char* path : rewritten)
         EXPECT_TRUE(exists(kept(path)) ? stands_at(kept(path), old.at(path)) : isOldOrNew(path))
             << path;
@@ -82,20 +83,20 @@ void ChangedFiles::expectNothingLost() const {
                 stands_at(backup + "2", program));
 }
 
-void ChangedFiles::expectOriginalsKept() const {
+void FileTest::expectOriginalsKept() const {
     for (const char* path : rewritten) {
         EXPECT_TRUE(stands_at(kept(path), old.at(path))) << path;
         EXPECT_FALSE(exists(kept(path) + ".new"));
     }
 }
 
-bool ChangedFiles::areUntouched() const {
+bool FileTest::areUntouched() const {
     return std::all_of(std::begin(rewritten), std::end(rewritten), [this](const char* path) {
         return stands_at(path, old.at(path)) && !exists(kept(path));
     });
 }
 
-int ChangedFiles::restoreBroken() const {
+int FileTest::restoreBroken() const {
     int count = 0;
     for (const char* path : rewritten) {
         if (!isOldOrNew(path)) {
@@ -106,7 +107,7 @@ int ChangedFiles::restoreBroken() const {
     return count;
 }
 
-bool ChangedFiles::isOldOrNew(const std::string& path) const {
+bool FileTest::isOldOrNew(const std::string& path) const {
     const std::string content = read_file(path);
     return content == old.at(path).content || content == newContents.at(path);
 }
