@@ -7,13 +7,17 @@
 #include <csignal>
 #include <filesystem>
 
-namespace {
+#include "tests/reliability/files/shim_orders.h"
+#include "tests/support/process.h"
+#include "tests/support/screen_text.h"
 
-using Entries = std::filesystem::directory_iterator;
+namespace {
 
 const std::string sendmail = "/usr/sbin/sendmail";
 const std::string backup = sendmail + ".beforeteluma";
-constexpr const char* rewritten[] = {InstalledServer::config, InstalledServer::filters};
+const std::string config = InstalledServer::config;
+const std::string filters = InstalledServer::filters;
+const std::string rewritten[] = {config, filters};
 
 FileState state_of(const std::string& path) { return {read_file(path), file_facts(path)}; }
 
@@ -35,46 +39,67 @@ bool stands_at(const std::string& path, const FileState& state) {
 
 std::string kept(const std::string& path) { return path + ".beforewizard"; }
 
+ProgramSetup with_shim(const std::string& order) {
+    unlink(call_log);
+    return {{"env", "LD_PRELOAD=" FILE_CALL_SHIM " " SLEEP_LENGTH,
+             std::string(order_variable) + "=" + order, WIZARD_PROGRAM}};
+}
+
 }  // namespace
 
-FileTest::FileTest() {
-    write_file(backup, "older");
-    uid_t owner = 12;
-    for (const std::string path : rewritten) {
-        FileState state = state_of(path);
-        const std::string address = "127.0.0.1:9091";
-        if (path == InstalledServer::config)
-            state.content.replace(state.content.find(address), address.size(), "localhost:9091");
-        state.facts.owner = owner++;
-        state.facts.group = 34;
-        state.facts.mode = 0640;
-        put(path, state);
-        old[path] = state_of(path);
+WatchedRun::WatchedRun(const std::string& order) : WizardRun(with_shim(order)) {}
+
+WatchedRun::~WatchedRun() {
+    std::error_code ignored;
+    if (!privateDirectory().empty()) std::filesystem::remove_all(privateDirectory(), ignored);
+}
+
+void WatchedRun::answerAll(const std::string& domain, Stop from) {
+    Answers answers;
+    answers.domain = domain;
+    answers.aliases = answers.services = {false, false, false};
+    walkToTheEnd(answers, from);
+}
+
+std::vector<std::string> WatchedRun::calls() {
+    return exists(call_log) ? split_lines(read_file(call_log)) : std::vector<std::string>();
+}
+
+std::string WatchedRun::privateDirectory() {
+    const std::string note = "- teluma-wizard has made the directory ";
+    for (const std::string& line : calls()) {
+        if (line.compare(0, note.size(), note) == 0) return line.substr(note.size());
     }
-    for (const std::string& path : {sendmail, backup, std::string("/opt/teluma/bin/sendmail")})
+    return "";
+}
+
+FileTest::FileTest() {
+    run_command({"sh", "-c",
+                 "cd /var/opt/teluma/run; printf older >" + backup +
+                     "\nsed -i s/127.0.0.1:9091/localhost:9091/ teluma.cfg\n"
+                     "chmod 640 teluma.cfg smtp.filters\n"
+                     "chown 12:34 teluma.cfg; chown 13:34 smtp.filters"});
+    for (const std::string& path :
+         {config, filters, sendmail, backup, std::string("/opt/teluma/bin/sendmail")})
         old[path] = state_of(path);
     reset();
     WatchedRun run;
     run.answerAll();
     EXPECT_EQ(run.finish(), exited(0));
-    for (const char* path : rewritten) newContents[path] = read_file(path);
+    for (const std::string& path : rewritten) newContents[path] = read_file(path);
     calls = WatchedRun::calls();
 }
 
 void FileTest::reset() {
     if (server.isRunning()) kill(server.lastStarted(), SIGKILL);
     server.waitForEnd();
-    for (const auto& entry : Entries("/var/opt/teluma/run")) std::filesystem::remove_all(entry);
-    for (const auto& entry : Entries("/usr/sbin")) {
-        if (entry.path().string().compare(0, sendmail.size(), sendmail) == 0)
-            std::filesystem::remove(entry);
-    }
+    run_command({"sh", "-c", "rm -rf /var/opt/teluma/run/* " + sendmail + "*"});
     for (const auto& [path, state] : old) put(path, state);
     server.start();
 }
 
 void FileTest::expectNothingLost() const {
-    for (const char* path : rewritten)
+    for (const std::string& path : rewritten)
         EXPECT_TRUE(exists(kept(path)) ? stands_at(kept(path), old.at(path)) : isOldOrNew(path))
             << path;
     const FileState& program = old.at(sendmail);
@@ -84,27 +109,22 @@ void FileTest::expectNothingLost() const {
 }
 
 void FileTest::expectOriginalsKept() const {
-    for (const char* path : rewritten) {
+    for (const std::string& path : rewritten) {
         EXPECT_TRUE(stands_at(kept(path), old.at(path))) << path;
         EXPECT_FALSE(exists(kept(path) + ".new"));
     }
 }
 
 bool FileTest::areUntouched() const {
-    return std::all_of(std::begin(rewritten), std::end(rewritten), [this](const char* path) {
+    return std::all_of(std::begin(rewritten), std::end(rewritten), [this](const std::string& path) {
         return stands_at(path, old.at(path)) && !exists(kept(path));
     });
 }
 
-int FileTest::restoreBroken() const {
-    int count = 0;
-    for (const char* path : rewritten) {
-        if (!isOldOrNew(path)) {
-            put(path, state_of(kept(path)));
-            ++count;
-        }
+void FileTest::restoreBroken() const {
+    for (const std::string& path : rewritten) {
+        if (!isOldOrNew(path)) put(path, state_of(kept(path)));
     }
-    return count;
 }
 
 bool FileTest::isOldOrNew(const std::string& path) const {

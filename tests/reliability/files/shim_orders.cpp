@@ -47,15 +47,14 @@ struct Order {
     }
 };
 
-// Carries out a killing; returns whether it is to be done half-way through the call.
-bool strike(const std::string& victim, Effect effect) {
+// Carries out a killing before a call, unless it is one in the middle of it.
+void strike(const std::string& victim, bool half_way) {
     if (victim == "wizard")
         kill_wizard();
     else if (victim == "child" && !is_wizard())
         kill(getpid(), SIGKILL);
-    else if (victim == "all" || (victim == "halfway" && effect != Effect::writes))
+    else if (victim == "all" || (victim == "halfway" && !half_way))
         die();
-    return victim == "halfway";
 }
 
 // The private directory has another name every time.
@@ -68,20 +67,23 @@ std::string lasting_name(const std::string& path) {
 }  // namespace
 
 // The calls by which this reads and writes come back here, and go on: the log is not watched.
-Orders meet(const char* call, const std::string& object, Effect effect) {
+Course meet(const std::string& call, const std::string& object, bool changes) {
     std::ifstream file(call_log);
     const std::string log{std::istreambuf_iterator<char>(file), {}};
     const std::string line =
         std::string(program_invocation_short_name) + " " + call + " " + lasting_name(object);
-    const bool changes = effect != Effect::none;
     std::ofstream(call_log, std::ios::app) << (changes ? "+ " : "- ") << line << "\n";
     const Order order;
-    const bool kills = changes && order.verb == "kill" && count_lines(log, "+") + 1 == order.count;
-    const bool half_way = kills && strike(order.object, effect);
+    if (changes && order.verb == "kill" && count_lines(log, "+") + 1 == order.count) {
+        const bool half_way = order.object == "halfway" && call == "write";
+        strike(order.object, half_way);
+        return half_way ? Course::half_way : Course::as_ever;
+    }
     const int times = count_lines(log, "- " + line + "\n") + count_lines(log, "+ " + line + "\n");
-    const bool fails = order.verb == "fail" && order.object == line && times + 1 == order.count;
-    if (fails) errno = EIO;
-    return {fails, half_way};
+    if (order.verb != "fail" || order.object != line || times + 1 != order.count)
+        return Course::as_ever;
+    errno = EIO;
+    return Course::fails;
 }
 
 void die() {

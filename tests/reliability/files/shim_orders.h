@@ -19,19 +19,13 @@ constexpr const char* call_log = "/run/scratch/calls";
 /// `wizard` or `child` alone.
 constexpr const char* order_variable = "TELUMA_SHIM_ORDER";
 
-/// What a call does to files.
-enum class Effect { none, changes, writes };
-
 /// How a call is to go.
-struct Orders {
-    bool fails;
-    bool half_way;  // it writes half of its bytes and then says die()
-};
+enum class Course { as_ever, fails, half_way };
 
-/// Writes a call down and returns how it is to go, with errno set where it is to fail; does not
-/// return where the process is to die. `object` is what the call is about; calls about files that
-/// are none of ours have no orders.
-Orders meet(const char* call, const std::string& object, Effect effect);
+/// Writes a call down, one that `changes` files or not, and returns how it is to go, with errno set
+/// where it fails; does not return where the process is to die. Nothing but "write" goes half-way:
+/// it writes half of its bytes and then says die(). `object` is what the call is about.
+Course meet(const std::string& call, const std::string& object, bool changes);
 
 /// Ends the wizard and this process by SIGKILL.
 [[noreturn]] void die();

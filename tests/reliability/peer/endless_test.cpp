@@ -7,7 +7,6 @@
 #include <sstream>
 #include <string>
 
-#include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
 #include "tests/e2e/fake_server.h"
 #include "tests/e2e/places.h"
@@ -17,25 +16,9 @@
 
 namespace {
 
-// With an address sanitizer that gives back at once what was freed.
-class EagerSanitizer {
+class Endless : public testing::TestWithParam<EndlessReply> {
   protected:
-    EagerSanitizer() {
-        const char* options = getenv("ASAN_OPTIONS");
-        const std::string eager = std::string(options != nullptr ? options : "") +
-                                  ":quarantine_size_mb=0:thread_local_quarantine_size_kb=0";
-        setenv("ASAN_OPTIONS", eager.c_str(), 1);
-    }
-};
-
-class Endless : private EagerSanitizer,
-                public ApplyTest,
-                public testing::WithParamInterface<EndlessReply> {
-  protected:
-    Endless() {
-        askForLittle();
-        decoy.replace(server);
-    }
+    Endless() { decoy.replace(server); }
 
     // The number after a name in a file of the wizard's in /proc, as "VmRSS:" in its status.
     long fact(const std::string& file, const std::string& name) const {
@@ -52,15 +35,20 @@ class Endless : private EagerSanitizer,
         wait_until([&] { return fact("io", "rchar:") - before > bytes; }, "the wizard had read on");
     }
 
+    InstalledServer server;
     Decoy decoy;
     const FakeServer peer{0, AF_INET, GetParam()};
+    // With an address sanitizer that gives back at once what was freed.
+    WizardRun wizard{{{"sh", "-c",
+                       "ASAN_OPTIONS=$ASAN_OPTIONS:quarantine_size_mb=0:"
+                       "thread_local_quarantine_size_kb=0 exec " WIZARD_PROGRAM}}};
 };
 
 TEST_P(Endless, talk_makes_the_wizard_no_larger_and_is_ended_by_ctrl_c) {
     // A line is a few bytes; one that was kept would take 16 at least.
     constexpr long bytes = 300000;
     constexpr long most_kilobytes = 1000;
-    wizard.walkToTheEnd(answers);
+    wizard.walkToTheEnd();
     wizard.waitForText("Operations pending");
     waitUntilRead(bytes);
     const long before = fact("status", "VmRSS:");

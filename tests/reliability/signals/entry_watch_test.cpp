@@ -82,14 +82,6 @@ TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
     expect_nothing_found();
 }
 
-// The watch itself: it sees a program that lets a signal in around a call.
-TEST(EntryWatch, reports_a_call_that_a_handler_could_interrupt) {
-    run_command({ENTRY_WATCH_SAMPLE},
-                {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}});
-    EXPECT_NE(Report().found.find("newterm: signal 2 can come in\n"), std::string::npos)
-        << Report().found;
-}
-
 // The names in a file's table of symbols, each with its version if it has one.
 std::vector<std::string> symbols(const char* which, const char* file) {
     std::istringstream lines(run_command({"nm", "-D", which, file}).out);
