@@ -12,13 +12,10 @@
 
 namespace {
 
-const std::string too_small =
-    "Please enlarge your window so it will have at least 72 columns and 20 lines!\n";
-
 TEST(Start, on_less_than_72_columns_and_20_lines_is_refused_with_status_0) {
     for (const auto& [rows, cols] : {std::pair(20, 71), std::pair(19, 72)}) {
         WizardRun wizard(rows, cols);
-        EXPECT_TRUE(ends_with(wizard, exited(0), too_small));
+        EXPECT_TRUE(is_refused_as_too_small(wizard));
     }
     WizardRun wizard(20, 72);
     wizard.waitForText(title_of(Stop::password));
@@ -83,7 +80,7 @@ TEST_F(StartByOthers, is_refused_with_status_1_and_leaves_nothing_typed_ahead) {
 
 TEST_F(StartByOthers, ends_as_ever_for_its_size_or_by_ctrl_c) {
     WizardRun small(as("12345", "12345", 19));
-    EXPECT_TRUE(ends_with(small, exited(0), too_small));
+    EXPECT_TRUE(is_refused_as_too_small(small));
     WizardRun wizard(as("12345", "12345"));
     wizard.waitForText("Error!");
     wizard.press(Key::ctrl_c);

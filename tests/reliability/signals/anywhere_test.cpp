@@ -47,10 +47,8 @@ TEST(QuitKey, ends_the_wizard_like_a_crash_and_leaves_a_usable_terminal) {
 
 // The wizard that unshare(1) has started and waits for.
 pid_t child_of(pid_t process) {
-    const std::string name = std::to_string(process);
-    std::string path = "/proc/";
-    path.append(name).append("/task/").append(name).append("/children");
-    return std::stoi(read_file(path));
+    const std::string threads = "/proc/" + std::to_string(process) + "/task/";
+    return std::stoi(read_file(threads + std::to_string(process) + "/children"));
 }
 
 // As the first process of a container, which the kernel lets no signal end that takes its default
@@ -133,9 +131,7 @@ TEST_F(StoppedWizard, draws_its_screen_at_the_size_that_the_terminal_got_meanwhi
 TEST_F(StoppedWizard, that_finds_too_small_a_terminal_ends) {
     wizard.resize(19, 71);
     wizard.signal(SIGCONT);
-    EXPECT_TRUE(ends_with(wizard, exited(0),
-                          "Please enlarge your window so it will have at least 72 columns and 20 "
-                          "lines!\n"));
+    EXPECT_TRUE(is_refused_as_too_small(wizard));
 }
 
 }  // namespace
