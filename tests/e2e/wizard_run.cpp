@@ -174,7 +174,7 @@ std::vector<bool> WizardRun::ticks() {
     return found;
 }
 
-void WizardRun::retype(const std::string& text) { type(std::string(100, '\x7f') + text); }
+void WizardRun::retype(const std::string& text) { type(std::string(50, '\x7f') + text); }
 
 void WizardRun::pressTimes(Key key, int times) {
     for (int i = 0; i < times; ++i) press(key);

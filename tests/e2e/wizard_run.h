@@ -76,7 +76,7 @@ class WizardRun : public TerminalProgram {
     /// The check marks on the screen, from the top.
     std::vector<bool> ticks();
 
-    /// Replaces the text of the field that has the focus, of at most 100 characters.
+    /// Replaces the text of the field that has the focus, of at most 50 characters.
     void retype(const std::string& text);
 
     void pressTimes(Key key, int times);

@@ -33,7 +33,7 @@ bool is_sleep(int count, const timespec* time) {
 
 extern "C" int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
                        const timespec* time, const sigset_t* mask) {
-    static auto* const next = reinterpret_cast<decltype(&::pselect)>(dlsym(RTLD_NEXT, "pselect"));
+    auto* const next = reinterpret_cast<decltype(&::pselect)>(dlsym(RTLD_NEXT, "pselect"));
     const timespec length{sleep_ms / 1000, sleep_ms % 1000 * 1000000};
     const bool is_changed = sleep_ms >= 0 && is_sleep(count, time);
     return next(count, readable, writable, exceptional, is_changed ? &length : time, mask);
