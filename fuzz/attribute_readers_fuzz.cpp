@@ -11,9 +11,8 @@
 
 #include "apply/cli_sequences.h"
 #include "apply/server_session.h"
-#include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
-#include "fuzz/require.h"
+#include "fuzz/target.h"
 #include "tests/apply/scripted_peer.h"
 #include "wizard/base/heap_text.h"
 

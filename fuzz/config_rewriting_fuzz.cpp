@@ -10,11 +10,19 @@
 
 #include "apply/server_config.h"
 #include "apply/server_session.h"
-#include "fuzz/fuzz_input.h"
-#include "fuzz/require.h"
 #include "fuzz/rewriting.h"
+#include "fuzz/target.h"
 
 namespace {
+
+std::string without(const std::string& text, const std::string& unwanted) {
+    std::string rest = text;
+    rest.erase(std::remove_if(
+                   rest.begin(), rest.end(),
+                   [&](char character) { return unwanted.find(character) != std::string::npos; }),
+               rest.end());
+    return rest;
+}
 
 struct Key {
     std::string name;
@@ -25,23 +33,10 @@ Key key_of(const std::string& piece) {
     const std::string text = c_text(piece);
     const std::size_t end = text.find('=');
     if (end == std::string::npos) return {"", 0};
-    std::string name = text.substr(0, end);
-    name.erase(std::remove_if(name.begin(), name.end(),
-                              [](char character) { return character == ' ' || character == '\t'; }),
-               name.end());
-    return {name, end};
+    return {without(text.substr(0, end), " \t"), end};
 }
 
 bool is_comment(const std::string& piece) { return c_text(piece).find('#') != std::string::npos; }
-
-std::string without(const std::string& text, const std::string& unwanted) {
-    std::string rest = text;
-    rest.erase(std::remove_if(
-                   rest.begin(), rest.end(),
-                   [&](char character) { return unwanted.find(character) != std::string::npos; }),
-               rest.end());
-    return rest;
-}
 
 std::string with_cli(const std::string& piece) {
     const std::string list = piece.substr(key_of(piece).end);
@@ -67,17 +62,12 @@ void learn_address(Outcome& outcome, const std::string& piece) {
 }
 
 // The index of the first piece from `at` on that has this key, else the end.
-std::size_t find_key(const std::vector<std::string>& pieces, std::size_t at,
-                     const std::string& key) {
-    while (at < pieces.size() && key_of(pieces[at]).name != key) ++at;
-    return at;
-}
-
-// The same, but for comments.
-std::size_t find_plain_key(const std::vector<std::string>& pieces, std::size_t at,
-                           const std::string& key) {
-    at = find_key(pieces, at, key);
-    while (at < pieces.size() && is_comment(pieces[at])) at = find_key(pieces, at + 1, key);
+std::size_t find_key(const std::vector<std::string>& pieces, std::size_t at, const std::string& key,
+                     bool in_comments_too = true) {
+    const auto fits = [&](const std::string& piece) {
+        return key_of(piece).name == key && (in_comments_too || !is_comment(piece));
+    };
+    while (at < pieces.size() && !fits(pieces[at])) ++at;
     return at;
 }
 
@@ -87,7 +77,7 @@ std::string joined(const std::vector<std::string>& pieces, std::size_t from, std
     return text;
 }
 
-// What stands behind the list of services and behind the last section with an address.
+// What stands after the list of services and after the last section with an address.
 std::string last_pieces(const std::vector<std::string>& pieces, std::size_t at) {
     const std::string& last = pieces.back();
     const std::string all = joined(pieces, at, pieces.size());
@@ -95,10 +85,10 @@ std::string last_pieces(const std::vector<std::string>& pieces, std::size_t at) 
     return ends_with_whole_piece(pieces) ? all : joined(pieces, at, pieces.size() - 1);
 }
 
-// All that stands behind the list of services.
+// All that stands after the list of services.
 void copy_sections(Outcome& outcome, const std::vector<std::string>& pieces, std::size_t at) {
     for (;;) {
-        const std::size_t section = find_plain_key(pieces, at, "cli");
+        const std::size_t section = find_key(pieces, at, "cli", false);
         if (section >= pieces.size()) {
             outcome.content += last_pieces(pieces, at);
             return;
@@ -114,7 +104,7 @@ void copy_sections(Outcome& outcome, const std::vector<std::string>& pieces, std
 
 Outcome expected_outcome(const std::vector<std::string>& pieces) {
     Outcome outcome;
-    const std::size_t services = find_plain_key(pieces, 0, "services");
+    const std::size_t services = find_key(pieces, 0, "services", false);
     outcome.content = joined(pieces, 0, services);
     if (services < pieces.size()) {
         outcome.content += with_cli(pieces[services]);
@@ -128,13 +118,11 @@ Outcome expected_outcome(const std::vector<std::string>& pieces) {
 }  // namespace
 
 extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
-    static RewrittenFile file;
     const std::string content = FuzzInput(data, size).takeRest();
-    file.fill(content);
     server_session = {};
-    file.rewrite(config_rewrite);
+    const std::string actual = rewritten(content, config_rewrite);
     const Outcome expected = expected_outcome(pieces_of(content));
-    require_equal(file.content(), expected.content, "the content is the model's");
+    require_equal(actual, expected.content, "the content is the model's");
     require_equal(server_session.cli_host, expected.host, "the host is the model's");
     require(server_session.cli_port == expected.port, "the port is the model's");
     return 0;

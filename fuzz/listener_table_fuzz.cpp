@@ -12,50 +12,38 @@
 
 #include "apply/cli_sequences.h"
 #include "apply/server_session.h"
-#include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
-#include "fuzz/require.h"
+#include "fuzz/target.h"
 #include "tests/apply/scripted_peer.h"
 
 namespace {
 
-// The addresses in the rows after a line of dashes.
-std::vector<std::string> listed_addresses(const std::vector<std::string>& lines) {
-    constexpr std::size_t most_addresses = 10;
-    std::vector<std::string> addresses;
-    bool in_table = false;
-    for (const std::string& line : lines) {
-        const bool is_row = in_table && line.find('|') != std::string::npos;
-        if (is_row && addresses.size() < most_addresses) {
-            const std::size_t from = std::min(line.find_first_not_of(' '), line.size());
-            addresses.push_back(line.substr(from, line.find(' ', from) - from));
-        }
-        in_table = is_row || line.find("-----") != std::string::npos;
-    }
-    return addresses;
-}
-
-// Reads the reply to the list; a row is no line in which "+OK:" or the prompt would count.
+// Reads the reply to the list, with the addresses in the rows after a line of dashes. A row is no
+// line in which "+OK:" or the prompt would count.
 struct ListReply {
     bool complete = false;
     bool succeeded = false;
-    std::vector<std::string> lines = {};
-};
+    std::vector<std::string> addresses = {};
 
-ListReply read_list(ReplyModel& model) {
-    ListReply reply;
-    bool in_table = false;
-    while (!reply.complete) {
-        const std::optional<std::string> line = model.line();
-        if (!line) break;
-        reply.lines.push_back(*line);
-        const bool is_row = in_table && line->find('|') != std::string::npos;
-        in_table = is_row || line->find("-----") != std::string::npos;
-        reply.succeeded = reply.succeeded || (!is_row && line->find("+OK:") != std::string::npos);
-        reply.complete = !is_row && line->find("> ") != std::string::npos;
+    explicit ListReply(ReplyModel& model) {
+        bool in_table = false;
+        for (auto line = model.line(); line; line = complete ? std::nullopt : model.line()) {
+            const auto holds = [&](const char* part) { return any_holds({*line}, part); };
+            const bool is_row = in_table && holds("|");
+            if (is_row) addAddress(*line);
+            in_table = is_row || holds("-----");
+            succeeded = succeeded || (!is_row && holds("+OK:"));
+            complete = !is_row && holds("> ");
+        }
     }
-    return reply;
-}
+
+    void addAddress(const std::string& row) {
+        constexpr std::size_t most_addresses = 10;
+        const std::size_t from = std::min(row.find_first_not_of(' '), row.size());
+        if (addresses.size() < most_addresses)
+            addresses.push_back(row.substr(from, row.find(' ', from) - from));
+    }
+};
 
 struct Outcome {
     int result;
@@ -64,9 +52,9 @@ struct Outcome {
 
 Outcome expected_outcome(ReplyModel& model) {
     std::string sent = "list listeners\r\n";
-    const ListReply list = read_list(model);
+    const ListReply list(model);
     if (!list.complete) return {1, sent};
-    for (const std::string& address : listed_addresses(list.lines)) {
+    for (const std::string& address : list.addresses) {
         sent += "remove listener address " + address + "\r\n";
         if (!model.command()) return {1, sent};
     }

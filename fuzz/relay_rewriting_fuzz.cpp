@@ -1,5 +1,5 @@
 // Whatever the SMTP filters script holds and however many networks may relay, the script comes out
-// as it was, its last line perhaps twice, with the call behind every EHLO event and the method at
+// as it was, its last line perhaps twice, with the call after every EHLO event and the method at
 // its end.
 
 #include <cstdint>
@@ -8,9 +8,8 @@
 
 #include "apply/file_rewrite.h"
 #include "apply/relay_filter.h"
-#include "fuzz/fuzz_input.h"
-#include "fuzz/require.h"
 #include "fuzz/rewriting.h"
+#include "fuzz/target.h"
 #include "wizard/base/tel_help.h"
 
 namespace {
@@ -58,21 +57,18 @@ std::string expected_content(const std::string& content, const std::vector<Netwo
 }  // namespace
 
 extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
-    static RewrittenFile script;
     FuzzInput input(data, size);
     std::vector<Network> networks = take_networks(input);
     const std::string content = input.takeRest();
     std::vector<relay_network> selected;
     for (Network& network : networks)
         selected.push_back({network.network.data(), network.netmask.data(), 0});
-    script.fill(content);
-    script.rewrite([&](FileRewrite& rewrite) {
+    const std::string script = rewritten(content, [&](FileRewrite& rewrite) {
         if (!selected.empty())
             relay_rewrite(rewrite, relay_condition(selected));
         else
             rewrite.write(content);
     });
-    require_equal(script.content(), expected_content(content, networks),
-                  "the script is the model's");
+    require_equal(script, expected_content(content, networks), "the script is the model's");
     return 0;
 }

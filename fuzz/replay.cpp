@@ -1,10 +1,9 @@
 // The main program of a fuzz target where there is no libFuzzer:
 //
-//     NAME_fuzz SEEDS RUNS [KEPT]
+//     NAME_fuzz SEEDS RUNS
 //
 // gives the target each file of the directory SEEDS, or the file SEEDS, and then RUNS changed ones,
-// the same in every run. Each input is kept in the file KEPT until the next one, for whoever looks
-// for what broke it.
+// the same in every run.
 
 #include <algorithm>
 #include <cstdint>
@@ -46,27 +45,21 @@ class ChangedInputs {
     void change(std::string& input) {
         constexpr std::size_t longest_piece = 300;
         const std::size_t at = below(input.size() + 1);
-        const std::size_t length = 1 + below(longest_piece);
+        const std::size_t length = below(2) == 0 ? 1 : 1 + below(longest_piece);
         const auto byte = static_cast<char>(below(256));
         const std::string& seed = anySeed();
-        switch (below(6)) {
+        switch (below(4)) {
             case 0:
                 input.erase(at, length);
                 break;
             case 1:
-                input.insert(at, 1, byte);
-                break;
-            case 2:
                 input.insert(at, length, byte);
                 break;
-            case 3:
+            case 2:
                 input.insert(at, seed.substr(below(seed.size() + 1), length));
                 break;
-            case 4:
-                input.replace(at, 1, 1, byte);
-                break;
             default:
-                input.erase(at, 1);
+                input.replace(at, 1, 1, byte);
         }
     }
 
@@ -84,27 +77,22 @@ std::vector<std::string> read_seeds(const std::string& path) {
     return seeds;
 }
 
-void give(const std::string& input, const char* kept) {
-    if (kept != nullptr) write_file(kept, input);
+void give(const std::string& input) {
     llvm_fuzzer_test_one_input(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 3 && count != 4) {
-        std::fprintf(stderr, "usage: %s SEEDS RUNS [KEPT]\n", arguments[0]);
-        return 2;
-    }
-    const std::vector<std::string> seeds = read_seeds(arguments[1]);
-    const int runs = std::atoi(arguments[2]);
-    const char* kept = arguments[3];
+    const std::vector<std::string> seeds =
+        count == 3 ? read_seeds(arguments[1]) : std::vector<std::string>();
     if (seeds.empty()) {
-        std::fprintf(stderr, "%s: no seeds\n", arguments[1]);
+        std::fprintf(stderr, "usage: %s SEEDS RUNS\n", arguments[0]);
         return 2;
     }
-    for (const std::string& seed : seeds) give(seed, kept);
+    const int runs = std::atoi(arguments[2]);
+    for (const std::string& seed : seeds) give(seed);
     ChangedInputs changed(seeds);
-    for (int run = 0; run < runs; ++run) give(changed.next(), kept);
+    for (int run = 0; run < runs; ++run) give(changed.next());
     std::printf("%zu seeds and %d changed inputs\n", seeds.size(), runs);
 }

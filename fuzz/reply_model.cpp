@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "fuzz/fuzz_input.h"
+#include "fuzz/target.h"
 
 namespace {
 

@@ -6,9 +6,8 @@
 #include <string>
 
 #include "apply/cli_session.h"
-#include "fuzz/fuzz_input.h"
 #include "fuzz/reply_model.h"
-#include "fuzz/require.h"
+#include "fuzz/target.h"
 #include "tests/apply/scripted_peer.h"
 #include "wizard/base/heap_text.h"
 

@@ -5,7 +5,8 @@
 
 #include <cstdio>
 
-#include "fuzz/require.h"
+#include "fuzz/target.h"
+#include "tests/apply/working_directory.h"
 #include "tests/support/files.h"
 
 namespace {
@@ -24,20 +25,20 @@ void put(const std::string& path, const std::string& content) {
 
 }  // namespace
 
-void RewrittenFile::fill(const std::string& content) { put(directory / "file", content); }
-
-void RewrittenFile::rewrite(const std::function<void(FileRewrite&)>& work) {
+std::string rewritten(const std::string& content, const std::function<void(FileRewrite&)>& work) {
+    static const WorkingDirectory directory;
     const std::string path = directory / "file";
-    FileRewrite rewrite(path.c_str());
-    require(rewrite.isOpen(), "the file can be rewritten");
-    work(rewrite);
-    std::fflush(nullptr);
-    rewritten = read_file("temp.cfg");
-}
-
-std::string RewrittenFile::content() const {
+    put(path, content);
+    std::string copy;
+    {
+        FileRewrite rewrite(path.c_str());
+        require(rewrite.isOpen(), "the file can be rewritten");
+        work(rewrite);
+        std::fflush(nullptr);
+        copy = read_file("temp.cfg");
+    }
     require(!exists("temp.cfg"), "no working copy is left");
-    return rewritten;
+    return copy;
 }
 
 std::vector<std::string> pieces_of(const std::string& content) {

@@ -3,12 +3,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "fuzz/fuzz_input.h"
-#include "fuzz/require.h"
+#include "fuzz/target.h"
 #include "fuzz/window_text.h"
 #include "ui/text_field.h"
 #include "wizard/base/heap_text.h"
@@ -131,15 +129,11 @@ extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t 
     const bool hides = input.takeNumber(0, 1) == 1;
     const Measures measures{input.takeNumber(1, 60), input.takeNumber(1, 40)};
     FieldModel model(measures, hides);
-    std::unique_ptr<TextField> field;
-    if (hides)
-        field = std::make_unique<PassTextField>(nullptr, 1, 1, measures.max_length,
-                                                measures.visible_width, 1);
-    else
-        field = std::make_unique<TextField>(nullptr, 1, 1, measures.max_length,
-                                            measures.visible_width, 1);
-    field->draw();
+    TextField plain(nullptr, 1, 1, measures.max_length, measures.visible_width, 1);
+    PassTextField hidden(nullptr, 1, 1, measures.max_length, measures.visible_width, 1);
+    TextField& field = hides ? hidden : plain;
+    field.draw();
     model.draw();
-    while (!input.isEmpty()) use(*field, model, input);
+    while (!input.isEmpty()) use(field, model, input);
     return 0;
 }

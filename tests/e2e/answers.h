@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,16 +22,15 @@ struct Answers {
     std::string location = {};  // empty: the location that stands there, at first the domain's
     std::string postmaster_password = "P0stmaster";
     std::vector<bool> aliases = {true, true, true};
-    ListenerAnswer webadmin = {};
-    ListenerAnswer smtp = {};
     std::vector<bool> services = {true, true, true};  // POP3, IMAP, WebMail
-    ListenerAnswer pop3 = {};
-    ListenerAnswer imap = {};
-    ListenerAnswer webmail = {};
-    std::vector<bool> relay = {};  // further networks stay as they are
+    std::map<Stop, ListenerAnswer> listeners = {};    // others stay as they are
+    std::vector<bool> relay = {};                     // further networks stay as they are
     bool sendmail = true;
 
-    const ListenerAnswer& listener(Stop stop) const;
+    /// False for the listeners of services that are not chosen.
+    bool visit(Stop stop) const;
+
+    ListenerAnswer listener(Stop stop) const;
 };
 
 /// What the server is told of them on the sandbox's usual host: "all", lo, eth0 and eth1.

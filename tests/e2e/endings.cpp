@@ -61,3 +61,9 @@ testing::AssertionResult ends_with(WizardRun& wizard, const ExitStatus& status,
 testing::AssertionResult is_aborted(WizardRun& wizard) {
     return ends_with(wizard, exited(1), "\nTELUMA Configuration Wizard Aborted!\n");
 }
+
+testing::AssertionResult is_refused_as_too_small(WizardRun& wizard) {
+    return ends_with(
+        wizard, exited(0),
+        "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
+}

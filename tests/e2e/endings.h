@@ -20,3 +20,7 @@ testing::AssertionResult ends_with(WizardRun& wizard, const ExitStatus& status,
 
 /// Waits for the end. Expects what Ctrl-C has to leave: status 1, the text, the terminal usable.
 testing::AssertionResult is_aborted(WizardRun& wizard);
+
+/// The same of what a terminal of less than 72 columns or 20 lines has to leave: status 0, the
+/// text.
+testing::AssertionResult is_refused_as_too_small(WizardRun& wizard);

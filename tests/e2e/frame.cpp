@@ -5,11 +5,8 @@
 
 namespace {
 
-bool is_border(const std::string& text) {
-    for (const char* border : {"│", "─", "┌", "┐", "└", "┘", "├", "┤"}) {
-        if (text == border) return true;
-    }
-    return false;
+bool is_border(const Cell& cell) {
+    return !cell.text.empty() && std::string("│─┌┐└┘├┤").find(cell.text) != std::string::npos;
 }
 
 bool is_red(const Cell& cell) {
@@ -56,7 +53,7 @@ std::string words_in_frame(const ScreenImage& screen) {
     std::string text;
     for (int row = 0; row < frame.rows(); ++row) {
         for (int col = 0; col < frame.cols(); ++col)
-            text += is_border(frame.cell(row, col).text) ? " " : frame.cell(row, col).text;
+            text += is_border(frame.cell(row, col)) ? " " : frame.cell(row, col).text;
     }
     std::istringstream words(text);
     std::string joined;

@@ -3,22 +3,21 @@
 
 #include <csignal>
 
-#include "tests/e2e/apply_waits.h"
-#include "tests/e2e/dialogs.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/stop_params.h"
+#include "tests/e2e/places.h"
 #include "tests/support/process.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
-using InterruptedScreen = AtScreen;
-
-INSTANTIATE_TEST_SUITE_P(Screens, InterruptedScreen, testing::ValuesIn(every_stop()), stop_name);
-
-TEST_P(InterruptedScreen, by_ctrl_c_is_aborted) {
-    wizard.press(Key::ctrl_c);
-    EXPECT_TRUE(is_aborted(wizard));
+TEST(Interrupt, by_ctrl_c_on_every_screen_ends_the_wizard) {
+    for (const Stop stop : every_stop()) {
+        SCOPED_TRACE(title_of(stop));
+        WizardRun wizard;
+        wizard.walk(Stop::password, stop);
+        wizard.press(Key::ctrl_c);
+        EXPECT_TRUE(is_aborted(wizard));
+    }
 }
 
 TEST(Interrupt, by_the_signal_with_the_focus_on_a_button_ends_the_wizard) {
@@ -36,44 +35,22 @@ TEST(Interrupt, leaves_the_keys_that_were_typed_before_it_in_the_terminal) {
     EXPECT_NE(wizard.modes().settings.c_lflag & NOFLSH, 0U);
 }
 
-using InterruptedDialog = AtDialog;
+using InterruptAt = WizardAt<WizardRun>;
 
-INSTANTIATE_TEST_SUITE_P(Dialogs, InterruptedDialog, every_dialog(), dialog_name);
+INSTANTIATE_TEST_SUITE_P(Every, InterruptAt,
+                         testing::ValuesIn(places_up_to(Place::before_connecting)), place_name);
 
-TEST_P(InterruptedDialog, by_ctrl_c_is_aborted) {
-    wizard.press(Key::ctrl_c);
-    EXPECT_TRUE(is_aborted(wizard));
-}
-
-TEST_P(InterruptedDialog, after_a_resize_is_aborted) {
-    wizard.resize(60, 200);
-    wizard.waitForKey();
-    wizard.press(Key::ctrl_c);
-    EXPECT_TRUE(is_aborted(wizard));
-}
-
-// While the answers are applied, the server is signalled if its process id is known.
-class ApplyWaitInterrupt : public testing::TestWithParam<ApplyWait> {
-  protected:
-    ApplyWaitInterrupt() { stage.open(wizard); }
-
-    ApplyStage stage{GetParam()};
-    WizardRun wizard;
-};
-
-INSTANTIATE_TEST_SUITE_P(At, ApplyWaitInterrupt, every_apply_wait(), apply_wait_name);
-
-TEST_P(ApplyWaitInterrupt, by_ctrl_c_ends_the_wizard_and_the_server_if_it_is_known) {
+TEST_P(InterruptAt, ends_the_wizard_and_the_server_if_it_is_known) {
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
     stage.expectServerTold();
 }
 
-using ApplyStuckCommand = ApplyWaitInterrupt;
+using ApplyStuckCommand = InterruptAt;
 
 INSTANTIATE_TEST_SUITE_P(At, ApplyStuckCommand,
-                         testing::Values(ApplyWait::password_command, ApplyWait::start_command),
-                         apply_wait_name);
+                         testing::Values(Place::password_command, Place::start_command),
+                         place_name);
 
 TEST_P(ApplyStuckCommand, is_ended_by_ctrl_c) {
     const pid_t command = stage.command();

@@ -6,11 +6,13 @@
 
 #include <map>
 
-#include "tests/e2e/dialogs.h"
+#include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/stop_params.h"
+#include "tests/e2e/frame.h"
+#include "tests/e2e/places.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/golden.h"
 
 namespace {
 
@@ -19,102 +21,108 @@ struct Size {
     int cols;
 };
 
-/// The smallest terminal there may be, the usual one and a large one.
+// The smallest terminal there may be, the usual one and a large one.
 constexpr Size terminal_sizes[] = {{20, 72}, {24, 80}, {60, 200}};
 
-/// Resizes from the usual size that lead from each of these sizes to each other, in both
-/// directions, and back to the usual one.
+// Resizes from the usual size that lead from each of these sizes to each other, in both directions,
+// and back to the usual one.
 constexpr Size resize_round[] = {{20, 72}, {60, 200}, {20, 72}, {24, 80}, {60, 200}, {24, 80}};
 
-class Resized : public testing::Test {
-  protected:
-    /// Expects that a resized wizard looks as others that always had the size, with the focus on
-    /// each of the controls; `open` brings each of them to the place, `leave` away from it.
-    template <class Open, class Leave>
-    static void expectSameLook(int controls, const Open& open, const Leave& leave) {
-        std::map<int, WizardRun> fresh;  // by columns
-        WizardRun resized;
-        for (const Size& size : terminal_sizes)
-            open(fresh.try_emplace(size.cols, size.rows, size.cols).first->second);
-        open(resized);
-        compare(fresh, resized);
-        for (int control = 0; control < controls; ++control) {
-            for (auto& [cols, wizard] : fresh) pressTab(wizard);
-            pressTab(resized);
-            compare(fresh, resized);
-        }
-        leave(fresh.at(80));
-        leave(resized);
-        EXPECT_SAME_LOOK(fresh.at(80).image(), resized.image());
-    }
+void strike(WizardRun& wizard, Key key) {
+    wizard.press(key);
+    wizard.waitForKey();
+}
 
-  private:
-    static void pressTab(WizardRun& wizard) {
-        wizard.press(Key::tab);
-        wizard.waitForKey();
-    }
+class ResizedPlace : public testing::TestWithParam<Place> {};
 
-    static void compare(std::map<int, WizardRun>& fresh, WizardRun& resized) {
+INSTANTIATE_TEST_SUITE_P(At, ResizedPlace, testing::ValuesIn(places_up_to(Place::pending)),
+                         place_name);
+
+TEST_P(ResizedPlace, looks_as_in_a_terminal_that_always_had_the_size_and_so_does_what_follows) {
+    Stage stage(GetParam());
+    std::map<int, WizardRun> fresh;  // by columns
+    WizardRun resized;
+    stage.open(resized);
+    for (const Size& size : terminal_sizes)
+        stage.open(fresh.try_emplace(size.cols, size.rows, size.cols).first->second);
+    for (const Key key : {Key::tab, Key::enter}) {
         for (const Size& size : resize_round) {
             resized.resize(size.rows, size.cols);
             resized.waitForKey();
             EXPECT_SAME_LOOK(fresh.at(size.cols).image(), resized.image());
         }
+        // A pending box reads no key; "Yes" would have a port checked, for a moment.
+        const bool would_check = GetParam() == Place::question && key == Key::tab;
+        if (GetParam() == Place::pending || would_check) continue;
+        for (auto& [cols, wizard] : fresh) strike(wizard, key);
+        strike(resized, key);
+    }
+    EXPECT_SAME_LOOK(fresh.at(80).image(), resized.image());
+}
+
+using ShrunkPlace = WizardAt<WizardRun>;
+
+INSTANTIATE_TEST_SUITE_P(At, ShrunkPlace, testing::ValuesIn(places_up_to(Place::pending)),
+                         place_name);
+
+TEST_P(ShrunkPlace, to_20_lines_and_72_columns_goes_on_and_to_less_is_refused) {
+    Size size = {19, 72};
+    if (GetParam() == Place::screen) size = {20, 71};
+    if (GetParam() == Place::message) size = {1, 72};
+    wizard.resize(20, 72);
+    wizard.waitForKey();
+    wizard.resize(size.rows, size.cols);
+    EXPECT_TRUE(is_refused_as_too_small(wizard));
+}
+
+// While the answers are applied.
+
+class ApplyProgress : public ApplyTest {
+  protected:
+    void expectSizes(const std::string& usual, const std::string& smallest) {
+        EXPECT_SCREEN(wizard, usual);
+        wizard.resize(20, 72);
+        EXPECT_SCREEN(wizard, smallest);
+        wizard.resize(24, 80);
+        EXPECT_SCREEN(wizard, usual);
+        wizard.waitForKey();
     }
 };
 
-class ResizedScreen : public Resized, public testing::WithParamInterface<Stop> {};
-
-INSTANTIATE_TEST_SUITE_P(Screens, ResizedScreen, testing::Values(Stop::domain, Stop::pop3),
-                         stop_name);
-
-TEST_P(ResizedScreen, looks_as_in_a_terminal_that_always_had_the_size_whatever_has_the_focus) {
-    expectSameLook(
-        facts_of(GetParam()).controls,
-        [](WizardRun& wizard) { wizard.walk(Stop::password, GetParam()); },
-        [](WizardRun& wizard) {
-            wizard.pressBack(GetParam());
-            wizard.waitForScreen(stop_at(place_of(GetParam()) - 1));
-        });
+TEST_F(ApplyProgress, looks_like_this_in_every_size_while_a_step_runs) {
+    server.faults("\"create domain\" 1 silent\n");
+    wizard.walkToTheEnd(answers);
+    wizard.waitForText("creating domain");
+    expectSizes("golden/apply/running_80x24", "golden/apply/running_72x20");
+    wizard.resize(24, 71);
+    EXPECT_TRUE(is_refused_as_too_small(wizard));
+    EXPECT_TRUE(server.isRunning());
 }
 
-class ResizedDialog : public Resized, public testing::WithParamInterface<Dialog> {};
-
-INSTANTIATE_TEST_SUITE_P(Dialogs, ResizedDialog, every_dialog(), dialog_name);
-
-TEST_P(ResizedDialog, looks_as_in_a_terminal_that_always_had_the_size_and_so_does_what_follows) {
-    DialogStage stage(GetParam());
-    expectSameLook(
-        stage.buttons(), [&stage](WizardRun& wizard) { stage.open(wizard); },
-        [&stage](WizardRun& wizard) { stage.leave(wizard); });
+TEST_F(ApplyProgress, looks_like_this_in_every_size_when_all_is_done) {
+    wizard.walkToTheEnd(answers);
+    wizard.waitForText(" OK ");
+    expectSizes("../apply/golden/everything_done", "golden/apply/done_72x20");
+    EXPECT_EQ(wizard.finish(), exited(0));
 }
 
-testing::AssertionResult is_refused_as_too_small(WizardRun& wizard) {
-    return ends_with(wizard, exited(0),
-                     "Please enlarge your window so it will have at least 72 columns and 20 "
-                     "lines!\n");
-}
+using ApplyResize = WizardAt<WizardRun>;
 
-using ShrunkScreen = AtScreen;
+INSTANTIATE_TEST_SUITE_P(At, ApplyResize,
+                         testing::Values(Place::old_pid_file, Place::password_command,
+                                         Place::before_connecting, Place::connection),
+                         place_name);
 
-INSTANTIATE_TEST_SUITE_P(Screens, ShrunkScreen, testing::Values(Stop::password, Stop::relay),
-                         stop_name);
-
-TEST_P(ShrunkScreen, to_72_columns_and_20_lines_goes_on_and_to_71_columns_is_refused) {
-    wizard.resize(20, 72);
+TEST_P(ApplyResize, is_drawn_in_the_wait) {
+    const ScreenImage usual = wizard.image();
+    wizard.resize(60, 200);
     wizard.waitForKey();
-    EXPECT_TRUE(wizard.image().shows(title_of(GetParam())));
-    wizard.resize(20, 71);
-    EXPECT_TRUE(is_refused_as_too_small(wizard));
-}
-
-using ShrunkDialog = AtDialog;
-
-INSTANTIATE_TEST_SUITE_P(Dialogs, ShrunkDialog, every_dialog(), dialog_name);
-
-TEST_P(ShrunkDialog, to_19_lines_or_less_is_refused) {
-    wizard.resize(GetParam() == Dialog::message ? 1 : 19, 80);
-    EXPECT_TRUE(is_refused_as_too_small(wizard));
+    EXPECT_SAME_LOOK(frame_on(usual).image, frame_on(wizard.image()).image);
+    EXPECT_EQ(frame_on(wizard.image()).at.row, frame_on(usual).at.row + (60 - 24) / 2);
+    EXPECT_EQ(frame_on(wizard.image()).at.col, frame_on(usual).at.col + (200 - 80) / 2);
+    wizard.resize(24, 80);
+    wizard.waitForKey();
+    EXPECT_SAME_LOOK(usual, wizard.image());
 }
 
 // Somebody else has written on the terminal: Ctrl-L draws everything anew.
@@ -137,23 +145,23 @@ void expect_drawn_anew(WizardRun& wizard) {
     EXPECT_TRUE(wizard.alternateScreen());
 }
 
-using RedrawnScreen = AtScreen;
-
-INSTANTIATE_TEST_SUITE_P(Screens, RedrawnScreen, testing::ValuesIn(every_stop()), stop_name);
-
-TEST_P(RedrawnScreen, is_what_it_was_whatever_has_the_focus) {
-    for (int control = 0; control < 3; ++control) {
-        expect_drawn_anew(wizard);
-        wizard.press(Key::tab);
-        wizard.waitForKey();
+TEST(RedrawnScreen, is_what_it_was_whatever_has_the_focus) {
+    WizardRun wizard;
+    for (const Stop stop : every_stop()) {
+        wizard.waitForScreen(stop);
+        for (int control = 0; control < 3; ++control) {
+            expect_drawn_anew(wizard);
+            strike(wizard, Key::tab);
+        }
+        wizard.answer(stop, {});
     }
 }
 
-using RedrawnDialog = AtDialog;
+using RedrawnDialog = WizardAt<WizardRun>;
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, RedrawnDialog,
-                         testing::Values(Dialog::message, Dialog::question, Dialog::retry_back),
-                         dialog_name);
+                         testing::Values(Place::message, Place::question, Place::retry_back),
+                         place_name);
 
 // What presses a button by itself presses none in a sequence.
 TEST_P(RedrawnDialog, is_what_it_was_and_stays_open_at_sequences_that_nobody_knows) {

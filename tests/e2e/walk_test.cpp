@@ -3,10 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/endings.h"
 #include "tests/e2e/frame.h"
+#include "tests/e2e/wizard_run.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/golden.h"
+#include "tests/support/local_port.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ void expect_every_screen(WizardRun& wizard, const std::string& host, const std::
         wizard.waitForScreen(stop);
         EXPECT_SCREEN(wizard, facts.showsHost() ? "golden/" + host + "/" + facts.name
                                                 : "../screens/golden/" + at_size);
-        if (stop == Stop::domain) wizard.retype(50, "example.com");
+        if (stop == Stop::domain) wizard.retype("example.com");
         wizard.type(std::string(facts.accepted) + (stop == Stop::sendmail ? "" : "\n"));
     }
 }
@@ -33,12 +34,6 @@ TEST(DefaultWalk, shows_every_screen_in_turn_with_its_defaults) {
 TEST(SmallTerminalOnHostWithFourInterfaces, shows_every_screen_whole) {
     WizardRun wizard(20, 72);
     expect_every_screen(wizard, "small_terminal", "_at_20x72");
-}
-
-TEST(FirstScreen, is_left_by_its_exit_button_with_status_0) {
-    WizardRun wizard;
-    wizard.pressBack(Stop::password);
-    EXPECT_TRUE(ends_with(wizard, exited(0), "\nTELUMA Configuration Wizard Aborted!\n"));
 }
 
 // One is down, two are in one network, and one's network is within that of the next.
@@ -72,36 +67,39 @@ TEST(HostWithManyKinds, offers_what_is_up_and_each_network_once) {
 )");
 }
 
-// lan1, lan2 ... with the addresses 10.1.0.1, 10.2.0.1 ...: more than are taken, and far more than
-// there is room for.
-TEST(HostWith40Interfaces, offers_28_and_the_loopback_of_which_the_last_can_be_chosen_unseen) {
-    constexpr int far = 50;  // more than any list has rows: the bar ends up on the last
-    WizardRun wizard(20, 72);
-    const auto enlarged = [&wizard] {
-        wizard.waitForKey();
-        wizard.resize(60, 200);
-        wizard.waitForKey();
-        return wizard.image();
-    };
+// lan1, lan2 ... with the addresses 10.1.0.1, 10.2.0.1 ...: more than are taken.
+TEST(HostWith40Interfaces, offers_28_and_the_loopback) {
+    WizardRun wizard(60, 200);
     wizard.walk(Stop::password, Stop::webadmin);
-    wizard.pressTimes(Key::down, far);
-    wizard.press(Key::tab);
-    wizard.retype(5, "1234");
-    const ScreenImage webadmin = enlarged();
-    EXPECT_TRUE(webadmin.shows("│  lan27 : 10.27.0.1  9000   │"));
-    EXPECT_TRUE(webadmin.shows("│$ lan28 : 10.28.0.1  1234   │"));
-    EXPECT_FALSE(webadmin.shows("lan29"));
+    EXPECT_TRUE(wizard.image().shows("│  lan28 : 10.28.0.1  9000   │"));
+    EXPECT_FALSE(wizard.image().shows("lan29"));
+    wizard.walk(Stop::webadmin, Stop::relay);
+    EXPECT_TRUE(wizard.image().shows("[x] 10.28.0.0/255.255.0.0"));
+    EXPECT_FALSE(wizard.image().shows("10.29.0.0"));
+}
 
-    wizard.pressNext(Stop::webadmin);
-    wizard.walk(Stop::smtp, Stop::relay);
-    wizard.resize(20, 72);
-    wizard.waitForKey();
-    wizard.pressTimes(Key::down, far);
-    wizard.press(Key::space);
-    const ScreenImage relay = enlarged();
-    EXPECT_TRUE(relay.shows("[x] 10.27.0.0/255.255.0.0"));
-    EXPECT_TRUE(relay.shows("[ ] 10.28.0.0/255.255.0.0"));
-    EXPECT_FALSE(relay.shows("10.29.0.0"));
+// With a real port.
+TEST(Listener, at_a_taken_port_is_warned_of_unless_that_is_at_another_interface) {
+    constexpr int ethernet_row = 2;
+    WizardRun wizard;
+    wizard.walk(Stop::password, Stop::webadmin);
+    LocalPort program(9000);
+    program.open("192.168.7.2");
+    wizard.answerListener(Stop::webadmin, {ethernet_row});
+    wizard.waitForDialog("Warning!");
+    EXPECT_NE(words_in_frame(wizard.image()).find("interface 192.168.7.2."), std::string::npos);
+    wizard.press(Key::tab);
+    wizard.press(Key::enter);
+    wizard.answerListener(Stop::webadmin, {ethernet_row + 1});
+    wizard.pressBack(Stop::smtp);
+
+    program.close();
+    program.open();
+    wizard.answerListener(Stop::webadmin, {});
+    EXPECT_SCREEN(wizard, "../screens/golden/port_in_use_of_WebAdmin");
+    program.close();
+    wizard.press(Key::enter);
+    wizard.waitForScreen(Stop::smtp);
 }
 
 }  // namespace

@@ -8,68 +8,50 @@
 
 #include "tests/e2e/frame.h"
 #include "tests/e2e/key_wait.h"
-#include "tests/support/process.h"
 #include "tests/support/screen_text.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
-// The most characters that the fields hold.
-constexpr int password_length = 50;
-constexpr int domain_length = 50;
-constexpr int location_length = 252;
-constexpr int port_length = 5;
-
-constexpr const char* sleep_variable = "TELUMA_SLEEP_MS";
-
-// With sleeps that take next to no time, or as long as the test wants.
-EnvironmentChanges with_sleeps(EnvironmentChanges environment) {
-    environment.insert({"LD_PRELOAD", SLEEP_LENGTH});
-    if (std::getenv(sleep_variable) == nullptr) environment.insert({sleep_variable, "5"});
-    return environment;
-}
-
-// Listeners of services that were not chosen are passed.
-bool is_visited(Stop stop, const Answers& answers) {
-    const bool is_service = stop == Stop::pop3 || stop == Stop::imap || stop == Stop::webmail;
-    return !is_service ||
-           answers.services[static_cast<size_t>(place_of(stop) - place_of(Stop::pop3))];
+ProgramSetup with_sleeps(ProgramSetup setup) {
+    setenv(WizardRun::sleep_variable, "5", 0);
+    setup.environment.insert({"LD_PRELOAD", SLEEP_LENGTH});
+    return setup;
 }
 
 }  // namespace
 
 WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::string& locale)
-    : TerminalProgram({{WIZARD_PROGRAM}, rows, cols, term, locale, with_sleeps({})}) {}
+    : WizardRun(ProgramSetup{{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
 
-WizardRun::WizardRun(const std::string& program)
-    : TerminalProgram({{program}, 24, 80, "xterm-256color", "C.UTF-8", with_sleeps({})}) {}
-
-WizardRun::WizardRun(const EnvironmentChanges& environment)
-    : TerminalProgram(
-          {{WIZARD_PROGRAM}, 24, 80, "xterm-256color", "C.UTF-8", with_sleeps(environment)}) {}
-
-WizardRun::WizardRun(std::vector<std::string> command) : TerminalProgram({std::move(command)}) {}
+WizardRun::WizardRun(ProgramSetup setup) : TerminalProgram(with_sleeps(std::move(setup))) {}
 
 WizardRun::~WizardRun() {
+    if (rememberDirectory()) signal(SIGKILL);
     std::error_code ignored;
-    const std::filesystem::path directory =
+    if (!directory.empty()) std::filesystem::remove_all(directory, ignored);
+}
+
+bool WizardRun::rememberDirectory() {
+    std::error_code ignored;
+    const std::filesystem::path current =
         std::filesystem::read_symlink("/proc/" + std::to_string(pid()) + "/cwd", ignored);
-    if (directory.stem() != "teluma-wizard") return;
-    signal(SIGKILL);
-    std::filesystem::remove_all(directory, ignored);
+    const bool is_private = current.stem() == "teluma-wizard";
+    if (is_private) directory = current;
+    return is_private;
 }
 
-void WizardRun::setSleep(int milliseconds) {
-    setenv(sleep_variable, std::to_string(milliseconds).c_str(), 1);
-}
-
-void WizardRun::waitForKey(const Caller& caller) {
-    const auto waits = [this] {
+bool WizardRun::comesToRest(const Caller& caller) {
+    const auto rests = [this] {
         alternateScreen();  // reads what was drawn: nobody waits for a key who can't draw on
         return waits_for_key(pid()) || !process_running(pid());
     };
-    wait_until(waits, "the wizard waited for a key", caller);
-    if (!process_running(pid()))
+    wait_until(rests, "the wizard waited for a key", caller);
+    return process_running(pid());
+}
+
+void WizardRun::waitForKey(const Caller& caller) {
+    if (!comesToRest(caller))
         stop_test(caller, "the wizard has ended; the screen:\n" + to_text(image()));
 }
 
@@ -82,30 +64,19 @@ void WizardRun::waitForDialog(const std::string& text, const Caller& caller) {
     waitForKey(caller);
 }
 
-void WizardRun::dismissError(const std::string& text, const Caller& caller) {
-    waitForText("Error!", caller);
-    waitForText(text, caller);
+void WizardRun::dismissError(const std::string& message, const Caller& caller) {
+    waitForDialog("Error!", caller);
+    EXPECT_EQ(words_in_frame(image()), "Error! " + message + " OK") << "at line " << caller.line;
     press(Key::enter);
     waitGone("Error!", caller);
 }
 
-void WizardRun::answerPassword(const std::string& password) {
-    moveFocus(Stop::password, 0);
-    for (int field = 0; field < 2; ++field) {
-        retype(password_length, password);
+void WizardRun::answerFields(Stop stop, const std::vector<std::string>& texts) {
+    moveFocus(stop, 0);
+    for (const std::string& text : texts) {
+        if (!text.empty()) retype(text);
         press(Key::tab);
     }
-    press(Key::enter);
-}
-
-void WizardRun::answerDomain(const Answers& answers) {
-    moveFocus(Stop::domain, 0);
-    if (!answers.domain.empty()) retype(domain_length, answers.domain);
-    press(Key::tab);
-    if (!answers.location.empty()) retype(location_length, answers.location);
-    press(Key::tab);
-    retype(password_length, answers.postmaster_password);
-    press(Key::tab);
     press(Key::enter);
 }
 
@@ -114,7 +85,7 @@ void WizardRun::answerListener(Stop stop, const ListenerAnswer& answer) {
     const int selected = image().find("│$ ")->row - image().find("Interface:")->row - 1;
     pressTimes(answer.row < selected ? Key::up : Key::down, std::abs(answer.row - selected));
     press(Key::tab);
-    if (!answer.port.empty()) retype(port_length, answer.port);
+    if (!answer.port.empty()) retype(answer.port);
     press(Key::tab);
     press(Key::enter);
     if (answer.loopback) answerYes();
@@ -137,17 +108,13 @@ void WizardRun::answerBoxes(Stop stop, const std::vector<bool>& wanted) {
     pressNext(stop);
 }
 
-void WizardRun::answerSendmail(bool yes) {
-    moveFocus(Stop::sendmail, yes ? 0 : 1);
-    press(Key::enter);
-}
-
 void WizardRun::answer(Stop stop, const Answers& answers) {
     switch (stop) {
         case Stop::password:
-            return answerPassword(answers.password);
+            return answerFields(stop, {answers.password, answers.password});
         case Stop::domain:
-            return answerDomain(answers);
+            return answerFields(stop,
+                                {answers.domain, answers.location, answers.postmaster_password});
         case Stop::aliases:
             return answerBoxes(stop, answers.aliases);
         case Stop::services:
@@ -155,7 +122,8 @@ void WizardRun::answer(Stop stop, const Answers& answers) {
         case Stop::relay:
             return answerBoxes(stop, answers.relay);
         case Stop::sendmail:
-            return answerSendmail(answers.sendmail);
+            moveFocus(stop, answers.sendmail ? 0 : 1);
+            return press(Key::enter);
         default:
             return answerListener(stop, answers.listener(stop));
     }
@@ -163,14 +131,14 @@ void WizardRun::answer(Stop stop, const Answers& answers) {
 
 void WizardRun::walk(Stop from, Stop end, const Answers& answers) {
     for (int place = place_of(from); place != place_of(end); ++place) {
-        if (is_visited(stop_at(place), answers)) answer(stop_at(place), answers);
+        if (answers.visit(stop_at(place))) answer(stop_at(place), answers);
     }
     waitForScreen(end);
 }
 
 void WizardRun::walkToTheEnd(const Answers& answers, Stop from) {
     walk(from, Stop::sendmail, answers);
-    answerSendmail(answers.sendmail);
+    answer(Stop::sendmail, answers);
 }
 
 ExitStatus WizardRun::finish(const Caller& caller) {
@@ -206,10 +174,7 @@ std::vector<bool> WizardRun::ticks() {
     return found;
 }
 
-void WizardRun::retype(int most, const std::string& text) {
-    pressTimes(Key::backspace, most);
-    type(text);
-}
+void WizardRun::retype(const std::string& text) { type(std::string(50, '\x7f') + text); }
 
 void WizardRun::pressTimes(Key key, int times) {
     for (int i = 0; i < times; ++i) press(key);

@@ -16,31 +16,28 @@
 /// the screen forwards and does not wait for what comes then.
 class WizardRun : public TerminalProgram {
   public:
+    /// The variable that says how many milliseconds each sleep of the wizard takes: 5, unless the
+    /// test's own environment has it.
+    static constexpr const char* sleep_variable = "TELUMA_SLEEP_MS";
+
     /// Runs the wizard of the build.
     explicit WizardRun(int rows = 24, int cols = 80, const std::string& term = "xterm-256color",
                        const std::string& locale = "C.UTF-8");
 
-    /// Runs an installed one.
-    explicit WizardRun(const std::string& program);
-
-    /// On a terminal of the usual kind, with these changes of the environment.
-    explicit WizardRun(const EnvironmentChanges& environment);
-
-    /// Started by another command, as env(1), which becomes the wizard. This one's sleeps take
-    /// their time.
-    explicit WizardRun(std::vector<std::string> command);
+    /// Runs another one, or a command that becomes the wizard.
+    explicit WizardRun(ProgramSetup setup);
 
     /// Removes the private directory of a wizard that has to be killed: it stands on the host.
     ~WizardRun();
     WizardRun(const WizardRun&) = delete;
     WizardRun& operator=(const WizardRun&) = delete;
 
-    /// How long each sleep of the wizards takes that are started from now on.
-    static void setSleep(int milliseconds);
-
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.
     void waitForKey(const Caller& caller = Caller::here());
+
+    /// The same for a wizard that may end meanwhile; whether it lives.
+    bool comesToRest(const Caller& caller = Caller::here());
 
     /// Waits until the screen is shown whole.
     void waitForScreen(Stop stop, const Caller& caller = Caller::here());
@@ -48,20 +45,15 @@ class WizardRun : public TerminalProgram {
     /// Waits for a dialog with `text` in it (as it is broken into lines, so name a piece of one).
     void waitForDialog(const std::string& text, const Caller& caller = Caller::here());
 
-    /// Waits for an "Error!" box with `text` in it and presses its "OK".
-    void dismissError(const std::string& text, const Caller& caller = Caller::here());
-
-    void answerPassword(const std::string& password);
-    void answerDomain(const Answers& answers);
-    void answerListener(Stop stop, const ListenerAnswer& answer);
-    void answerBoxes(Stop stop, const std::vector<bool>& wanted);  // as many of them as are wanted
-    void answerSendmail(bool yes);
-
-    /// Waits for the question about a loopback interface and answers it with "Yes".
-    void answerYes();
+    /// Waits for an "Error!" box, expects this message in it and presses its "OK".
+    void dismissError(const std::string& message, const Caller& caller = Caller::here());
 
     /// Answers one screen.
     void answer(Stop stop, const Answers& answers);
+    void answerListener(Stop stop, const ListenerAnswer& answer);
+
+    /// Waits for the question about a loopback interface and answers it with "Yes".
+    void answerYes();
 
     /// Answers every screen from `from` up to, but without, `end`, leaving out the listeners of
     /// services that are not ticked. Waits for the screen at `end`.
@@ -84,8 +76,19 @@ class WizardRun : public TerminalProgram {
     /// The check marks on the screen, from the top.
     std::vector<bool> ticks();
 
-    /// Replaces the text of the field that has the focus, which holds at most `most` characters.
-    void retype(int most, const std::string& text);
+    /// Replaces the text of the field that has the focus, of at most 50 characters.
+    void retype(const std::string& text);
 
     void pressTimes(Key key, int times);
+
+  protected:
+    /// Has the destructor remove the private directory also when the wizard ends before; false if
+    /// there is none.
+    bool rememberDirectory();
+
+    std::string directory;  // the one that is remembered
+
+  private:
+    void answerFields(Stop stop, const std::vector<std::string>& texts);  // empty: as it stands
+    void answerBoxes(Stop stop, const std::vector<bool>& wanted);  // as many of them as are wanted
 };

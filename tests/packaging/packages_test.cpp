@@ -73,7 +73,7 @@ TEST_F(FreshTree, gets_a_wizard_that_configures_the_server_beside_it) {
     install();
     InstalledServer server;
     // The command that root types is a link to where the program is.
-    WizardRun wizard(root + "/usr/sbin/teluma-wizard");
+    WizardRun wizard({{root + "/usr/sbin/teluma-wizard"}});
     EXPECT_EQ(std::filesystem::canonical("/proc/" + std::to_string(wizard.pid()) + "/exe"),
               program);
     expect_man_page(root + "/usr/share/man/man8");

@@ -4,7 +4,7 @@
 //                        own time
 //
 // A sleep is a pselect(2) without descriptors; one of no time stays so. What the wizard starts
-// finds nothing of this in its environment.
+// finds no length in its environment.
 
 #include <dlfcn.h>
 #include <sys/select.h>
@@ -22,7 +22,6 @@ __attribute__((constructor)) void read_length() {
     // The wizard may be started by another program, which hands the variables on to it.
     if (std::strcmp(program_invocation_short_name, "teluma-wizard") != 0) return;
     if (const char* length = std::getenv("TELUMA_SLEEP_MS")) sleep_ms = std::atol(length);
-    unsetenv("LD_PRELOAD");
     unsetenv("TELUMA_SLEEP_MS");
 }
 
@@ -34,7 +33,7 @@ bool is_sleep(int count, const timespec* time) {
 
 extern "C" int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
                        const timespec* time, const sigset_t* mask) {
-    static auto* const next = reinterpret_cast<decltype(&::pselect)>(dlsym(RTLD_NEXT, "pselect"));
+    auto* const next = reinterpret_cast<decltype(&::pselect)>(dlsym(RTLD_NEXT, "pselect"));
     const timespec length{sleep_ms / 1000, sleep_ms % 1000 * 1000000};
     const bool is_changed = sleep_ms >= 0 && is_sleep(count, time);
     return next(count, readable, writable, exceptional, is_changed ? &length : time, mask);

@@ -5,7 +5,6 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/prctl.h>
-#include <sys/select.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -20,8 +19,9 @@
 
 namespace {
 
-constexpr Effect none = Effect::none;
-constexpr Effect changes = Effect::changes;
+// What a call does to files.
+constexpr bool none = false;
+constexpr bool changes = true;
 
 // The function of libc, or of a sanitizer's before it, that would have been called under this name
 // without this library.
@@ -30,27 +30,25 @@ Function* next_call(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
 
-// Whether a call about `path` has to fail; then errno is set.
-bool fails(const char* call, const std::string& path, Effect effect) {
-    return is_watched(path) && meet(call, path, effect).fails;
+Course course_of(const char* call, const std::string& path, bool effect) {
+    return is_watched(path) ? meet(call, path, effect) : Course::as_ever;
 }
 
-bool fails(const char* call, int descriptor, Effect effect) {
+// Whether a call has to fail; then errno is set.
+bool fails(const char* call, const std::string& path, bool effect) {
+    return course_of(call, path, effect) == Course::fails;
+}
+
+bool fails(const char* call, int descriptor, bool effect) {
     return fails(call, name_of(descriptor), effect);
 }
 
 // The same for a call that is about no file that is watched.
 bool process_call_fails(const char* call, const char* object = "") {
-    return is_watched_process() && meet(call, object, none).fails;
+    return is_watched_process() && meet(call, object, none) == Course::fails;
 }
 
-// What a call that writes has to do.
-Orders orders_for_writing(const char* call, int descriptor) {
-    const std::string name = name_of(descriptor);
-    return is_watched(name) ? meet(call, name, Effect::writes) : Orders{};
-}
-
-Effect effect_of_flags(int flags) { return (flags & (O_CREAT | O_TRUNC)) != 0 ? changes : none; }
+bool effect_of_flags(int flags) { return (flags & (O_CREAT | O_TRUNC)) != 0; }
 
 // The path of a name in an open directory.
 std::string path_in(int directory, const char* name) {
@@ -97,12 +95,13 @@ WATCHED(int, fstatat64, (int directory, const char* path, struct stat64* facts, 
 WATCHED(ssize_t, read, (int descriptor, void* bytes, size_t count), (descriptor, bytes, count),
         fails("read", descriptor, none))
 WATCHED(int, fsync, (int descriptor), (descriptor), fails("fsync", descriptor, changes))
-WATCHED(int, ftruncate, (int descriptor, off_t length) noexcept, (descriptor, length),
-        fails("ftruncate", descriptor, changes))
 WATCHED(int, fchown, (int descriptor, uid_t owner, gid_t group) noexcept,
         (descriptor, owner, group), fails("fchown", descriptor, changes))
 WATCHED(int, fchmod, (int descriptor, mode_t mode) noexcept, (descriptor, mode),
         fails("fchmod", descriptor, changes))
+WATCHED(ssize_t, copy_file_range,
+        (int from, off64_t* from_offset, int to, off64_t* to_offset, size_t count, unsigned flags),
+        (from, from_offset, to, to_offset, count, flags), fails("copy_file_range", to, changes))
 // The directory that the wizard was started in is none of the files that are watched.
 WATCHED(int, fchdir, (int descriptor) noexcept, (descriptor), process_call_fails("fchdir"))
 WATCHED(pid_t, fork, () noexcept, (), process_call_fails("fork"))
@@ -161,24 +160,13 @@ int close(int descriptor) {
 }
 
 ssize_t write(int descriptor, const void* bytes, size_t count) {
-    const Orders orders = orders_for_writing("write", descriptor);
-    if (orders.fails) return -1;
-    auto* const real_write = next_call<decltype(::write)>("write");
-    if (!orders.half_way) return real_write(descriptor, bytes, count);
-    real_write(descriptor, bytes, count / 2);
-    die();
-}
-
-ssize_t copy_file_range(int from, off64_t* from_offset, int to, off64_t* to_offset, size_t count,
-                        unsigned flags) {
-    const Orders orders = orders_for_writing("copy_file_range", to);
-    if (orders.fails) return -1;
-    auto* const copy = next_call<decltype(::copy_file_range)>("copy_file_range");
-    if (!orders.half_way) return copy(from, from_offset, to, to_offset, count, flags);
-    struct stat facts {};
-    fstat(from, &facts);
-    copy(from, from_offset, to, to_offset, static_cast<size_t>(facts.st_size) / 2, flags);
-    die();
+    const Course course = course_of("write", name_of(descriptor), changes);
+    if (course == Course::fails) return -1;
+    const bool half_way = course == Course::half_way;
+    const ssize_t written =
+        next_call<decltype(::write)>("write")(descriptor, bytes, half_way ? count / 2 : count);
+    if (half_way) die();
+    return written;
 }
 
 char* mkdtemp(char* path) {
@@ -208,15 +196,6 @@ int prctl(int option, ...) noexcept {
     for (unsigned long& argument : rest) argument = va_arg(arguments, unsigned long);
     va_end(arguments);
     return static_cast<int>(syscall(SYS_prctl, option, rest[0], rest[1], rest[2], rest[3]));
-}
-
-// The wizard's sleeps, which are this call without a descriptor, take five milliseconds.
-int pselect(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
-            const timespec* timeout, const sigset_t* mask) {
-    const timespec moment{0, 5000000};
-    const bool is_sleep = count == 0 && is_watched_process();
-    return next_call<decltype(::pselect)>("pselect")(count, readable, writable, exceptional,
-                                                     is_sleep ? &moment : timeout, mask);
 }
 
 }  // extern "C"

@@ -3,12 +3,16 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <iostream>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
-#include "tests/reliability/files/watched_run.h"
+#include "tests/reliability/files/file_test.h"
 #include "tests/support/case_name.h"
+#include "tests/support/process.h"
+#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -21,6 +25,18 @@ struct Killing {
 };
 
 constexpr size_t shares = 4;
+
+// By comm in proc(5), which an ended process has too until somebody has taken note of its end.
+bool command_runs() {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+        std::string name;
+        std::ifstream(entry.path() / "comm") >> name;
+        if ((name == "cp" || name == "rm") &&
+            process_running(std::atoi(entry.path().filename().c_str())))
+            return true;
+    }
+    return false;
+}
 
 class Killed : public FileTest, public testing::WithParamInterface<Killing> {
   protected:
@@ -36,8 +52,7 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
         if (GetParam().whom == "halfway")
             return call.find(" write ") != std::string::npos &&
                    call.find("temp.cfg") == std::string::npos;
-        const bool of_command = call.compare(0, 15, "+ teluma-wizard") != 0;
-        return of_command;
+        return call.compare(0, 15, "+ teluma-wizard") != 0;
     }
 
     // Presses Enter, or answers, where the run lives to show what is waited for.
@@ -52,13 +67,13 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
 
     void killAt(size_t number) {
         SCOPED_TRACE(changingCalls[number - 1]);
-        files.reset();
-        WatchedRun run(killing(static_cast<int>(number), GetParam().whom));
+        reset();
+        WatchedRun run("kill " + std::to_string(number) + " " + GetParam().whom);
         seeThrough(run);
         const ExitStatus status = run.waitExit();
         EXPECT_TRUE(GetParam().whom == "child" || status == killed_by(SIGKILL)) << status;
-        wait_for_commands();
-        files.expectNothingLost();
+        wait_until([] { return !command_runs(); }, "the commands of the killed wizard had ended");
+        expectNothingLost();
         expectPrivate(WatchedRun::privateDirectory());
     }
 
@@ -72,16 +87,15 @@ class Killed : public FileTest, public testing::WithParamInterface<Killing> {
     }
 
     void runAgain() {
-        restored += files.restoreBroken();
+        restoreBroken();
         WatchedRun run;
         run.answerAll("second.example");
         ASSERT_EQ(run.finish(), exited(0));
-        files.expectNothingLost();
-        files.expectOriginalsKept();
+        expectNothingLost();
+        expectOriginalsKept();
     }
 
     std::vector<std::string> changingCalls;
-    int restored = 0;
 };
 
 TEST_P(Killed, leaves_the_old_file_or_the_new_one_or_the_old_one_beside_it_and_runs_again) {
@@ -94,7 +108,6 @@ TEST_P(Killed, leaves_the_old_file_or_the_new_one_or_the_old_one_beside_it_and_r
         runAgain();
     }
     EXPECT_GT(kills, 0);
-    std::cout << kills << " kills, " << restored << " files put back by hand\n";
 }
 
 const Killing killings[] = {

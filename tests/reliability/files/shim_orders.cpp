@@ -4,32 +4,15 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 
 namespace {
-
-// The library's own calls go straight to the kernel: by their names they would come back here.
-
-// All of the log; empty where there is none.
-std::string logged_calls() {
-    const long descriptor = syscall(SYS_openat, AT_FDCWD, call_log, O_RDONLY | O_CLOEXEC);
-    std::string content;
-    char block[4096];
-    for (long count = 0; (count = syscall(SYS_read, descriptor, block, sizeof(block))) > 0;)
-        content.append(block, static_cast<size_t>(count));
-    syscall(SYS_close, descriptor);
-    return content;
-}
-
-void log_call(const std::string& line) {
-    const long descriptor =
-        syscall(SYS_openat, AT_FDCWD, call_log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600);
-    syscall(SYS_write, descriptor, line.data(), line.size());
-    syscall(SYS_close, descriptor);
-}
 
 // How often `line` stands in the log, or begins a line of it.
 int count_lines(const std::string& log, const std::string& line) {
@@ -39,18 +22,7 @@ int count_lines(const std::string& log, const std::string& line) {
     return count;
 }
 
-std::istringstream words_of(const char* variable) {
-    const char* text = getenv(variable);
-    return std::istringstream(text == nullptr ? "" : text);
-}
-
 constexpr const char* wizard_variable = "TELUMA_SHIM_WIZARD";
-
-pid_t wizard_pid() {
-    pid_t process = 0;
-    words_of(wizard_variable) >> process;
-    return process;
-}
 
 bool is_wizard() { return std::string(program_invocation_short_name) == "teluma-wizard"; }
 
@@ -58,35 +30,33 @@ __attribute__((constructor)) void introduce_wizard() {
     if (is_wizard()) setenv(wizard_variable, std::to_string(getpid()).c_str(), 1);
 }
 
-// Whether a call fails by the orders.
-bool is_to_fail(const std::string& call, const std::string& log) {
-    std::istringstream rule = words_of(fault_variable);
-    int count = 0;
-    std::string wanted;
-    rule >> count >> std::ws;
-    std::getline(rule, wanted);
-    return call == wanted &&
-           count_lines(log, "- " + call + "\n") + count_lines(log, "+ " + call + "\n") + 1 == count;
+void kill_wizard() {
+    const char* pid = getenv(wizard_variable);
+    if (pid != nullptr) kill(std::atoi(pid), SIGKILL);
 }
 
-// Whom the orders kill before a changing call; empty if nobody.
-std::string victim_of(const std::string& log) {
-    std::istringstream rule = words_of(kill_variable);
+// What the environment says: what, the how many-eth time, and the call or who.
+struct Order {
+    std::string verb;
     int count = 0;
-    std::string victim;
-    rule >> count >> victim;
-    return count_lines(log, "+") + 1 == count ? victim : "";
-}
+    std::string object;
 
-// Carries out a killing; returns whether it is to be done half-way through the call.
-bool strike(const std::string& victim, Effect effect) {
+    Order() {
+        const char* text = getenv(order_variable);
+        std::istringstream words(text == nullptr ? "" : text);
+        words >> verb >> count >> std::ws;
+        std::getline(words, object);
+    }
+};
+
+// Carries out a killing before a call, unless it is one in the middle of it.
+void strike(const std::string& victim, bool half_way) {
     if (victim == "wizard")
-        kill(wizard_pid(), SIGKILL);
+        kill_wizard();
     else if (victim == "child" && !is_wizard())
         kill(getpid(), SIGKILL);
-    else if (victim == "all" || (victim == "halfway" && effect != Effect::writes))
+    else if (victim == "all" || (victim == "halfway" && !half_way))
         die();
-    return victim == "halfway";
 }
 
 // The private directory has another name every time.
@@ -98,20 +68,28 @@ std::string lasting_name(const std::string& path) {
 
 }  // namespace
 
-Orders meet(const char* call, const std::string& object, Effect effect) {
-    const std::string log = logged_calls();
+// The calls by which this reads and writes come back here, and go on: the log is not watched.
+Course meet(const std::string& call, const std::string& object, bool changes) {
+    std::ifstream file(call_log);
+    const std::string log{std::istreambuf_iterator<char>(file), {}};
     const std::string line =
         std::string(program_invocation_short_name) + " " + call + " " + lasting_name(object);
-    const bool changes = effect != Effect::none;
-    log_call((changes ? "+ " : "- ") + line + "\n");
-    const bool half_way = changes && strike(victim_of(log), effect);
-    const bool fails = is_to_fail(line, log);
-    errno = fails ? EIO : errno;
-    return {fails, half_way};
+    std::ofstream(call_log, std::ios::app) << (changes ? "+ " : "- ") << line << "\n";
+    const Order order;
+    if (changes && order.verb == "kill" && count_lines(log, "+") + 1 == order.count) {
+        const bool half_way = order.object == "halfway" && call == "write";
+        strike(order.object, half_way);
+        return half_way ? Course::half_way : Course::as_ever;
+    }
+    const int times = count_lines(log, "- " + line + "\n") + count_lines(log, "+ " + line + "\n");
+    if (order.verb != "fail" || order.object != line || times + 1 != order.count)
+        return Course::as_ever;
+    errno = EIO;
+    return Course::fails;
 }
 
 void die() {
-    kill(wizard_pid(), SIGKILL);
+    kill_wizard();
     for (;;) kill(getpid(), SIGKILL);
 }
 
@@ -119,9 +97,8 @@ std::string name_of(int descriptor) {
     char name[4096];
     const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
     const long length = syscall(SYS_readlinkat, AT_FDCWD, link.c_str(), name, sizeof(name));
-    if (length <= 0) return "";
     // The server may take its pid file away while the wizard reads it; see proc(5).
-    const std::string path(name, static_cast<size_t>(length));
+    const std::string path(name, static_cast<size_t>(std::max(length, 0L)));
     return path.substr(0, path.rfind(" (deleted)"));
 }
 

@@ -9,28 +9,23 @@
 /// "-", the process's name, the call, what it is about.
 constexpr const char* call_log = "/run/scratch/calls";
 
-/// COUNT CALL: the COUNT-th call whose line in the log is CALL (without the sign) fails with EIO;
-/// read(2) and write(2) of an open stream likewise.
-constexpr const char* fault_variable = "TELUMA_SHIM_FAULT";
-
-/// COUNT WHOM: just before the COUNT-th changing call somebody gets SIGKILL: `all`, the wizard and
-/// whoever makes the call; `halfway`, the same but in the middle of a call that writes; `wizard` or
-/// `child` alone.
-constexpr const char* kill_variable = "TELUMA_SHIM_KILL";
-
-/// What a call does to files.
-enum class Effect { none, changes, writes };
+/// The variable with one of these orders:
+///
+/// "fail COUNT CALL": the COUNT-th call whose line in the log is CALL (without the sign) fails with
+/// EIO; read(2) and write(2) of an open stream likewise.
+///
+/// "kill COUNT WHOM": just before the COUNT-th changing call somebody gets SIGKILL: `all`, the
+/// wizard and whoever makes the call; `halfway`, the same but in the middle of a call that writes;
+/// `wizard` or `child` alone.
+constexpr const char* order_variable = "TELUMA_SHIM_ORDER";
 
 /// How a call is to go.
-struct Orders {
-    bool fails;
-    bool half_way;  // it writes half of its bytes and then says die()
-};
+enum class Course { as_ever, fails, half_way };
 
-/// Writes a call down and returns how it is to go, with errno set where it is to fail; does not
-/// return where the process is to die. `object` is what the call is about; calls about files that
-/// are none of ours have no orders.
-Orders meet(const char* call, const std::string& object, Effect effect);
+/// Writes a call down, one that `changes` files or not, and returns how it is to go, with errno set
+/// where it fails; does not return where the process is to die. Nothing but "write" goes half-way:
+/// it writes half of its bytes and then says die(). `object` is what the call is about.
+Course meet(const std::string& call, const std::string& object, bool changes);
 
 /// Ends the wizard and this process by SIGKILL.
 [[noreturn]] void die();

@@ -3,26 +3,19 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/wizard_run.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
-#include "tests/support/installed_server.h"
 #include "tests/support/local_port.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
-using Command = std::vector<std::string>;
-
 // The search for leaks is left out: it takes descriptors of its own, and may wait for ever without.
-Command wizard_with_limits(const std::string& limits) {
-    return {"env",
-            "LSAN_OPTIONS=detect_leaks=0",
-            "prlimit",
-            "--nofile=" + limits,
-            "--core=512:1024",
-            WIZARD_PROGRAM};
+std::string wizard_with_limits(const std::string& limits) {
+    return "LSAN_OPTIONS=detect_leaks=0 exec prlimit --core=512:1024 --nofile=" + limits +
+           " " WIZARD_PROGRAM;
 }
 
 // A port whose program keeps every connection of the wizard's.
@@ -33,37 +26,26 @@ class RetriedPort : public testing::Test {
         program.open();
     }
 
-    void tryPort(WizardRun& wizard) {
+    // Whether the port comes to count as free by so many retries.
+    bool isFreed(WizardRun& wizard, int retries) {
+        const auto counts_as_free = [&] { return wizard.image().shows(title_of(Stop::smtp)); };
         wizard.walk(Stop::password, Stop::webadmin);
         wizard.answerListener(Stop::webadmin, {});
-        waitForAttempt(wizard);
-    }
-
-    void retry(WizardRun& wizard) {
-        wizard.press(Key::enter);
-        waitForAttempt(wizard);
-    }
-
-    static bool countsAsFree(WizardRun& wizard) {
-        return wizard.image().shows(title_of(Stop::smtp));
+        for (;; --retries) {
+            wait_until([&] { return program.takeAll() > 0 || counts_as_free(); }, "it was tried");
+            wizard.waitForKey();
+            if (counts_as_free() || retries == 0) return counts_as_free();
+            wizard.press(Key::enter);
+        }
     }
 
     InstalledServer server;
     LocalPort program{9000};
-
-  private:
-    void waitForAttempt(WizardRun& wizard) {
-        wait_until([&] { return program.takeAll() > 0 || countsAsFree(wizard); },
-                   "the port was tried");
-        wizard.waitForKey();
-    }
 };
 
 TEST_F(RetriedPort, stays_taken_beyond_the_soft_limit_of_descriptors) {
-    WizardRun wizard(wizard_with_limits("30:4096"));
-    tryPort(wizard);
-    for (int retries = 0; retries < 40; ++retries) retry(wizard);
-    EXPECT_FALSE(countsAsFree(wizard));
+    WizardRun wizard({{"sh", "-c", wizard_with_limits("30:4096")}});
+    EXPECT_FALSE(isFreed(wizard, 40));
     program.close();
     wizard.press(Key::enter);
     wizard.walkToTheEnd({}, Stop::smtp);
@@ -73,11 +55,10 @@ TEST_F(RetriedPort, stays_taken_beyond_the_soft_limit_of_descriptors) {
 TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_touched) {
     const std::string config = read_file(InstalledServer::config);
     const Lines log = server.log();
-    WizardRun wizard(wizard_with_limits("30:30"));
-    tryPort(wizard);
-    while (!countsAsFree(wizard)) retry(wizard);
+    WizardRun wizard({{"sh", "-c", wizard_with_limits("30:30")}});
+    ASSERT_TRUE(isFreed(wizard, 40));
     wizard.walkToTheEnd({}, Stop::smtp);
-    wizard.dismissError("the CLI port is not in use!");
+    wizard.dismissError(login_message);
     EXPECT_TRUE(ends_with(wizard, exited(1), ""));
     EXPECT_TRUE(server.isRunning());
     EXPECT_EQ(server.log(), log);
@@ -89,12 +70,11 @@ TEST_F(RetriedPort, that_has_taken_all_descriptors_keeps_the_server_from_being_t
 class InheritedDescriptors : public testing::TestWithParam<std::string> {};
 
 TEST_P(InheritedDescriptors, do_not_keep_the_answers_from_being_applied) {
-    WizardRun wizard(Command{"bash", "-c",
-                             "ulimit -Sn 4096\n"
-                             "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
-                             "ulimit -Sn " +
-                                 GetParam() + "\nexec \"$0\"",
-                             WIZARD_PROGRAM});
+    WizardRun wizard({{"bash", "-c",
+                       "ulimit -Sn 4096\n"
+                       "for ((i = 10; i < 2010; ++i)); do eval \"exec $i</dev/null\"; done\n"
+                       "ulimit -Sn " +
+                           GetParam() + "\nexec " WIZARD_PROGRAM}});
     wizard.walkToTheEnd();
     EXPECT_EQ(wizard.finish(), exited(0));
 }
@@ -108,11 +88,9 @@ TEST(CommandLimits, are_those_that_the_wizard_was_started_with) {
         "for limit in -Sn -Hn -Sc -Hc; do ulimit $limit; done >/run/scratch/new\n"
         "mv /run/scratch/new /run/scratch/limits\nexec sleep 1000\n");
     // The sanitizers have a limit of their own.
-    Command wizard_without_it = wizard_with_limits("200:4096");
-    wizard_without_it.insert(
-        wizard_without_it.begin(),
-        {"sh", "-c", "ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0 exec \"$@\"", "sh"});
-    WizardRun wizard(wizard_without_it);
+    WizardRun wizard({{"sh", "-c",
+                       "export ASAN_OPTIONS=$ASAN_OPTIONS:disable_coredump=0; " +
+                           wizard_with_limits("200:4096")}});
     wizard.walkToTheEnd();
     wait_until([] { return exists("/run/scratch/limits"); }, "the command ran");
     EXPECT_EQ(read_file("/run/scratch/limits"), "200\n4096\n1\n2\n");
@@ -134,7 +112,7 @@ TEST_P(FileSizeLimit, fails_the_step_and_leaves_the_file_alone) {
     std::string content = read_file(GetParam().path);
     while (content.size() < 200000) content += "# padding\n";
     write_file(GetParam().path, content);
-    WizardRun wizard(Command{"prlimit", "--fsize=100000", WIZARD_PROGRAM});
+    WizardRun wizard({{"prlimit", "--fsize=100000", WIZARD_PROGRAM}});
     wizard.walkToTheEnd();
     wizard.dismissError(GetParam().message);
     if (GetParam().ends) {
@@ -148,7 +126,7 @@ TEST_P(FileSizeLimit, fails_the_step_and_leaves_the_file_alone) {
 }
 
 const LargeFile large_files[] = {
-    {"configuration", InstalledServer::config, "the CLI port is not in use!", true},
+    {"configuration", InstalledServer::config, login_message, true},
     {"filters_script", InstalledServer::filters, "Could not configure relay!", false},
 };
 

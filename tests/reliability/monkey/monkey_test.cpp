@@ -18,11 +18,9 @@
 #include <string>
 
 #include "tests/e2e/endings.h"
-#include "tests/e2e/key_wait.h"
 #include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/process.h"
-#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -74,12 +72,12 @@ class Monkey {
     void start() {
         wizard.reset();
         // A lone escape would make curses wait for the rest of a key for a second each time.
-        wizard = std::make_unique<WizardRun>(EnvironmentChanges{{"ESCDELAY", "10"}});
+        wizard = std::make_unique<WizardRun>(ProgramSetup{{"env", "ESCDELAY=10", WIZARD_PROGRAM}});
         wizard->walk(Stop::password, home);
     }
 
     void doSomething() {
-        const std::uint32_t dice = chance(100);
+        const int dice = chance(100);
         if (dice < 50)
             wizard->press(keys[chance(std::size(keys))]);
         else if (dice < 75)
@@ -101,9 +99,9 @@ class Monkey {
 
     // Also from the least to the most of both sides at once, and back.
     void resize() {
-        const auto rows = least_rows + static_cast<int>(chance(most_rows - least_rows + 1));
-        const auto cols = least_cols + static_cast<int>(chance(most_cols - least_cols + 1));
-        const std::uint32_t dice = chance(4);
+        const int dice = chance(4);
+        const int rows = least_rows + chance(most_rows - least_rows + 1);
+        const int cols = least_cols + chance(most_cols - least_cols + 1);
         if (dice == 0)
             wizard->resize(least_rows, least_cols);
         else if (dice == 1)
@@ -114,17 +112,16 @@ class Monkey {
 
     void resizeStorm() {
         // The keys before it may end the wizard at any moment.
-        for (std::uint32_t left = 1 + chance(10); left > 0 && !hasEnded(); --left)
+        for (int left = 1 + chance(10); left > 0 && !hasEnded(); --left)
             kill(wizard->pid(), SIGWINCH);
     }
 
     void stopAndGoOn() {
         const bool resizes = chance(2) == 0;
-        settle();
-        if (hasEnded()) return;
+        if (!wizard->comesToRest()) return;
         stop(*wizard);
         if (resizes) resize();
-        go_on(*wizard);
+        wizard->signal(SIGCONT);
     }
 
     bool hasEnded() const { return !process_running(wizard->pid()); }
@@ -142,28 +139,17 @@ class Monkey {
         EXPECT_TRUE(gives_terminal_back(*wizard));
     }
 
-    void settle() {
-        const auto settled = [this] {
-            wizard->alternateScreen();  // reads what was drawn, which the wizard may wait for
-            return waits_for_key(wizard->pid()) || hasEnded();
-        };
-        wait_until(settled, "the wizard waited for a key");
-    }
-
     void expectScreenAsRedrawn() {
-        settle();
+        if (!wizard->comesToRest()) return;
         const ScreenImage before = wizard->image();
         // While the answers are applied the screen changes by itself.
-        if (hasEnded() || (before.shows("Operations pending") && !before.shows(" OK "))) return;
+        if (before.shows("Operations pending") && !before.shows(" OK ")) return;
         wizard->signal(SIGWINCH);
-        settle();
-        ASSERT_FALSE(hasEnded());
+        wizard->waitForKey();
         EXPECT_SAME_LOOK(before, wizard->image());
     }
 
-    std::uint32_t chance(std::uint32_t below) {
-        return static_cast<std::uint32_t>(random()) % below;
-    }
+    int chance(size_t below) { return static_cast<int>(random() % below); }
 
     Stop home;
     std::mt19937 random;

@@ -3,116 +3,39 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <csignal>
 #include <filesystem>
-#include <optional>
-#include <tuple>
-#include <variant>
 
-#include "tests/e2e/apply_waits.h"
-#include "tests/e2e/dialogs.h"
 #include "tests/e2e/endings.h"
+#include "tests/e2e/places.h"
 #include "tests/reliability/signals/wizard_signals.h"
-#include "tests/support/case_name.h"
 #include "tests/support/expect_screen.h"
 #include "tests/support/files.h"
 
 namespace {
 
-// Somewhere that the wizard can be: on a screen, in a dialog, in a wait while it applies the
-// answers. The screens share their wait for a key, so that one stands for all.
-struct Place {
-    std::string name;
-    std::variant<Stop, Dialog, ApplyWait> where;
-};
+using DeathAt = WizardAt<DyingWizard>;
 
-const Place some_screen = {"screen", Stop::domain};
+INSTANTIATE_TEST_SUITE_P(Every, DeathAt, testing::ValuesIn(places_up_to(Place::before_connecting)),
+                         place_name);
 
-std::vector<Place> every_place() {
-    std::vector<Place> places = {some_screen};
-    for (int i = 0; i <= static_cast<int>(Dialog::pending); ++i) {
-        const auto dialog = static_cast<Dialog>(i);
-        places.push_back({"dialog_" + dialog_name({dialog, 0}), dialog});
-    }
-    for (int i = 0; i <= static_cast<int>(ApplyWait::final_ok); ++i) {
-        const auto wait = static_cast<ApplyWait>(i);
-        places.push_back({"wait_" + apply_wait_name({wait, 0}), wait});
-    }
-    return places;
-}
-
-// Brings one wizard, which is made after it, to a place.
-class PlaceStage {
-  public:
-    explicit PlaceStage(const Place& place) {
-        if (const Dialog* kind = std::get_if<Dialog>(&place.where)) dialog.emplace(*kind);
-        if (const ApplyWait* kind = std::get_if<ApplyWait>(&place.where)) wait.emplace(*kind);
-    }
-
-    void open(WizardRun& wizard) {
-        if (dialog)
-            dialog->open(wizard);
-        else if (wait)
-            wait->open(wizard);
-        else
-            wizard.walk(Stop::password, Stop::domain);
-    }
-
-    // After the wizard's end.
-    void expectServerTold() const {
-        if (wait) wait->expectServerTold();
-    }
-
-  private:
-    std::optional<DialogStage> dialog;
-    std::optional<ApplyStage> wait;
-};
-
-using PlaceAndDeath = std::tuple<Place, Death>;
-
-class DeathAt : public testing::TestWithParam<PlaceAndDeath> {};
-
-std::string place_and_death(const testing::TestParamInfo<PlaceAndDeath>& info) {
-    return std::get<Place>(info.param).name + "_of_" + std::get<Death>(info.param).name;
-}
-
-TEST_P(DeathAt, leaves_a_usable_terminal) {
-    const auto& [place, death] = GetParam();
-    PlaceStage stage(place);
-    DyingWizard wizard;
-    stage.open(wizard);
-    wizard.dieOf(death);
-}
-
-INSTANTIATE_TEST_SUITE_P(Every, DeathAt,
-                         testing::Combine(testing::ValuesIn(every_place()),
-                                          testing::Values(sigsegv)),
-                         place_and_death);
+TEST_P(DeathAt, leaves_a_usable_terminal) { wizard.dieOf(SIGSEGV); }
 
 // Requests to end, which are what an interrupt is; the signals of a crash; and the others that end
 // a program which does nothing about them.
-const Death other_deaths[] = {
-    sigterm,
-    sighup,
-    sigquit,
-    {"SIGBUS", SIGBUS},
-    {"SIGILL", SIGILL},
-    {"SIGFPE", SIGFPE},
-    {"SIGABRT", SIGABRT},
-    {"SIGSYS", SIGSYS},
-    {"SIGTRAP", SIGTRAP},
-    {"SIGXCPU", SIGXCPU},
-    {"SIGUSR1", SIGUSR1},
-    {"SIGUSR2", SIGUSR2},
-    {"SIGVTALRM", SIGVTALRM},
-    {"SIGPROF", SIGPROF},
-    {"SIGALRM", SIGALRM},
-};
+class DeathOf : public testing::TestWithParam<int> {};
 
-INSTANTIATE_TEST_SUITE_P(Some, DeathAt,
-                         testing::Combine(testing::Values(some_screen),
-                                          testing::ValuesIn(other_deaths)),
-                         place_and_death);
+INSTANTIATE_TEST_SUITE_P(Signal, DeathOf,
+                         testing::Values(SIGTERM, SIGHUP, SIGQUIT, SIGBUS, SIGILL, SIGFPE, SIGABRT,
+                                         SIGSYS, SIGTRAP, SIGXCPU, SIGUSR1, SIGUSR2, SIGVTALRM,
+                                         SIGPROF, SIGALRM),
+                         testing::PrintToStringParamName());
+
+TEST_P(DeathOf, leaves_a_usable_terminal) {
+    DyingWizard wizard;
+    wizard.waitForScreen(Stop::password);
+    wizard.dieOf(GetParam());
+}
 
 TEST(QuitKey, ends_the_wizard_like_a_crash_and_leaves_a_usable_terminal) {
     DyingWizard wizard;
@@ -124,17 +47,15 @@ TEST(QuitKey, ends_the_wizard_like_a_crash_and_leaves_a_usable_terminal) {
 
 // The wizard that unshare(1) has started and waits for.
 pid_t child_of(pid_t process) {
-    const std::string name = std::to_string(process);
-    std::string path = "/proc/";
-    path.append(name).append("/task/").append(name).append("/children");
-    return std::stoi(read_file(path));
+    const std::string threads = "/proc/" + std::to_string(process) + "/task/";
+    return std::stoi(read_file(threads + std::to_string(process) + "/children"));
 }
 
 // As the first process of a container, which the kernel lets no signal end that takes its default
 // course.
 TEST(FirstProcess, ends_of_what_would_crash_another_and_leaves_the_terminal_usable) {
     for (const int signal : {SIGQUIT, SIGUSR1}) {
-        WizardRun wizard({"unshare", "--pid", "--fork", "--kill-child", WIZARD_PROGRAM});
+        WizardRun wizard({{"unshare", "--pid", "--fork", "--kill-child", WIZARD_PROGRAM}});
         wizard.waitForText(title_of(Stop::password));
         const pid_t process = child_of(wizard.pid());
         const std::string directory = link_target("/proc/" + std::to_string(process) + "/cwd");
@@ -145,21 +66,12 @@ TEST(FirstProcess, ends_of_what_would_crash_another_and_leaves_the_terminal_usab
     }
 }
 
-class AtPlace : public testing::TestWithParam<Place> {
-  protected:
-    AtPlace() { stage.open(wizard); }
-
-    PlaceStage stage{GetParam()};
-    DyingWizard wizard;
-};
-
-using HangUpAt = AtPlace;
+using HangUpAt = WizardAt<DyingWizard>;
 
 INSTANTIATE_TEST_SUITE_P(Some, HangUpAt,
-                         testing::Values(some_screen, Place{"dialog", Dialog::message},
-                                         Place{"wait", ApplyWait::silent_server},
-                                         Place{"last_dialog", ApplyWait::final_ok}),
-                         CaseName());
+                         testing::Values(Place::screen, Place::message, Place::silent_server,
+                                         Place::final_ok),
+                         place_name);
 
 TEST_P(HangUpAt, ends_the_wizard_and_a_known_server) {
     wizard.dieOfHangUp();
@@ -168,23 +80,14 @@ TEST_P(HangUpAt, ends_the_wizard_and_a_known_server) {
 
 // No SIGHUP comes with it.
 TEST(EndOfInput, on_the_keyboard_ends_the_wizard) {
-    WizardRun wizard(std::vector<std::string>{"sh", "-c", "exec " WIZARD_PROGRAM " </dev/null"});
+    WizardRun wizard({{"sh", "-c", "exec " WIZARD_PROGRAM " </dev/null"}});
     EXPECT_TRUE(is_aborted(wizard));
 }
 
-using StopAt = AtPlace;
+using StopAt = WizardAt<WizardRun>;
 
-// But for waits that are over before it has been looked at them.
-std::vector<Place> lasting_places() {
-    std::vector<Place> places = every_place();
-    const auto passes = [](const Place& place) {
-        return place.name == "wait_new_pid_file" || place.name == "wait_before_connecting";
-    };
-    places.erase(std::remove_if(places.begin(), places.end(), passes), places.end());
-    return places;
-}
-
-INSTANTIATE_TEST_SUITE_P(Lasting, StopAt, testing::ValuesIn(lasting_places()), CaseName());
+INSTANTIATE_TEST_SUITE_P(Lasting, StopAt, testing::ValuesIn(places_up_to(Place::final_ok)),
+                         place_name);
 
 // The terminal is the user's in between, and the same screen is there afterwards.
 TEST_P(StopAt, gives_the_terminal_away_and_takes_it_back) {
@@ -192,7 +95,7 @@ TEST_P(StopAt, gives_the_terminal_away_and_takes_it_back) {
     const ScreenImage before = wizard.image();
     stop(wizard);
     EXPECT_TRUE(leaves_terminal_usable(wizard));
-    go_on(wizard);
+    wizard.signal(SIGCONT);
     wizard.waitForKey();
     EXPECT_SAME_LOOK(before, wizard.image());
     EXPECT_EQ(wizard.modes(), modes);
@@ -210,7 +113,7 @@ class StoppedWizard : public testing::Test {
 };
 
 TEST_F(StoppedWizard, reads_the_next_key_when_it_goes_on) {
-    go_on(wizard);
+    wizard.signal(SIGCONT);
     wizard.waitForKey();
     wizard.type("a");
     wizard.waitForText("*");
@@ -218,7 +121,7 @@ TEST_F(StoppedWizard, reads_the_next_key_when_it_goes_on) {
 
 TEST_F(StoppedWizard, draws_its_screen_at_the_size_that_the_terminal_got_meanwhile) {
     wizard.resize(50, 132);
-    go_on(wizard);
+    wizard.signal(SIGCONT);
     wizard.waitForKey();
     WizardRun calm(50, 132);
     calm.waitForScreen(Stop::password);
@@ -227,10 +130,8 @@ TEST_F(StoppedWizard, draws_its_screen_at_the_size_that_the_terminal_got_meanwhi
 
 TEST_F(StoppedWizard, that_finds_too_small_a_terminal_ends) {
     wizard.resize(19, 71);
-    go_on(wizard);
-    EXPECT_TRUE(ends_with(wizard, exited(0),
-                          "Please enlarge your window so it will have at least 72 columns and 20 "
-                          "lines!\n"));
+    wizard.signal(SIGCONT);
+    EXPECT_TRUE(is_refused_as_too_small(wizard));
 }
 
 }  // namespace

@@ -40,12 +40,6 @@ class Background : public testing::Test {
         shell.waitForText("Stopped");
     }
 
-    // Stops it as the key does.
-    void pressStopKey() {
-        shell.type("\x1a");
-        shell.waitForText("Stopped");
-    }
-
     // The shell reads this, runs it, and prints its result.
     void expectShellCalculates(const std::string& expression, const std::string& result) {
         shell.type("echo $((" + expression + "))\n");
@@ -73,11 +67,12 @@ class Background : public testing::Test {
         shell.waitForText("Aborted!");
     }
 
-    WizardRun shell{std::vector<std::string>{"env", "PS1=# ", "dash", "-i"}};
+    WizardRun shell{{{"env", "PS1=# ", "dash", "-i"}}};
 };
 
 TEST_F(Background, that_the_wizard_is_sent_to_stays_the_shells) {
-    pressStopKey();
+    shell.type("\x1a");
+    shell.waitForText("Stopped");
     shell.type("bg\n");
     expectShellCalculates("40 + 2", "42");
     expectShellCalculates("42 + 1", "43");

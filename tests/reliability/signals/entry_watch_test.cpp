@@ -3,13 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <set>
 #include <sstream>
 #include <vector>
 
-#include "tests/e2e/dialogs.h"
 #include "tests/e2e/endings.h"
+#include "tests/e2e/places.h"
 #include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
@@ -18,29 +19,21 @@ namespace {
 
 constexpr const char* report_file = "/run/scratch/entries";
 
-EnvironmentChanges with_watch() {
-    return {{"LD_PRELOAD", ENTRY_WATCH}, {"TELUMA_ENTRY_WATCH", report_file}};
-}
-
-// What the watch has found wrong; the last line of its report, which is no part of that, is how
-// many calls it has looked at.
-struct Report {
-    std::string found = read_file(report_file);
-    long calls;
-
-    Report() {
-        const size_t last_line = found.rfind('\n', found.size() - 2) + 1;
-        calls = std::atol(found.c_str() + last_line);
-        found.erase(last_line);
-    }
+class WatchedWizard : public WizardRun {
+  public:
+    WatchedWizard()
+        : WizardRun({{"env", "LD_PRELOAD=" ENTRY_WATCH,
+                      std::string("TELUMA_ENTRY_WATCH=") + report_file, WIZARD_PROGRAM}}) {}
 };
 
+// The last line of the report is how many calls the watch has looked at.
 void expect_nothing_found() {
     // Far fewer than there are, far more than if the watch were not asked.
     constexpr long plenty = 1000;
-    const Report report;
-    EXPECT_EQ(report.found, "");
-    EXPECT_GT(report.calls, plenty);
+    const std::string report = read_file(report_file);
+    const size_t last_line = report.rfind('\n', report.size() - 2) + 1;
+    EXPECT_EQ(report.substr(0, last_line), "");
+    EXPECT_GT(std::atol(report.c_str() + last_line), plenty);
 }
 
 void disturb(WizardRun& wizard) {
@@ -48,12 +41,12 @@ void disturb(WizardRun& wizard) {
     wizard.resize(24, 80);
     wizard.waitForKey();
     stop(wizard);
-    go_on(wizard);
+    wizard.signal(SIGCONT);
     wizard.waitForKey();
 }
 
 TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
-    WizardRun wizard(with_watch());
+    WatchedWizard wizard;
     for (int place = 0; place <= place_of(Stop::sendmail); ++place) {
         wizard.waitForScreen(stop_at(place));
         disturb(wizard);
@@ -67,25 +60,16 @@ TEST(EntryWatch, finds_no_signal_that_can_come_in_during_a_whole_run) {
     expect_nothing_found();
 }
 
-class WatchedDialog : public EveryDialog {};
+using WatchedDialog = WizardAt<WatchedWizard>;
 
-INSTANTIATE_TEST_SUITE_P(Dialogs, WatchedDialog, every_dialog(), dialog_name);
+INSTANTIATE_TEST_SUITE_P(At, WatchedDialog, testing::ValuesIn(places_up_to(Place::pending)),
+                         place_name);
 
 TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
-    WizardRun wizard(with_watch());
-    stage.open(wizard);
     for (int round = 0; round < 3; ++round) disturb(wizard);
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
     expect_nothing_found();
-}
-
-// The watch itself: it sees a program that lets a signal in around a call.
-TEST(EntryWatch, reports_a_call_that_a_handler_could_interrupt) {
-    EnvironmentChanges watch = with_watch();
-    run_command({ENTRY_WATCH_SAMPLE}, watch);
-    EXPECT_NE(Report().found.find("newterm: signal 2 can come in\n"), std::string::npos)
-        << Report().found;
 }
 
 // The names in a file's table of symbols, each with its version if it has one.

@@ -3,10 +3,11 @@
 
 #include <sys/syscall.h>
 
+#include <csignal>
 #include <string>
 
-#include "tests/e2e/apply_waits.h"
 #include "tests/e2e/endings.h"
+#include "tests/e2e/places.h"
 #include "tests/reliability/signals/wizard_signals.h"
 #include "tests/support/files.h"
 #include "tests/support/process.h"
@@ -19,15 +20,9 @@ constexpr const char* start_of_output = "\x11";
 
 /// A way in which a terminal comes to take nothing.
 struct Obstacle {
-    const char* name;
+    std::string name;
     void (*raise)(WizardRun&);
 };
-
-auto every_obstacle() {
-    return testing::Values(
-        Obstacle{"ctrl_s", [](WizardRun& wizard) { wizard.type(stop_of_output); }},
-        Obstacle{"full_line", [](WizardRun& wizard) { wizard.fillLine(); }});
-}
 
 // Without a look at the screen, which would make the terminal take something.
 bool writes_in_vain(pid_t wizard) {
@@ -36,17 +31,15 @@ bool writes_in_vain(pid_t wizard) {
                .compare(0, in_write.size(), in_write) == 0;
 }
 
-void expect_end(DyingWizard& wizard, const Death& death) {
+void expect_end(DyingWizard& wizard, int signal) {
     wizard.rememberDirectory();
-    wizard.signal(death.signal);
+    wizard.signal(signal);
     wait_until([&] { return !process_running(wizard.pid()); }, "the wizard had ended");
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());
-    EXPECT_EQ(wizard.waitExit(), death.is_crash ? killed_by(death.signal) : exited(1));
+    EXPECT_EQ(wizard.waitExit(), is_crash(signal) ? killed_by(signal) : exited(1));
 }
 
-using ObstacleAndDeath = std::tuple<Obstacle, Death>;
-
-class StuckTerminal : public testing::TestWithParam<ObstacleAndDeath> {
+class StuckTerminal : public testing::TestWithParam<std::tuple<Obstacle, int>> {
   protected:
     /// Has the wizard draw until the terminal takes nothing.
     void getStuck() {
@@ -61,28 +54,29 @@ class StuckTerminal : public testing::TestWithParam<ObstacleAndDeath> {
     DyingWizard wizard;
 };
 
-std::string stuck_name(const testing::TestParamInfo<ObstacleAndDeath>& info) {
-    return std::string(std::get<Obstacle>(info.param).name) + "_" +
-           std::get<Death>(info.param).name;
-}
-
-INSTANTIATE_TEST_SUITE_P(By, StuckTerminal,
-                         testing::Combine(every_obstacle(), testing::Values(sigterm, sigquit)),
-                         stuck_name);
+INSTANTIATE_TEST_SUITE_P(
+    By, StuckTerminal,
+    testing::Combine(
+        testing::Values(Obstacle{"ctrl_s", [](WizardRun& wizard) { wizard.type(stop_of_output); }},
+                        Obstacle{"full_line", [](WizardRun& wizard) { wizard.fillLine(); }}),
+        testing::Values(SIGTERM, SIGQUIT)),
+    [](const auto& way) {
+        return std::get<0>(way.param).name + "_" + std::to_string(std::get<1>(way.param));
+    });
 
 TEST_P(StuckTerminal, lets_a_wizard_end_that_draws) {
-    ApplyStage stage(ApplyWait::silent_server);
+    Stage stage(Place::silent_server);
     stage.open(wizard);
     getStuck();
-    const Death& death = std::get<Death>(GetParam());
-    expect_end(wizard, death);
-    if (!death.is_crash) stage.expectServerTold();
+    const int signal = std::get<int>(GetParam());
+    expect_end(wizard, signal);
+    if (!is_crash(signal)) stage.expectServerTold();
 }
 
 TEST_P(StuckTerminal, lets_a_wizard_end_that_has_nothing_to_say) {
     wizard.waitForScreen(Stop::password);
     std::get<Obstacle>(GetParam()).raise(wizard);
-    expect_end(wizard, std::get<Death>(GetParam()));
+    expect_end(wizard, std::get<int>(GetParam()));
 }
 
 class StoppedOutput : public testing::Test {
@@ -105,7 +99,7 @@ TEST_F(StoppedOutput, goes_on_as_if_nothing_had_been) {
     EXPECT_TRUE(is_aborted(wizard));
 }
 
-TEST_F(StoppedOutput, of_a_key_lets_the_wizard_end) { expect_end(wizard, sigint); }
+TEST_F(StoppedOutput, of_a_key_lets_the_wizard_end) { expect_end(wizard, SIGINT); }
 
 // The key starts the output again.
 TEST_F(StoppedOutput, ends_with_the_interrupt_key_as_ever) {

@@ -3,10 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/apply_waits.h"
+#include <csignal>
+
 #include "tests/e2e/endings.h"
+#include "tests/e2e/places.h"
 #include "tests/reliability/signals/wizard_signals.h"
-#include "tests/support/case_name.h"
 #include "tests/support/wait_until.h"
 
 namespace {
@@ -23,19 +24,19 @@ class TypedAhead : public testing::Test {
         wait_until([this] { return wizard.hasUnreadInput(); }, "the command was typed");
     }
 
-    ApplyStage stage{ApplyWait::silent_server};
+    Stage stage{Place::silent_server};
     DyingWizard wizard;
 };
 
-class TypedAheadOfDeath : public TypedAhead, public testing::WithParamInterface<Death> {};
+class TypedAheadOfDeath : public TypedAhead, public testing::WithParamInterface<int> {};
 
 TEST_P(TypedAheadOfDeath, is_thrown_away) {
     typeCommand();
     wizard.dieOf(GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(By, TypedAheadOfDeath, testing::Values(sigterm, sigsegv, sigquit),
-                         CaseName());
+INSTANTIATE_TEST_SUITE_P(By, TypedAheadOfDeath, testing::Values(SIGTERM, SIGSEGV, SIGQUIT),
+                         testing::PrintToStringParamName());
 
 TEST_F(TypedAhead, of_the_interrupt_key_is_thrown_away) {
     wizard.type(std::string(command) + "\x03");
@@ -52,8 +53,7 @@ TEST_F(TypedAhead, of_too_small_a_terminal_is_thrown_away) {
     typeCommand();
     typeCommand();  // a resize takes some of it away
     wizard.resize(19, 71);
-    EXPECT_EQ(wizard.waitExit(), exited(0));
-    EXPECT_TRUE(leaves_terminal_usable(wizard));
+    EXPECT_TRUE(is_refused_as_too_small(wizard));
 }
 
 /// The keys that end the wizard on its first screen, and in a dialog where it ends.
@@ -65,18 +65,14 @@ TEST(TypedAheadAfterExit, is_thrown_away) {
     EXPECT_TRUE(leaves_terminal_usable(wizard));
 }
 
-class TypedAheadAfterOk : public testing::TestWithParam<ApplyWait> {};
+using TypedAheadAfterOk = WizardAt<WizardRun>;
 
 INSTANTIATE_TEST_SUITE_P(In, TypedAheadAfterOk,
-                         testing::Values(ApplyWait::login_error, ApplyWait::final_ok),
-                         apply_wait_name);
+                         testing::Values(Place::login_error, Place::final_ok), place_name);
 
 TEST_P(TypedAheadAfterOk, is_thrown_away) {
-    ApplyStage stage(GetParam());
-    WizardRun wizard;
-    stage.open(wizard);
     wizard.type(std::string("\n") + command);
-    EXPECT_EQ(wizard.waitExit(), exited(GetParam() == ApplyWait::final_ok ? 0 : 1));
+    EXPECT_EQ(wizard.waitExit(), exited(GetParam() == Place::final_ok ? 0 : 1));
     EXPECT_TRUE(leaves_terminal_usable(wizard));
 }
 

@@ -1,8 +1,7 @@
 #include "tests/reliability/signals/wizard_signals.h"
 
+#include <csignal>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "tests/e2e/endings.h"
 #include "tests/support/files.h"
@@ -14,30 +13,21 @@ namespace {
 // The sanitizers would report the crashes that the tests are about, instead of dying of them.
 std::string sanitizers_without_crashes() {
     const char* options = std::getenv("ASAN_OPTIONS");
-    return (options != nullptr ? std::string(options) : "") +
+    return std::string("ASAN_OPTIONS=") + (options != nullptr ? options : "") +
            ":handle_segv=0:handle_sigbus=0:handle_sigill=0:handle_sigfpe=0:handle_abort=0";
 }
 
 }  // namespace
 
-DyingWizard::DyingWizard()
-    : WizardRun(EnvironmentChanges{{"ASAN_OPTIONS", sanitizers_without_crashes()}}) {}
+bool is_crash(int signal) { return signal != SIGINT && signal != SIGTERM && signal != SIGHUP; }
 
-DyingWizard::~DyingWizard() {
-    std::error_code ignored;
-    if (!directory.empty()) std::filesystem::remove_all(directory, ignored);
-}
+DyingWizard::DyingWizard() : WizardRun({{"env", sanitizers_without_crashes(), WIZARD_PROGRAM}}) {}
 
-void DyingWizard::rememberDirectory() {
-    directory = link_target("/proc/" + std::to_string(pid()) + "/cwd");
-    EXPECT_NE(directory.find("/teluma-wizard."), std::string::npos) << directory;
-}
-
-void DyingWizard::dieOf(const Death& death) {
-    rememberDirectory();
-    signal(death.signal);
-    if (death.is_crash) {
-        EXPECT_TRUE(ends_with(*this, killed_by(death.signal), ""));
+void DyingWizard::dieOf(int number) {
+    EXPECT_TRUE(rememberDirectory());
+    signal(number);
+    if (is_crash(number)) {
+        EXPECT_TRUE(ends_with(*this, killed_by(number), ""));
     } else {
         EXPECT_TRUE(is_aborted(*this));
         EXPECT_FALSE(exists(directory));
@@ -45,7 +35,7 @@ void DyingWizard::dieOf(const Death& death) {
 }
 
 void DyingWizard::dieOfHangUp() {
-    rememberDirectory();
+    EXPECT_TRUE(rememberDirectory());
     hangUp();
     EXPECT_EQ(waitExit(), exited(1));
     EXPECT_FALSE(exists(directory));
@@ -53,10 +43,8 @@ void DyingWizard::dieOfHangUp() {
 
 // The state stands after the name, which is in parentheses.
 bool has_stopped(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-    std::string line;
-    std::getline(file, line);
-    return line.find(") T ") != std::string::npos;
+    const std::string path = "/proc/" + std::to_string(process) + "/stat";
+    return exists(path) && read_file(path).find(") T ") != std::string::npos;
 }
 
 void stop(WizardRun& wizard) {
@@ -71,5 +59,3 @@ void wait_until_stopped(WizardRun& wizard) {
     };
     wait_until(stopped, "the wizard had stopped");
 }
-
-void go_on(WizardRun& wizard) { wizard.signal(SIGCONT); }

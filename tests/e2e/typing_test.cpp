@@ -1,6 +1,9 @@
-// Keys and bytes that are no text: no field takes anything of them.
+// What is typed: no field takes anything of keys and bytes that are no text, and a character takes
+// no more than a byte to the terminal: on a slow line each is to be seen.
 
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "tests/e2e/wizard_run.h"
 
@@ -26,9 +29,9 @@ const std::string nonsense[] = {
 class Nonsense : public testing::TestWithParam<const char*> {
   protected:
     // Replaces the text of the field that has the focus, with nonsense between its halves.
-    void expectTaken(int most, const std::string& text, const std::string& shown) {
+    void expectTaken(const std::string& text, const std::string& shown) {
         for (const std::string& bytes : nonsense) {
-            wizard.retype(most, text.substr(0, 2) + bytes + text.substr(2));
+            wizard.retype(text.substr(0, 2) + bytes + text.substr(2));
             wizard.waitForKey();
             EXPECT_TRUE(wizard.image().shows(shown)) << bytes << "\n" << wizard.image().text();
         }
@@ -49,19 +52,60 @@ TEST_P(Nonsense, reaches_no_field_of_any_kind) {
     wizard.type("345");
     wizard.waitForKey();
     EXPECT_TRUE(wizard.image().shows("Password:***** "));
-    expectTaken(50, "12345", "Password:***** ");
-    expectTaken(50, "12345", "Validate:***** ");
+    expectTaken("12345", "Password:***** ");
+    expectTaken("12345", "Validate:***** ");
     wizard.pressNext(Stop::password);
     wizard.waitForScreen(Stop::domain);
-    expectTaken(50, "example.com", "Primary Domain:example.com ");
-    expectTaken(252, "/srv/mail", "Domain Location:/srv/mail ");
-    expectTaken(50, "123", "Postmaster account password:*** ");
+    expectTaken("example.com", "Primary Domain:example.com ");
+    expectTaken("/srv/mail", "Domain Location:/srv/mail ");
+    expectTaken("123", "Postmaster account password:*** ");
     wizard.pressNext(Stop::domain);
     wizard.pressNext(Stop::aliases);
     wizard.moveFocus(Stop::webadmin, 1);
-    expectTaken(5, "9876", "│$ all  : 0.0.0.0      9876 ");
+    expectTaken("9876", "│$ all  : 0.0.0.0      9876 ");
     wizard.pressNext(Stop::webadmin);
     wizard.waitForScreen(Stop::smtp);
+}
+
+/// A run and a count of what it has written.
+class Output : public testing::Test {
+  protected:
+    Output() { wizard.waitForScreen(Stop::password); }
+
+    /// How many bytes the wizard has written since the last call, when it waits for a key.
+    size_t news() {
+        wizard.waitForKey();
+        const size_t before = counted;
+        counted = wizard.output().size();
+        return counted - before;
+    }
+
+    /// The bytes for a text that is typed at once.
+    size_t bytesFor(const std::string& text) {
+        wizard.type(text);
+        return news();
+    }
+
+    WizardRun wizard;
+    size_t counted = 0;
+};
+
+TEST_F(Output, of_a_text_is_a_byte_for_each_character) {
+    bytesFor("a");
+    EXPECT_EQ(bytesFor("b"), 1U);
+    EXPECT_EQ(bytesFor("cdefg"), 5U);
+    wizard.walk(Stop::password, Stop::domain);
+    bytesFor("a");
+    EXPECT_EQ(bytesFor("b"), 1U);
+}
+
+TEST_F(Output, of_the_first_screen_is_no_more_than_that_of_a_plain_password_box) {
+    const size_t first_screen = news();
+    EXPECT_LE(first_screen, 1388U);
+    wizard.press(Key::up);
+    EXPECT_EQ(news(), 0U);
+    wizard.resize(34, 100);
+    EXPECT_LE(news(), first_screen + 100);
 }
 
 }  // namespace

@@ -30,3 +30,9 @@ class FuzzInput {
 
 /// `bytes` as the text that they are to C: up to the first zero byte.
 std::string c_text(const std::string& bytes);
+
+/// Ends the process with SIGABRT, as a crash does, unless `holds`; says what has not held.
+void require(bool holds, const char* what);
+
+/// The same for two texts that must be equal; both are printed, with what can't be printed escaped.
+void require_equal(const std::string& actual, const std::string& expected, const char* what);
