@@ -9,7 +9,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
-#include <iterator>
+#include <map>
 #include <stdexcept>
 #include <vector>
 
@@ -21,17 +21,17 @@ namespace {
 class KeptSignalActions {
   public:
     KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], nullptr, &actions[i]);
+        for (auto& [signal, action] : actions) sigaction(signal, nullptr, &action);
     }
     ~KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], &actions[i], nullptr);
+        for (const auto& [signal, action] : actions) sigaction(signal, &action, nullptr);
     }
     KeptSignalActions(const KeptSignalActions&) = delete;
     KeptSignalActions& operator=(const KeptSignalActions&) = delete;
 
   private:
-    static constexpr int signals[] = {SIGINT, SIGTERM, SIGTSTP, SIGWINCH};
-    struct sigaction actions[std::size(signals)];
+    std::map<int, struct sigaction> actions{
+        {SIGINT, {}}, {SIGTERM, {}}, {SIGTSTP, {}}, {SIGWINCH, {}}};
 };
 
 /// The panel that the panel library puts under the first panel of each screen, for the standard

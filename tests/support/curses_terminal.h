@@ -14,18 +14,12 @@
 #include "tests/support/screen_image.h"
 
 /// Real curses on a terminal of its own, for unit tests of code that draws and reads keys in this
-/// process. Make one at the start of a test (a member of the fixture); there can be only one at a
-/// time, but as many one after the other as you like.
+/// process. Make it the first member of a fixture; there can be only one at a time.
 ///
-/// It leaves curses as the wizard's start-up does: the standard screen with its colour pairs
-/// (1 white on black, 2 white on blue, 3 black on red), cbreak, noecho and keypad. The terminal is
-/// also the standard input while the object lives, as in the program. Where the terminal has no
-/// colours (vt220) there are no pairs. The signal handlers are those from before:
-/// curses' own are taken out again. LINES and COLUMNS leave the environment, as they would override
-/// the terminal's size. What cannot be set up throws.
-///
-/// Delete the panels that a test made before the terminal goes. A panel that is forgotten is
-/// reported by the leak checker.
+/// It leaves curses as the wizard's start-up does, colour pairs included where the terminal has
+/// colours, and is the standard input too. The signal handlers stay those from before. LINES and
+/// COLUMNS leave the environment. What cannot be set up throws. Delete panels before the terminal
+/// goes: the leak checker reports one that is forgotten.
 class CursesTerminal {
   public:
     /// `term` names an entry of terminfo; `locale` decides whether curses may write UTF-8.
@@ -36,17 +30,13 @@ class CursesTerminal {
     CursesTerminal(const CursesTerminal&) = delete;
     CursesTerminal& operator=(const CursesTerminal&) = delete;
 
-    /// Types ahead: wgetch() reads the bytes, also if it does not wait. A terminal keeps 4095 bytes
-    /// until they are read; more than that throws in the end. Any thread may type. The
-    /// terminal driver keeps the characters by which it acts itself (^C, ^S, ^V ...).
+    /// Types ahead, from any thread: at most 4095 bytes that nobody has read, or it throws in the
+    /// end. The terminal driver keeps the characters by which it acts itself (^C, ^S, ^V ...).
     void type(const std::string& bytes);
-
     void press(Key key);
 
-    /// What the terminal shows after all that curses has written.
+    /// What the terminal shows after all that curses has written, and that itself.
     ScreenImage image();
-
-    /// Everything that curses has written.
     std::string outputBytes();
 
     /// Whether the terminal shows the alternate screen, that is, curses has not ended.
@@ -59,8 +49,7 @@ class CursesTerminal {
 
   private:
     /// Reads what is written while the object lives, so that code under test in this process can
-    /// write as much as it likes. The thread lets no signal in: those that a test raises reach the
-    /// thread that runs the test.
+    /// write as much as it likes. The thread lets no signal in: those are for the test's own.
     class Reader {
       public:
         explicit Reader(CursesTerminal& terminal);

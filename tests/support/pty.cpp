@@ -12,12 +12,6 @@
 #include <ostream>
 #include <system_error>
 
-TerminalModes read_terminal_modes(int descriptor) {
-    TerminalModes modes{};
-    checked(tcgetattr(descriptor, &modes.settings), "tcgetattr");
-    return modes;
-}
-
 bool operator==(const TerminalModes& left, const TerminalModes& right) {
     const termios& a = left.settings;
     const termios& b = right.settings;
@@ -102,6 +96,10 @@ int Pty::foregroundGroup() const {
     return std::max(0, checked(tcgetpgrp(screenSide.get()), "tcgetpgrp"));
 }
 
-TerminalModes Pty::modes() const { return read_terminal_modes(screenSide.get()); }
+TerminalModes Pty::modes() const {
+    TerminalModes modes{};
+    checked(tcgetattr(screenSide.get(), &modes.settings), "tcgetattr");
+    return modes;
+}
 
 void Pty::hangUp() { screenSide.close(); }

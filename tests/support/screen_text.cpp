@@ -7,10 +7,9 @@
 
 namespace {
 
-/// Foreground, background, bold, blank.
+/// Foreground, background, bold, blank: of a blank only the background can be seen.
 using Look = std::tuple<int, int, bool, bool>;
 
-/// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
     if (cell.text == " ") return {default_colour, cell.background, false, true};
     return {cell.foreground, cell.background, cell.bold, false};

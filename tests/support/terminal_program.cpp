@@ -79,15 +79,6 @@ void TerminalProgram::waitGone(const std::string& text, const Caller& caller) {
               quoted(text) + " was gone from the screen", caller);
 }
 
-void TerminalProgram::waitCursorAt(int row, int col, const Caller& caller) {
-    const Position wanted{row, col};
-    waitUntil(
-        [&](const ScreenImage& screen) {
-            return screen.cursor().visible && screen.cursor().position == wanted;
-        },
-        "the cursor was at " + std::to_string(row) + "," + std::to_string(col), caller);
-}
-
 ExitStatus TerminalProgram::waitExit(const Caller& caller) {
     const Deadline deadline;
     while (!complete) {
