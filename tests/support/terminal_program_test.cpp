@@ -14,15 +14,6 @@ namespace {
 
 ProgramSetup shell(const std::string& script) { return {{"sh", "-c", script}}; }
 
-TEST(TerminalProgram, sends_keys_in_the_mode_that_the_program_has_set) {
-    TerminalProgram program(shell(R"(stty -echo; printf '\33[?1049h\33[?1hready\n'; cat -v)"));
-    program.waitForText("ready");
-    EXPECT_TRUE(program.alternateScreen());
-    program.press(Key::up);
-    program.type("7\n");
-    program.waitForText("^[OA7");
-}
-
 TEST(TerminalProgram, leaves_what_was_printed_after_the_alternate_screen_and_the_modes) {
     TerminalProgram program(shell(
         R"(printf '\33[?1049hfull'; stty raw -echo; printf '\33[?1049l\n\tall done\n'; exit 3)"));
@@ -43,37 +34,6 @@ TEST(TerminalProgram, wait_exit_has_seen_the_last_words_every_time_however_much_
         const std::string printed = program.printedAfterwards();
         ASSERT_EQ(printed.substr(printed.size() - 6), "20000\n");
     }
-}
-
-/// Both a parent and its child answer a signal before they end.
-ProgramSetup family(const std::string& signal) {
-    return shell("trap 'echo parent; exit 5' " + signal + "; sh -c 'trap \"echo child; exit\" " +
-                 signal + "; echo ready; while :; do sleep 0.01; done'");
-}
-
-TEST(TerminalProgram, signals_reach_the_program_and_its_children_or_the_program_alone) {
-    TerminalProgram interrupted(family("INT"));
-    interrupted.waitForText("ready");
-    interrupted.press(Key::ctrl_c);
-    EXPECT_EQ(interrupted.waitExit(), exited(5));
-    EXPECT_TRUE(interrupted.image().shows("child"));
-
-    TerminalProgram ended(family("TERM"));
-    ended.waitForText("ready");
-    ended.signalForeground(SIGTERM);
-    EXPECT_EQ(ended.waitExit(), exited(5));
-    EXPECT_TRUE(ended.image().shows("child"));
-
-    TerminalProgram alone(shell("echo ready; exec sleep 1000"));
-    alone.waitForText("ready");
-    alone.signal(SIGTERM);
-    EXPECT_EQ(alone.waitExit(), killed_by(SIGTERM));
-
-    TerminalProgram hung_up(shell("trap 'exit 8' HUP; echo ready; while :; do sleep 0.01; done"));
-    hung_up.waitForText("ready");
-    hung_up.hangUp();
-    EXPECT_EQ(hung_up.waitExit(), exited(8));
-    EXPECT_TRUE(hung_up.image().shows("ready"));
 }
 
 TEST(TerminalProgram, starts_with_default_signals_its_environment_and_no_other_descriptors) {
