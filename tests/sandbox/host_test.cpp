@@ -12,8 +12,7 @@
 
 namespace {
 
-// All that a sandbox could change of its host, one line for each fact, so that a difference names
-// what was changed. A file that is written has another time of its last change.
+// All that a sandbox could change of its host, one line for each fact.
 std::string list_host() {
     return run_command(
                {"sh", "-c",
@@ -23,7 +22,7 @@ std::string list_host() {
         .out;
 }
 
-// Changes everything that the sandbox has a private view of, and ends with an error if it can't.
+// Changes all that the sandbox has a private view of, or fails.
 const char change_everything[] = R"sh(
 set -e
 for directory in /opt /var/opt /etc /usr/sbin /run /dev/shm; do

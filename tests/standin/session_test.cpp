@@ -30,8 +30,8 @@ webadmin = {
 }
 )";
 
-/// A store in a directory of its own, with the listeners and services of a fresh server and the
-/// domains "example.com" and "example.org", and a session in which the administrator has logged in.
+/// A session in which the administrator has logged in, over a store with the listeners and services
+/// of a fresh server and two domains.
 class LoggedInSession {
   public:
     LoggedInSession() {
@@ -97,11 +97,9 @@ const std::map<std::string, Way> contexts = {
       "teluma/domain/account> "}},
 };
 
-const Lines everywhere = {"root", "server", "service", "sslcontrol", "create", "domain", "account"};
-
 TEST(CommandTable, TakesACommandInItsContextsAndRefusesItInTheOthers) {
     const std::pair<const char*, Lines> cases[] = {
-        {"back", everywhere},
+        {"back", {"root", "server", "service", "sslcontrol", "create", "domain", "account"}},
         {"save config", {"root", "server"}},
         {"create domain name c.d domainlocation /d/ postmasterpasswd p", {"root"}},
         {"update domain name example.com", {"root"}},
@@ -144,26 +142,20 @@ TEST(CommandTable, SaysWhatIsWrongWithACommandAndStaysInItsContext) {
         {"root", "create domain name", "malformed arguments"},
         {"root", "create domain name a domainlocation /my dir postmasterpasswd p",
          "malformed arguments"},
-        {"root", "create domain name a domainlocation /dir postmasterpasswd",
-         "malformed arguments"},
         {"root", "create domain name example.com domainlocation /d/ postmasterpasswd p",
          "this domain exists already"},
         {"root", "create domain name localhost domainlocation /d/ postmasterpasswd p",
          "this domain exists already"},
-        {"root", "save config now", "malformed arguments"},
         {"root", "update domain name none", "no such domain"},
         {"domain", "add alias localhost", "this domain or domain alias exists already"},
         {"domain", "add alias example.org", "this domain or domain alias exists already"},
         {"domain", "update account name root", "no such account"},
         {"account", "add alias postmaster", "this account or account alias exists already"},
         {"server", "config smtp", "no such service"},
-        {"server", "configure pop3", "unknown command"},
         {"server", "set primarydomain none", "no such domain"},
         {"server", "set services smtpIncoming", "malformed arguments"},
-        {"server", "set services ( )", "malformed arguments"},
         {"server", "set services ( cli", "malformed arguments"},
         {"server", "set services ( nonsense )", "malformed arguments"},
-        {"service", "list", "unknown command"},
         {"service", "add listener address 1.2.3.4:0", "malformed arguments"},
         {"service", "add listener address 0.0.0.0:9000", "this address is in use"},
         {"service", "add listener address 127.0.0.1:25", "this address is in use"},

@@ -27,8 +27,6 @@ class KeptSignalActions {
     ~KeptSignalActions() {
         for (const auto& [signal, action] : actions) sigaction(signal, &action, nullptr);
     }
-    KeptSignalActions(const KeptSignalActions&) = delete;
-    KeptSignalActions& operator=(const KeptSignalActions&) = delete;
 
   private:
     std::map<int, struct sigaction> actions{

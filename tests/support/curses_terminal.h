@@ -27,8 +27,6 @@ class CursesTerminal {
                             const std::string& term = "xterm-256color",
                             const std::string& locale = "C.UTF-8");
     ~CursesTerminal();
-    CursesTerminal(const CursesTerminal&) = delete;
-    CursesTerminal& operator=(const CursesTerminal&) = delete;
 
     /// Types ahead, from any thread: at most 4095 bytes that nobody has read, or it throws in the
     /// end. The terminal driver keeps the characters by which it acts itself (^C, ^S, ^V ...).

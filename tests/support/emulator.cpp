@@ -63,8 +63,6 @@ struct Emulator::Terminal {
     }
 
     ~Terminal() { vterm_free(vterm); }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
 
     static void onReply(const char* bytes, size_t length, void* self) {
         static_cast<Terminal*>(self)->replies.append(bytes, length);

@@ -33,8 +33,6 @@ class Emulator {
     /// `term`, a TERM value, matters where kinds of terminal give one sequence different meanings.
     Emulator(int rows, int cols, const std::string& term);
     ~Emulator();
-    Emulator(const Emulator&) = delete;
-    Emulator& operator=(const Emulator&) = delete;
 
     /// Interprets output; a sequence may be cut anywhere between two calls.
     void feed(const std::string& bytes);

@@ -23,16 +23,10 @@ bool operator!=(const TerminalModes& left, const TerminalModes& right) { return 
 
 std::ostream& operator<<(std::ostream& out, const TerminalModes& modes) {
     const termios& settings = modes.settings;
-    const auto flag = [&out](bool set, const char* name) { out << (set ? " " : " -") << name; };
     out << std::oct << "input " << settings.c_iflag << ", output " << settings.c_oflag
         << ", control " << settings.c_cflag << ", local " << settings.c_lflag << std::dec << ":";
-    flag(modes.echo(), "echo");
-    flag(modes.canonical(), "icanon");
-    flag((settings.c_lflag & ISIG) != 0, "isig");
-    flag((settings.c_iflag & ICRNL) != 0, "icrnl");
-    flag((settings.c_oflag & OPOST) != 0, "opost");
-    flag((settings.c_oflag & ONLCR) != 0, "onlcr");
-    return out;
+    return out << (modes.echo() ? " echo" : " -echo")
+               << (modes.canonical() ? " icanon" : " -icanon");
 }
 
 Pty::Pty(int rows, int cols)

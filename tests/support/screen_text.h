@@ -15,11 +15,8 @@
 /// A space has the small letter of its background. Any other look gets a digit, then a capital, in
 /// the order in which it appears, up to 33 of them.
 
-/// The characters, one string for a row, each as wide as the image.
-std::vector<std::string> picture_rows(const ScreenImage& image);
-
-/// The looks, one letter for a cell, as wide as the image.
-std::vector<std::string> colour_rows(const ScreenImage& image);
+/// The looks, one letter for a cell, each row with a newline.
+std::string colour_letters(const ScreenImage& image);
 
 /// The whole image, in the format of the golden files: the rows of the picture, each closed by "|";
 /// the line "colours" and the rows of looks; "cursor ROW,COL" or "cursor hidden"; the letters used

@@ -8,7 +8,6 @@
 
 #include "tests/support/escape_sequences.h"
 #include "tests/support/screen_text.h"
-#include "tests/support/wait_until.h"
 
 namespace {
 

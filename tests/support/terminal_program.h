@@ -35,8 +35,6 @@ class TerminalProgram {
   public:
     explicit TerminalProgram(const ProgramSetup& setup);
     ~TerminalProgram();
-    TerminalProgram(const TerminalProgram&) = delete;
-    TerminalProgram& operator=(const TerminalProgram&) = delete;
 
     using Condition = std::function<bool(const ScreenImage&)>;
 

@@ -11,13 +11,10 @@
 #include <system_error>
 #include <utility>
 
-#include "tests/support/process.h"
-
 namespace {
 
-// The two processes below are forked from one that may have threads: until exec they may call
-// nothing but async-signal-safe functions. All memory they need is prepared before.
-
+/// What the two processes need. They are forked from one that may have threads: until exec they may
+/// call nothing but async-signal-safe functions.
 struct Prepared {
     char** arguments;
     char** environment;

@@ -29,8 +29,6 @@ class TerminalSession {
 
     /// Kills the program, if it has not ended, and the session.
     ~TerminalSession();
-    TerminalSession(const TerminalSession&) = delete;
-    TerminalSession& operator=(const TerminalSession&) = delete;
 
     pid_t program() const { return programPid; }
 
