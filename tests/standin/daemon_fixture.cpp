@@ -8,21 +8,6 @@
 
 namespace {
 
-const char* const configuration = R"(# A server for tests.
-services = ( smtpIncoming webadmin cli )
-cli = {
-	listeners = (
-		#address = 0.0.0.0:9091
-		address = 127.0.0.1:0
-	)
-}
-webadmin = {
-	listeners = (
-		address = 127.0.0.1:9000
-	)
-}
-)";
-
 /// The numbers in `text` that stand after `words`, and a 0 before them.
 std::vector<int> numbers(const std::string& text, const std::string& words) {
     std::vector<int> found = {0};
@@ -36,7 +21,9 @@ std::vector<int> numbers(const std::string& text, const std::string& words) {
 DaemonTest::DaemonTest() {
     // Daemons become children of this process, which can so wait for their end.
     prctl(PR_SET_CHILD_SUBREAPER, 1);
-    write_file(paths.config, configuration);
+    write_file(paths.config, read_file(STANDIN_PACKAGE "/teluma.cfg"));
+    configure("webadmin )", "webadmin cli )");
+    configure("127.0.0.1:9091", "127.0.0.1:0");
     write_file(paths.password, "secret");
 }
 

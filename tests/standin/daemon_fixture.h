@@ -14,7 +14,7 @@
 /// over at the end of a test are killed.
 class DaemonTest : public testing::Test {
   protected:
-    /// Writes a configuration with the CLI switched on and sets the password "secret".
+    /// Writes the sample configuration with the CLI switched on and sets the password "secret".
     DaemonTest();
 
     void TearDown() override;
