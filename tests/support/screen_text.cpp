@@ -56,21 +56,23 @@ class ColourLetters {
 
     std::string legend() const {
         std::string lines;
-        for (const auto& [letter, meaning] : meanings)
-            lines += std::string(1, letter) + " = " + meaning + "\n";
+        for (const auto& [letter, look] : meanings) {
+            const auto& [foreground, background, bold, blank] = look;
+            lines += std::string(1, letter) + (bold ? " = bold " : " = ") +
+                     (blank ? "blank" : colour_name(foreground)) + " on " +
+                     colour_name(background) + "\n";
+        }
         return lines;
     }
 
   private:
     char note(char letter, const Look& look) {
-        const auto& [foreground, background, bold, blank] = look;
-        meanings[letter] = (bold ? "bold " : "") + (blank ? "blank" : colour_name(foreground)) +
-                           " on " + colour_name(background);
+        meanings.emplace(letter, look);
         return letter;
     }
 
     std::map<Look, char> unusual;
-    std::map<char, std::string> meanings;
+    std::map<char, Look> meanings;
 };
 
 std::string colour_rows(const ScreenImage& image, ColourLetters& letters, const char* row_end) {
