@@ -19,11 +19,13 @@ int palette_index(const VTermColor& colour) {
 Cell cell_at(const VTermScreen* screen, VTermPos place) {
     VTermScreenCell shown{};
     vterm_screen_get_cell(screen, place, &shown);
-    char text[VTERM_MAX_CHARS_PER_CELL * 6];
-    const VTermRect alone{place.row, place.row + 1, place.col, place.col + 1};
-    const size_t length = vterm_screen_get_text(screen, text, sizeof text, alone);
-    return {shown.chars[0] == 0 ? " " : std::string(text, length), palette_index(shown.fg),
-            palette_index(shown.bg), shown.attrs.bold != 0};
+    Cell cell{" ", palette_index(shown.fg), palette_index(shown.bg), shown.attrs.bold != 0};
+    if (shown.chars[0] != 0) {
+        char text[VTERM_MAX_CHARS_PER_CELL * 6];
+        const VTermRect alone{place.row, place.row + 1, place.col, place.col + 1};
+        cell.text.assign(text, vterm_screen_get_text(screen, text, sizeof text, alone));
+    }
+    return cell;
 }
 
 const std::map<Key, const char*> plain_keys = {
