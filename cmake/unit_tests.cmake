@@ -1,17 +1,11 @@
-# add_unit_tests(TARGET [ALONE PATTERN])
+# add_unit_tests(TARGET)
 #
 # Makes every GoogleTest suite of TARGET a CTest test: the cases of a suite run one after the other
-# in one process, so none may leave anything behind. The cases that the GoogleTest filter PATTERN
-# selects, whole suites of them, are for code that remembers things as long as the program runs: each
-# is a CTest test with a process of its own. A test ends after 120 seconds.
+# in one process, so none may leave anything behind. A test ends after 120 seconds.
 #
 # Call it in the folder that defines TARGET.
 function(add_unit_tests target)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "ALONE" "")
-  list_tests_after_build(${target} BY suite FILTER "*-${arg_ALONE}" PROPERTIES TIMEOUT 120)
-  if(arg_ALONE)
-    list_tests_after_build(${target} BY case FILTER "${arg_ALONE}" PROPERTIES TIMEOUT 120)
-  endif()
+  list_tests_after_build(${target} BY suite FILTER "*" PROPERTIES TIMEOUT 120)
 endfunction()
 
 # list_tests_after_build(TARGET BY suite|case FILTER PATTERN [LAUNCHER WORD...]

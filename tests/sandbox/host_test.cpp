@@ -12,8 +12,7 @@
 
 namespace {
 
-// All that a sandbox could change of its host, one line for each fact, so that a difference names
-// what was changed. A file that is written has another time of its last change.
+// All that a sandbox could change of its host, one line for each fact.
 std::string list_host() {
     return run_command(
                {"sh", "-c",
@@ -23,7 +22,7 @@ std::string list_host() {
         .out;
 }
 
-// Changes everything that the sandbox has a private view of, and ends with an error if it can't.
+// Changes all that the sandbox has a private view of, or fails.
 const char change_everything[] = R"sh(
 set -e
 for directory in /opt /var/opt /etc /usr/sbin /run /dev/shm; do
@@ -67,36 +66,28 @@ class OrdinaryUser : public testing::Test {
         run_command({"chmod", "-R", "a+rX", directory.path()});
     }
 
-    // Expects status 0, or a refusal that says what to do.
-    void expectSuccessOrAdvice(const std::string& script, const std::string& from) const {
-        std::vector<std::string> command = {"env", "--chdir", from};
-        if (geteuid() == 0)
-            command.insert(command.end(), {"setpriv", "--reuid", "12345", "--regid", "12345",
-                                           "--clear-groups", "--inh-caps=-all", "--"});
-        command.insert(command.end(), {directory / "sandbox/enter", "--standin",
-                                       directory / "standin", "--", "sh", "-c", script});
-        const CommandResult result = run_command(command);
-        if (result.status == exited(125))
-            EXPECT_NE(result.err.find("as root"), std::string::npos) << result.err;
-        else
-            EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
-    }
-
     TempDir directory;
 };
 
 TEST_F(OrdinaryUser, is_root_in_the_sandbox_can_change_everything_and_start_the_server) {
     const std::string before = list_host();
     const TempDir closed;
-    expectSuccessOrAdvice(
-        "test $(id -u) = 0 && test $(id -u teluma) = 0 &&"
-        " chown teluma:teluma /opt/teluma/bin/sendmail &&"
-        " /opt/teluma/bin/teluma && ip address show eth1 | grep 10.20.0.5 || exit 1;"
-        "for directory in /opt /var/opt /etc /usr/sbin /run; do"
-        "    echo changed >$directory/left_by_a_test || exit 1; "
-        "done; mv /usr/sbin/sendmail /usr/sbin/moved && rm /etc/hosts &&"
-        " domainname changed.example.com",
-        closed.path());
+    std::vector<std::string> command = {"env", "--chdir", closed.path()};
+    if (geteuid() == 0)
+        command.insert(command.end(), {"setpriv", "--reuid", "12345", "--regid", "12345",
+                                       "--clear-groups", "--inh-caps=-all", "--"});
+    command.insert(
+        command.end(),
+        {directory / "sandbox/enter", "--standin", directory / "standin", "--", "sh", "-c",
+         "set -e; test $(id -u) = 0; test $(id -u teluma) = 0;"
+         "chown teluma:teluma /opt/teluma/bin/sendmail; /opt/teluma/bin/teluma;"
+         "PATH=$PATH:/usr/sbin:/sbin; ip address show eth1 | grep 10.20.0.5" +
+             std::string(change_everything)});
+    const CommandResult result = run_command(command);
+    if (result.status == exited(125))
+        EXPECT_NE(result.err.find("as root"), std::string::npos) << result.err;
+    else
+        EXPECT_EQ(result.status, exited(0)) << result.out << result.err;
     EXPECT_EQ(list_host(), before);
 }
 

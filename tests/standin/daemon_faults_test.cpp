@@ -63,7 +63,6 @@ INSTANTIATE_TEST_SUITE_P(
                                 std::string(300, 'x') + "\r\n" + entered_server, false, true},
                     SpoiltReply{"garbage_with_a_prompt", "garbage-prompt",
                                 garbage_bytes(100) + "\r\nteluma> ", false, false},
-                    SpoiltReply{"garbage", "garbage", garbage_bytes(300), false, false},
                     SpoiltReply{"flood", "garbage 20000000", garbage_bytes(20000000), false,
                                 false}),
     CaseName());
@@ -76,16 +75,6 @@ TEST_F(DaemonFaults, ADribblingReplyComesByteByByteAndTheServerCanEndInIt) {
     EXPECT_TRUE(client.nothingCame());
     EXPECT_EQ(stop(), exited(0));
     EXPECT_FALSE(exists(paths.pid));
-}
-
-TEST_F(DaemonFaults, AClientThatLeavesInTheMiddleOfAReplyHarmsNobody) {
-    {
-        CliClient client = loggedInAfter("\"config\" 1 garbage 20000000\n");
-        client.sendLine("config server");
-        client.readBytes(1);
-    }
-    expectOthersServed();
-    EXPECT_EQ(stop(), exited(0));
 }
 
 TEST_F(DaemonFaults, ACrashLeavesThePidFileAndCountsAsHavingHappened) {

@@ -14,31 +14,25 @@
 /// over at the end of a test are killed.
 class DaemonTest : public testing::Test {
   protected:
-    /// Writes a configuration with the CLI switched on and sets the password "secret".
+    /// Writes the sample configuration with the CLI switched on and sets the password "secret".
     DaemonTest();
 
     void TearDown() override;
 
-    /// Runs the program with the directory and `arguments` to its end.
+    /// Runs the program with the directory and `arguments` to its end, where it starts the server.
     CommandResult run(const std::vector<std::string>& arguments) const;
-
-    /// Starts the server. Its message and a failed test when that doesn't work.
     void start();
 
-    /// Sends the daemon SIGTERM and waits for its end.
+    /// Sends the daemon SIGTERM and waits for its end; or only waits.
     ExitStatus stop() const;
-
-    /// Waits until the daemon has ended.
     ExitStatus waitForEnd() const;
 
     /// The process that was started last, by the log; and the port that it listens at.
     pid_t daemon() const;
     int port() const;
 
-    /// Replaces a part of the configuration.
+    /// Replaces a part of the configuration; or all fault rules.
     void configure(const std::string& part, const std::string& replacement) const;
-
-    /// Replaces the fault rules.
     void faults(const std::string& rules) const;
 
     std::string log() const;

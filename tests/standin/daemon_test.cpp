@@ -1,12 +1,9 @@
 // The server as a process: how it starts, serves and ends.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
 
-#include "standin/text.h"
 #include "tests/standin/daemon_fixture.h"
 #include "tests/support/cli_client.h"
 
@@ -40,25 +37,6 @@ TEST_F(DaemonTest, SigtermEndsItWhileClientsAreConnectedAndRemovesThePidFile) {
     EXPECT_THROW(CliClient{port()}, std::system_error);
 }
 
-TEST_F(DaemonTest, SigtermEndsItAlsoWhenItsStarterHadAllSignalsBlocked) {
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    sigset_t all;
-    sigfillset(&all);
-    posix_spawnattr_setsigmask(&attributes, &all);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
-    Lines words = {STANDIN_SERVER, "-r", directory.path()};
-    pid_t starter = 0;
-    ASSERT_EQ(posix_spawn(&starter, STANDIN_SERVER, nullptr, &attributes, exec_array(words).data(),
-                          environ),
-              0);
-    posix_spawnattr_destroy(&attributes);
-    int status = -1;
-    ASSERT_EQ(waitpid(starter, &status, 0), starter);
-    ASSERT_EQ(status, 0);
-    EXPECT_EQ(stop(), exited(0));
-}
-
 TEST_F(DaemonTest, SigtermLeavesThePidFileOfAnotherServerAlone) {
     start();
     write_file(paths.pid, "1\n");
@@ -71,7 +49,6 @@ TEST_F(DaemonTest, RunsWithoutListeningWhenTheCliIsNotAmongTheServices) {
     start();
     EXPECT_EQ(port(), 0);
     EXPECT_EQ(stop(), exited(0));
-    EXPECT_FALSE(exists(paths.pid));
 }
 
 TEST_F(DaemonTest, RunsInTheForegroundWhenAsked) {
@@ -88,34 +65,23 @@ TEST_F(DaemonTest, RunsInTheForegroundWhenAsked) {
     EXPECT_FALSE(exists(paths.pid));
 }
 
-TEST_F(DaemonTest, ARunningServerKnowsANewPasswordByteForByteAndDoesNotLoseItBySaving) {
+TEST_F(DaemonTest, KeepsANewPasswordByteForByteAndWhatWasSavedOverARestartAndNothingElse) {
     const std::string password = R"(a "$HOME" `b` \ c'd  )";
     start();
     EXPECT_EQ(run({"-A", "-f"}).status, exited(0)) << "a password that looks like an option";
     EXPECT_EQ(run({"-A", password}).status, exited(0));
     CliClient client(port());
     EXPECT_EQ(client.logIn(password), welcome);
-    EXPECT_EQ(client.say("save config"), "+OK: done\r\nteluma> ");
-    EXPECT_NE(log().find("-A -f\n-A " + password + "\n"), std::string::npos);
-    stop();
-    start();
-    EXPECT_EQ(CliClient(port()).logIn(password), welcome);
-}
-
-TEST_F(DaemonTest, KeepsWhatWasSavedOverARestartAndNothingElse) {
-    start();
-    CliClient client(port());
-    client.logIn("secret");
     client.say("create domain name saved.org domainlocation /d/ postmasterpasswd p");
     client.say("commit");
-    client.say("save config");
+    EXPECT_EQ(client.say("save config"), "+OK: done\r\nteluma> ");
     client.say("create domain name lost.org domainlocation /d/ postmasterpasswd p");
     client.say("commit");
+    EXPECT_NE(log().find("-A -f\n-A " + password + "\n"), std::string::npos);
     EXPECT_EQ(stop(), exited(0));
-    EXPECT_EQ(run({"-A", "secret"}).status, exited(0)) << "which must not lose the rest";
     start();
     CliClient again(port());
-    again.logIn("secret");
+    EXPECT_EQ(again.logIn(password), welcome);
     EXPECT_EQ(again.say("update domain name lost.org"), "-ERR: no such domain\r\nteluma> ");
     EXPECT_EQ(again.say("update domain name saved.org"), "+OK: done\r\nteluma/domain> ");
 }
@@ -192,19 +158,16 @@ TEST_F(DaemonTest, SaysWhyItCanNotStart) {
     EXPECT_FALSE(exists(paths.pid));
 }
 
-TEST_F(DaemonTest, FailsInTheStarterWhenItsPidFileCanNotBeWritten) {
+TEST_F(DaemonTest, SaysThatItsPidFileCanNotBeWritten) {
     mkdir(paths.pid.c_str(), 0700);
-    const CommandResult result = run({});
-    EXPECT_EQ(result.status, exited(1));
-    EXPECT_EQ(result.err, "teluma: " + paths.pid + ": Is a directory\n");
+    EXPECT_EQ(run({}).err, "teluma: " + paths.pid + ": Is a directory\n");
     EXPECT_EQ(waitForEnd(), exited(1));
 }
 
 TEST_F(DaemonTest, RefusesACommandLineThatIsWrong) {
     const std::string usage =
         "teluma: usage: teluma [-f] [-r DIRECTORY] | [-r DIRECTORY] -A PASSWORD\n";
-    const Lines wrong_ones[] = {{"-A"}, {"-x"}, {"-x", "-f"}, {"more"}, {"-A", "one", "two"}};
-    for (const Lines& arguments : wrong_ones) {
+    for (const Lines& arguments : {Lines{"-A"}, {"-x", "-f"}, {"more"}, {"-A", "one", "two"}}) {
         const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, exited(2));
         EXPECT_EQ(result.err.substr(result.err.find("teluma: usage")), usage);
@@ -212,6 +175,27 @@ TEST_F(DaemonTest, RefusesACommandLineThatIsWrong) {
     const CommandResult result = run({"-r", directory / "none"});
     EXPECT_EQ(result.status, exited(2));
     EXPECT_EQ(result.err, "teluma: " + (directory / "none") + ": No such file or directory\n");
+}
+
+CommandResult install(const std::string& root) {
+    return run_command({STANDIN_PACKAGE "/install", root});
+}
+
+TEST_F(DaemonTest, IsInstalledAgainWithoutHarmToItsState) {
+    const std::string root = directory / "host";
+    const std::string run_directory = root + "/var/opt/teluma/run";
+    install(root);
+    write_file(run_directory + "/teluma.state", "primarydomain example.com\n");
+    write_file(run_directory + "/teluma.cfg", "broken\n");
+    EXPECT_EQ(install(root).status, exited(0));
+    EXPECT_EQ(read_file(run_directory + "/teluma.state"), "primarydomain example.com\n");
+    EXPECT_EQ(read_file(run_directory + "/teluma.cfg"), read_file(STANDIN_PACKAGE "/teluma.cfg"));
+
+    write_file(directory / "install", read_file(STANDIN_PACKAGE "/install"), 0755);
+    const CommandResult alone = run_command({directory / "install", directory / "none"});
+    EXPECT_EQ(alone.status, exited(1));
+    EXPECT_NE(alone.err.find("there is no server in"), std::string::npos) << alone.err;
+    EXPECT_FALSE(exists(directory / "none"));
 }
 
 }  // namespace

@@ -4,17 +4,14 @@
 
 #include "tests/support/descriptor.h"
 
-/// A client of the command line interface on 127.0.0.1. What does not come in time, and an end that
-/// comes before it, ends the test as failed.
+/// A client of the command line interface on 127.0.0.1. A wait in vain ends the test as failed.
 class CliClient {
   public:
     /// Connects. Throws std::system_error when nobody listens.
     explicit CliClient(int port);
 
-    /// Sends the bytes as they are.
+    /// Sends bytes as they are, or a line with its CR LF.
     void send(const std::string& bytes) const;
-
-    /// Sends a line with its CR LF.
     void sendLine(const std::string& line) const { send(line + "\r\n"); }
 
     /// Waits until what has come in ends with a prompt, and takes it.

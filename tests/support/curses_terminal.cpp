@@ -9,8 +9,9 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
-#include <iterator>
+#include <map>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include "tests/support/wait_until.h"
@@ -21,39 +22,30 @@ namespace {
 class KeptSignalActions {
   public:
     KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], nullptr, &actions[i]);
+        for (auto& [signal, action] : actions) sigaction(signal, nullptr, &action);
     }
     ~KeptSignalActions() {
-        for (size_t i = 0; i < std::size(signals); ++i) sigaction(signals[i], &actions[i], nullptr);
+        for (const auto& [signal, action] : actions) sigaction(signal, &action, nullptr);
     }
-    KeptSignalActions(const KeptSignalActions&) = delete;
-    KeptSignalActions& operator=(const KeptSignalActions&) = delete;
 
   private:
-    static constexpr int signals[] = {SIGINT, SIGTERM, SIGTSTP, SIGWINCH};
-    struct sigaction actions[std::size(signals)];
+    std::map<int, struct sigaction> actions{
+        {SIGINT, {}}, {SIGTERM, {}}, {SIGTSTP, {}}, {SIGWINCH, {}}};
 };
 
-/// The panel that the panel library puts under the first panel of each screen, for the standard
-/// screen. The library never frees it.
-PANEL* ground_panel_of_screen() {
+/// Keeps the panel that the panel library puts under the first one, and never frees, from counting
+/// as lost when its screen goes, so that the leak checker can be trusted with forgotten panels.
+void keep_ground_panel() {
     WINDOW* window = newwin(1, 1, 0, 0);
     PANEL* lowest = new_panel(window);
     bottom_panel(lowest);
-    PANEL* ground = lowest->below;
-    del_panel(lowest);
-    delwin(window);
-    return ground;
-}
-
-/// Keeps the ground panel of a screen that is gone from counting as lost, so that the leak checker
-/// can be trusted with the panels that the code under test forgets.
-void keep_ground_panel(PANEL* ground) {
     // Never destroyed: the leak checker looks after the destructors of static objects have run.
     static auto& ground_panels = *new std::vector<PANEL*>;
-    ground_panels.push_back(ground);
+    ground_panels.push_back(lowest->below);
+    del_panel(lowest);
+    delwin(window);
     // Forgotten panels that were shown hang on it.
-    ground->above = nullptr;
+    ground_panels.back()->above = nullptr;
 }
 
 /// Starting curses on a name that is not known loses memory.
@@ -73,22 +65,22 @@ std::string change_locale(const std::string& locale) {
 
 }  // namespace
 
-CursesTerminal::Reader::Reader(CursesTerminal& terminal) : stop(make_pipe()) {
+/// Lets code under test in this process write as much as it likes. The thread lets no signal in:
+/// they are for the test's own.
+void CursesTerminal::startReader() {
+    Pipe pipe = make_pipe();
+    readerGoesOn = std::move(pipe.write_end);
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    thread = std::thread([this, &terminal] { terminal.readUntil(stop.read_end); });
+    reader =
+        std::async(std::launch::async, [this, end = std::move(pipe.read_end)] { readUntil(end); });
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
-CursesTerminal::Reader::~Reader() {
-    stop.write_end.close();
-    thread.join();
-}
-
-void CursesTerminal::readUntil(const Descriptor& stop) {
-    pollfd waited[] = {{pty.descriptor(), POLLIN, 0}, {stop.get(), POLLIN, 0}};
+void CursesTerminal::readUntil(const Descriptor& end) {
+    pollfd waited[] = {{pty.descriptor(), POLLIN, 0}, {end.get(), POLLIN, 0}};
     while (waited[1].revents == 0) {
         poll(waited, 2, -1);
         lockAndAbsorb();
@@ -109,8 +101,8 @@ CursesTerminal::CursesTerminal(int rows, int cols, const std::string& term,
     : localeBefore(change_locale(locale)),
       pty(rows, cols),
       emulator(rows, cols, term),
-      reader(*this),
       stream(nullptr, std::fclose) {
+    startReader();
     unsetenv("LINES");
     unsetenv("COLUMNS");
     startCurses(term);
@@ -138,10 +130,9 @@ void CursesTerminal::startCurses(const std::string& term) {
 }
 
 CursesTerminal::~CursesTerminal() {
-    PANEL* ground = ground_panel_of_screen();
+    keep_ground_panel();
     if (!isendwin()) endwin();
     delscreen(screen);
-    keep_ground_panel(ground);
     dup2(inputBefore.get(), STDIN_FILENO);
     std::setlocale(LC_CTYPE, localeBefore.c_str());
 }

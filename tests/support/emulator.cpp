@@ -16,27 +16,15 @@ int palette_index(const VTermColor& colour) {
     return VTERM_COLOR_IS_INDEXED(&colour) ? colour.indexed.idx : direct_colour;
 }
 
-std::string to_utf8(uint32_t character) {
-    if (character < 0x80) return {static_cast<char>(character)};
-    int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
-    const uint32_t length_mark = following == 1 ? 0xc0 : following == 2 ? 0xe0 : 0xf0;
-    std::string bytes{static_cast<char>(length_mark | (character >> (6 * following)))};
-    while (following-- > 0)
-        bytes += static_cast<char>(0x80 | ((character >> (6 * following)) & 0x3f));
-    return bytes;
-}
-
-Cell cell_of(const VTermScreenCell& shown) {
-    constexpr uint32_t right_half = UINT32_MAX;
-    Cell cell;
-    cell.text.clear();
-    for (int i = 0; i < VTERM_MAX_CHARS_PER_CELL && shown.chars[i] != 0; ++i) {
-        if (shown.chars[i] != right_half) cell.text += to_utf8(shown.chars[i]);
+Cell cell_at(const VTermScreen* screen, VTermPos place) {
+    VTermScreenCell shown{};
+    vterm_screen_get_cell(screen, place, &shown);
+    Cell cell{" ", palette_index(shown.fg), palette_index(shown.bg), shown.attrs.bold != 0};
+    if (shown.chars[0] != 0) {
+        char text[VTERM_MAX_CHARS_PER_CELL * 6];
+        const VTermRect alone{place.row, place.row + 1, place.col, place.col + 1};
+        cell.text.assign(text, vterm_screen_get_text(screen, text, sizeof text, alone));
     }
-    if (shown.chars[0] == 0) cell.text = " ";
-    cell.foreground = palette_index(shown.fg);
-    cell.background = palette_index(shown.bg);
-    cell.bold = shown.attrs.bold != 0;
     return cell;
 }
 
@@ -77,8 +65,6 @@ struct Emulator::Terminal {
     }
 
     ~Terminal() { vterm_free(vterm); }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
 
     static void onReply(const char* bytes, size_t length, void* self) {
         static_cast<Terminal*>(self)->replies.append(bytes, length);
@@ -114,11 +100,8 @@ ScreenImage Emulator::image() const {
     vterm_get_size(terminal->vterm, &rows, &cols);
     ScreenImage image(rows, cols);
     for (int row = 0; row < rows; ++row) {
-        for (int col = 0; col < cols; ++col) {
-            VTermScreenCell shown{};
-            vterm_screen_get_cell(terminal->screen, {row, col}, &shown);
-            image.cell(row, col) = cell_of(shown);
-        }
+        for (int col = 0; col < cols; ++col)
+            image.cell(row, col) = cell_at(terminal->screen, {row, col});
     }
     VTermPos cursor{};
     vterm_state_get_cursorpos(vterm_obtain_state(terminal->vterm), &cursor);

@@ -5,8 +5,7 @@
 
 #include "tests/support/screen_image.h"
 
-/// A key of a terminal's keyboard. What the cursor keys send follows the mode that the program has
-/// put the terminal in.
+/// A key of a terminal's keyboard; what some send follows the mode that the program has set.
 enum class Key {
     tab,
     enter,
@@ -27,17 +26,13 @@ enum class Key {
     ctrl_c,
 };
 
-/// A terminal without a window: interprets the bytes that a program writes, as libvterm reads them,
-/// and knows what the keys send. UTF-8, alternate screen and line drawing included; bold does not
-/// make a colour bright.
+/// A terminal without a window, played by libvterm: UTF-8, alternate screen and line drawing
+/// included; bold does not make a colour bright.
 class Emulator {
   public:
-    /// `term` names the terminal that is played (a TERM value). It matters where kinds of terminal
-    /// give one sequence different meanings.
+    /// `term`, a TERM value, matters where kinds of terminal give one sequence different meanings.
     Emulator(int rows, int cols, const std::string& term);
     ~Emulator();
-    Emulator(const Emulator&) = delete;
-    Emulator& operator=(const Emulator&) = delete;
 
     /// Interprets output; a sequence may be cut anywhere between two calls.
     void feed(const std::string& bytes);
@@ -52,8 +47,7 @@ class Emulator {
     /// What a key sends in the modes that are set now.
     std::string keyBytes(Key key);
 
-    /// What the terminal has answered to questions in the output since the last call; to be sent to
-    /// the program as if typed.
+    /// What the terminal has answered since the last call; to be sent to the program as if typed.
     std::string takeReplies();
 
   private:

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "tests/support/escape_sequences.h"
+
 namespace {
 
 class EmulatorTest : public testing::Test {
@@ -14,31 +18,28 @@ class EmulatorTest : public testing::Test {
     }
 };
 
-TEST_F(EmulatorTest, shows_text_colours_and_bold_as_they_were_sent) {
+TEST_F(EmulatorTest, shows_colours_and_bold_as_they_were_sent) {
     const ScreenImage image =
-        after("one\r\n\x1b[1;37;44mX\x1b[m\x1b[38;5;200;103mX\x1b[39;49mX\x1b[38;2;1;2;3mX");
-    EXPECT_EQ(image.text(), "one\nXXXX\n\n\n");
-    EXPECT_EQ(image.cell(0, 0), (Cell{"o", default_colour, default_colour, false}));
-    EXPECT_EQ(image.cell(1, 0), (Cell{"X", 7, 4, true}));
-    EXPECT_EQ(image.cell(1, 1), (Cell{"X", 200, 11, false}));
-    EXPECT_EQ(image.cell(1, 2), Cell({"X"}));
-    EXPECT_EQ(image.cell(1, 3).foreground, direct_colour);
-    EXPECT_EQ(image.cursor().position, (Position{1, 4}));
+        after("\x1b[1;37;44mX\x1b[m\x1b[38;5;200;103mX\x1b[39;49mX\x1b[38;2;1;2;3mX");
+    const Cell expected[] = {{"X", 7, 4, true},
+                             {"X", 200, 11, false},
+                             {"X", default_colour, default_colour, false},
+                             {"X", direct_colour, default_colour, false}};
+    for (int col = 0; col < 4; ++col) EXPECT_EQ(image.cell(0, col), expected[col]);
 }
 
-TEST_F(EmulatorTest, a_repeated_character_leaves_the_cursor_on_its_line) {
-    EXPECT_EQ(after("-\x1b[8bx").text(), "---------x\n\n\n\n");
-}
-
-TEST_F(EmulatorTest, lines_are_box_characters_whether_sent_as_utf8_or_from_the_alternate_set) {
-    EXPECT_EQ(after("\x1b(0lqktuxmj\x1b(B").rowText(0), "┌─┐├┤│└┘  ");
-    EXPECT_EQ(after("\r┌─┐├┤│└┘").rowText(0), "┌─┐├┤│└┘  ");
-    EXPECT_EQ(after("\r\x1b)0\x0elqk\x0fq").rowText(0), "┌─┐q┤│└┘  ");
+TEST_F(EmulatorTest, draws_lines_sent_either_way_and_repeats_a_character_on_its_line) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"\x1b(0lqktuxmj\x1b(B", "┌─┐├┤│└┘  "},
+        {"\r┌─┐├┤│└┘", "┌─┐├┤│└┘  "},
+        {"\r\x1b)0\x0elqk\x0fq", "┌─┐q┤│└┘  "},
+        {"\r-\x1b[8bx", "---------x"},
+    };
+    for (const auto& [output, row] : cases) EXPECT_EQ(after(output).rowText(0), row);
 }
 
 TEST_F(EmulatorTest, leaving_the_alternate_screen_brings_the_normal_one_back) {
     after("shell$ ");
-    EXPECT_FALSE(emulator.alternateScreen());
     EXPECT_FALSE(after("\x1b[?1049h\x1b[?25l\x1b[H\x1b[2Jfull").shows("shell$"));
     EXPECT_FALSE(emulator.image().cursor().visible);
     EXPECT_TRUE(emulator.alternateScreen());
@@ -49,34 +50,36 @@ TEST_F(EmulatorTest, leaving_the_alternate_screen_brings_the_normal_one_back) {
     EXPECT_TRUE(image.cursor().visible);
 }
 
-TEST_F(EmulatorTest, a_resized_screen_has_the_new_size_and_can_be_drawn_whole) {
-    after("\x1b[?1049hold");
-    emulator.resize(6, 20);
-    EXPECT_EQ(emulator.image().rows(), 6);
-    EXPECT_EQ(emulator.image().cols(), 20);
-    EXPECT_TRUE(after("\x1b[6;20Hx").find("x") == (Position{5, 19}));
-    emulator.resize(2, 5);
-    EXPECT_EQ(after("\x1b[H\x1b[2Jab\x1b[2;5Hc").text(), "ab\n    c\n");
-}
-
-TEST_F(EmulatorTest, keys_send_what_a_terminal_sends_in_the_mode_that_is_set) {
-    const std::pair<Key, const char*> keys[] = {
-        {Key::tab, "\t"},      {Key::enter, "\r"},       {Key::space, " "},
-        {Key::escape, "\x1b"}, {Key::backspace, "\x7f"}, {Key::backspace_as_8, "\b"},
-        {Key::ctrl_c, "\x03"}, {Key::del, "\x1b[3~"},    {Key::page_down, "\x1b[6~"},
-        {Key::up, "\x1b[A"},
-    };
-    for (const auto& [key, bytes] : keys) EXPECT_EQ(emulator.keyBytes(key), bytes);
-    after("\x1b[?1h");
+TEST_F(EmulatorTest, knows_the_mode_of_the_keys_and_does_not_mix_them_with_its_answers) {
+    EXPECT_EQ(emulator.keyBytes(Key::up), "\x1b[A");
+    after("\x1b[?1hab\x1b[6n");
     EXPECT_EQ(emulator.keyBytes(Key::up), "\x1bOA");
-    EXPECT_EQ(emulator.keyBytes(Key::home), "\x1bOH");
-}
-
-TEST_F(EmulatorTest, answers_a_question_for_the_cursor_and_does_not_mix_it_with_keys) {
-    after("ab\x1b[6n");
-    EXPECT_EQ(emulator.keyBytes(Key::tab), "\t");
+    EXPECT_EQ(emulator.keyBytes(Key::backspace), "\x7f");
+    EXPECT_EQ(emulator.keyBytes(Key::backspace_as_8), "\b");
     EXPECT_EQ(emulator.takeReplies(), "\x1b[1;3R");
     EXPECT_EQ(emulator.takeReplies(), "");
+}
+
+TEST(OutputFilter, gives_the_same_wherever_the_stream_is_cut) {
+    const std::string stream =
+        "ab\x1b[3bc\x1b[1;37m\x1b[2b\x1b(0d\x1b[b\xe2\x94\x80\x1b[2b\r\x1b[12be\x1b\x1b[2bf"
+        "\xe2\x94\x1b]Rg\xc3h\x1b]0;title\x07i";
+    const std::string filtered =
+        "abbbbc\x1b[1;37mcc\x1b(0dd\xe2\x94\x80\xe2\x94\x80\xe2\x94\x80\r\x1b[12be\x1b"
+        "eefgh\x1b]0;title\x07i";
+    for (size_t cut = 0; cut <= stream.size(); ++cut) {
+        OutputFilter filter(true);
+        const std::string first = filter.filter(stream.substr(0, cut));
+        EXPECT_EQ(first + filter.filter(stream.substr(cut)), filtered) << "cut at " << cut;
+    }
+    EXPECT_EQ(OutputFilter(false).filter("\x1b]Ra"), "\x1b]Ra") << "no Linux console";
+}
+
+TEST(PlainText, leaves_escape_sequences_and_carriage_returns_out) {
+    EXPECT_EQ(plain_text("\x1b[1;37;44mone\x1b(B\x1b[m\r\n\ttwo\x1b[?1l\x1b>\x07"), "one\n\ttwo");
+    EXPECT_EQ(plain_text("\x1b]0;a title\x07one\x1b]0;another\x1b\\two\x1b]Rthree"), "onetwothree");
+    for (const char* unfinished : {"one\x1b", "one\x1b[", "one\x1b]0;tit", "one\x1b]0;tit\x1b"})
+        EXPECT_EQ(plain_text(unfinished), "one");
 }
 
 }  // namespace

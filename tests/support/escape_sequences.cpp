@@ -37,16 +37,9 @@ size_t sequence_length(const std::string& text, size_t at) {
     return 0;
 }
 
-/// How often the unit wants the character before repeated, 0 if it wants something else. Bounded,
-/// as no screen is that large.
-int repetitions(const std::string& unit) {
-    const bool numbered = unit.size() > 2 && unit.back() == 'b' && unit[1] == '[' &&
-                          unit.find_first_not_of("0123456789", 2) == unit.size() - 1;
-    return numbered ? std::clamp(std::atoi(unit.c_str() + 2), 1, 10000) : 0;
-}
-
-}  // namespace
-
+/// What a program writes falls into units: a character in UTF-8, a control character, an escape
+/// sequence. Returns how many bytes the unit at `at` has, up to another that cuts it short; 0 if
+/// the text ends within it.
 size_t unit_length(const std::string& text, size_t at) {
     if (at + 1 < text.size() && text[at] == escape) return sequence_length(text, at);
     if (at == text.size() || text[at] == escape) return 0;
@@ -57,6 +50,16 @@ size_t unit_length(const std::string& text, size_t at) {
     }
     return whole;
 }
+
+/// How often the unit wants the character before repeated, 0 if it wants something else. Bounded,
+/// as no screen is that large.
+int repetitions(const std::string& unit) {
+    const bool numbered = unit.size() > 2 && unit.back() == 'b' && unit[1] == '[' &&
+                          unit.find_first_not_of("0123456789", 2) == unit.size() - 1;
+    return numbered ? std::clamp(std::atoi(unit.c_str() + 2), 1, 10000) : 0;
+}
+
+}  // namespace
 
 std::string plain_text(const std::string& output) {
     std::string text;
@@ -79,10 +82,9 @@ std::string OutputFilter::filter(const std::string& piece) {
     return output;
 }
 
-/// Writes "repeat the character before" out in full, since libvterm wraps to the next line when one
-/// column is left after the repeated characters. Leaves out broken characters, which it shows as
-/// late as before the next one that is not ASCII, and the reset of the palette, after which it
-/// would take everything for the text of an operating system command.
+/// libvterm wraps a line when one column is left after "repeat the character before", shows broken
+/// characters too late, and takes what follows a reset of the palette for an operating system
+/// command.
 std::string OutputFilter::prepared(const std::string& unit) {
     if (unit[0] == escape) {
         std::string repeated;

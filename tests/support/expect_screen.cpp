@@ -4,16 +4,12 @@
 
 namespace {
 
-std::string joined(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines)
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-    return text;
-}
-
 // A raw string literal begins with the newline after its opening bracket.
 std::string literal_rows(const std::string& literal) {
-    return joined(split_lines(literal.substr(literal.rfind('\n', 0) == 0 ? 1 : 0)));
+    std::string rows;
+    for (const std::string& line : split_lines(literal.substr(literal[0] == '\n' ? 1 : 0)))
+        rows += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    return rows;
 }
 
 testing::AssertionResult same_text(const std::string& what, const std::string& expected,
@@ -34,11 +30,11 @@ testing::AssertionResult looks_same(const char* expected_expression, const char*
 testing::AssertionResult picture_matches(const char* image_expression, const char*,
                                          const ScreenImage& image, const std::string& picture) {
     return same_text(std::string("the picture of ") + image_expression, literal_rows(picture),
-                     joined(picture_rows(image)));
+                     image.text());
 }
 
 testing::AssertionResult colours_match(const char* image_expression, const char*,
                                        const ScreenImage& image, const std::string& letters) {
     return same_text(std::string("the colours of ") + image_expression, literal_rows(letters),
-                     joined(colour_rows(image)));
+                     colour_letters(image));
 }

@@ -35,7 +35,7 @@ Lines alias_step(const WireAnswers& answers) {
                                                                                       : Lines();
 }
 
-// Sends the commands of the steps and takes the server's part.
+/// Sends the commands of the steps and takes the server's part.
 class Conversation {
   public:
     explicit Conversation(const std::vector<Refusal>& planned) : plan(planned) {}

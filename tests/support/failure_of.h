@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// Runs a piece of a test that is meant to fail and returns the messages of its failures, an empty
-/// text if there were none. The running test is not marked as failed by them.
+/// Runs a piece of a test that is meant to fail and returns the messages of its failures, which the
+/// running test doesn't get.
 template <class Piece>
 std::string failure_of(Piece piece) {
     testing::TestPartResultArray results;

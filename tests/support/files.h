@@ -30,8 +30,7 @@ struct FileFacts {
 
 FileFacts file_facts(const std::string& path);
 
-/// A new directory of mode 700 under $TMPDIR or /tmp, removed with all that is in it when the
-/// object goes.
+/// A new directory of mode 700 below $TMPDIR or /tmp, which goes with the object.
 class TempDir {
   public:
     /// Throws std::system_error.

@@ -2,10 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <optional>
-#include <sstream>
 
+#include "tests/support/files.h"
 #include "tests/support/screen_text.h"
 #include "tests/support/terminal_program.h"
 
@@ -17,21 +16,15 @@ bool updating() {
 }
 
 std::optional<std::string> content_of(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
+    if (!exists(path)) return std::nullopt;
+    return read_file(path);
 }
 
 testing::AssertionResult write_golden(const std::string& path, const std::string& text) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream file(path, std::ios::binary);
-    file << text << std::flush;
+    write_file(path, text);
     return testing::AssertionFailure()
-           << (file ? "written anew, look at it and run the test again without UPDATE_GOLDEN: "
-                    : "cannot be written: ")
-           << path;
+           << "written anew, look at it and run the test again without UPDATE_GOLDEN: " << path;
 }
 
 }  // namespace

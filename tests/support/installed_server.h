@@ -7,8 +7,7 @@
 
 using Lines = std::vector<std::string>;
 
-/// The stand-in server as the sandbox that the test runs in has it installed, at the paths that the
-/// wizard knows. It is not running at first; whoever starts it, it ends with the sandbox.
+/// The stand-in server that the sandbox has installed, which does not run at first.
 class InstalledServer {
   public:
     static constexpr const char* config = "/var/opt/teluma/run/teluma.cfg";
@@ -19,16 +18,12 @@ class InstalledServer {
     /// Starts it; the test ends as failed if that does not work.
     void start() const;
 
-    /// Replaces the fault rules, in the form that its README tells of.
+    /// Replaces the fault rules; or what it has saved, in the form of its state file.
     void faults(const std::string& rules) const;
-
-    /// Replaces what it has saved, in the form of its state file.
     void save(const std::string& state) const;
 
-    /// Puts a shell script in the place of its executable.
+    /// Puts a shell script in the place of its executable, which wrapBy's knows as `$0.real`.
     void replaceBy(const std::string& script) const;
-
-    /// The same; the script knows the executable as `$0.real`.
     void wrapBy(const std::string& script) const;
 
     /// Gives its files to the user "teluma", as whom it runs from now on whoever starts it.
@@ -41,29 +36,24 @@ class InstalledServer {
     pid_t lastStarted() const;
     bool isRunning() const;
 
-    /// Waits until it is not, as after a signal.
     void waitForEnd() const;
 
-    /// The commands that it has received, `-A PASSWORD` included, in order.
+    /// The commands that it has received, `-A PASSWORD` included; those after the last `command`.
     Lines commands() const;
-
-    /// Those that followed the last `command`; nothing without it.
     Lines commandsAfter(const std::string& command) const;
 
-    /// The records of what it has saved last that begin with these words, which they keep.
+    /// The records that it has saved last and that begin with these words.
     Lines saved(const std::string& words) const;
 
     /// The administrator's password as it has it.
     std::string password() const;
 
-    /// All lines of its log, notes ("# ...") included.
+    /// All lines of its log, notes ("# ...") included; and a wait for one of them.
     Lines log() const;
-
-    /// Waits until the log holds this line.
     void waitForLog(const std::string& line) const;
 
-    /// Waits for its end, starts it again, logs in with the administrator's password and returns
-    /// everything that it knows, in the form of its state file.
+    /// Waits for its end, starts it again, logs in and returns all that it knows, as its state
+    /// file.
     std::string stateAfterRestart(const std::string& password) const;
 };
 

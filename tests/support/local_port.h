@@ -14,8 +14,7 @@ class LocalPort {
     int number() const { return port; }
 
     /// Accepts connections, on all addresses of this machine or on one. The kernel keeps
-    /// `most_waiting` of them, and one more, until they are taken; it drops others without an
-    /// answer.
+    /// `most_waiting` of them, and one more; it drops others without an answer.
     void open(const std::string& address = "0.0.0.0", int most_waiting = 16);
     void close() { server.close(); }
 
@@ -34,8 +33,7 @@ class LocalPort {
 /// A connection to a port, which waits when it is read or written; throws std::system_error.
 Descriptor connection_to(int port, const std::string& address = "127.0.0.1");
 
-/// A port that lets a connection attempt wait: its queue is full, so the kernel drops what comes.
-/// Nobody is told anything before free(), which refuses the attempts that still go on.
+/// A port that lets a connection attempt wait, since its queue is full, until free() refuses it.
 class SilentPort {
   public:
     explicit SilentPort(int number);

@@ -1,10 +1,8 @@
 #include "tests/support/process.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,18 +58,15 @@ std::vector<char*> exec_array(std::vector<std::string>& strings) {
 namespace {
 
 /// A file in memory for one output of a command, so that nobody has to read while it runs.
-class Output {
-  public:
-    Output() : file(checked(memfd_create("output", MFD_CLOEXEC), "memfd_create")) {
-        checked(fcntl(file.get(), F_SETFL, O_APPEND), "fcntl");
-    }
+Descriptor output_file() {
+    Descriptor file(checked(memfd_create("output", MFD_CLOEXEC), "memfd_create"));
+    checked(fcntl(file.get(), F_SETFL, O_APPEND), "fcntl");
+    return file;
+}
 
-    int descriptor() const { return file.get(); }
-    std::string text() const { return read_file("/proc/self/fd/" + std::to_string(file.get())); }
-
-  private:
-    Descriptor file;
-};
+std::string content_of(const Descriptor& file) {
+    return read_file("/proc/self/fd/" + std::to_string(file.get()));
+}
 
 pid_t spawn(std::vector<std::string>& arguments, std::vector<std::string> environment, int out,
             int err) {
@@ -101,36 +96,24 @@ pid_t spawn(std::vector<std::string>& arguments, std::vector<std::string> enviro
     return pid;
 }
 
-/// Whether a process ends before patience() is over. The C library's own declaration of
-/// pidfd_open(2) cannot be linked from C++ everywhere.
-bool ends_in_time(pid_t pid) {
-    const Descriptor process(
-        checked(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)), "pidfd_open"));
-    const Deadline deadline;
-    pollfd waited{process.get(), POLLIN, 0};
-    while (poll(&waited, 1, deadline.millisecondsLeft(1000)) <= 0) {
-        if (deadline.passed()) return false;
-    }
-    return true;
-}
-
 }  // namespace
 
 CommandResult run_command(std::vector<std::string> arguments, const EnvironmentChanges& environment,
                           const Caller& caller) {
-    const Output out;
-    const Output err;
-    const pid_t pid =
-        spawn(arguments, changed_environment(environment), out.descriptor(), err.descriptor());
-    const bool ended = ends_in_time(pid);
-    if (!ended) kill(-pid, SIGKILL);
+    const Descriptor out = output_file();
+    const Descriptor err = output_file();
+    const pid_t pid = spawn(arguments, changed_environment(environment), out.get(), err.get());
     int wait_status = 0;
-    checked(waitpid(pid, &wait_status, 0), "waitpid");
-    if (!ended) {
-        stop_test(caller, "waited in vain for the end of " + arguments[0] + "; it had written:\n" +
-                              out.text() + err.text());
+    for (const Deadline deadline; checked(waitpid(pid, &wait_status, WNOHANG), "waitpid") == 0;) {
+        if (deadline.passed()) {
+            kill(-pid, SIGKILL);
+            waitpid(pid, &wait_status, 0);
+            stop_test(caller, "waited in vain for the end of " + arguments[0] +
+                                  "; it had written:\n" + content_of(out) + content_of(err));
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    return {from_wait_status(wait_status), out.text(), err.text()};
+    return {from_wait_status(wait_status), content_of(out), content_of(err)};
 }
 
 bool process_running(pid_t pid) {

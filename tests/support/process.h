@@ -16,10 +16,7 @@ struct ExitStatus {
     int signal = 0;  // or 0 when it ended by itself
 };
 
-/// The status of a process that ended with `code`: `EXPECT_EQ(program.waitExit(), exited(0))`.
 ExitStatus exited(int code);
-
-/// The status of a process that was ended by `signal`.
 ExitStatus killed_by(int signal);
 
 /// Reads the status that waitpid(2) gives for a process that has ended.
@@ -28,7 +25,6 @@ ExitStatus from_wait_status(int wait_status);
 bool operator==(const ExitStatus& left, const ExitStatus& right);
 bool operator!=(const ExitStatus& left, const ExitStatus& right);
 
-/// Writes "exit status 1" or "signal 9 (Killed)".
 std::ostream& operator<<(std::ostream& out, const ExitStatus& status);
 
 /// Changes to the environment: the new value of a variable, or nothing to take it out.
@@ -37,8 +33,7 @@ using EnvironmentChanges = std::map<std::string, std::optional<std::string>>;
 /// This process's environment with the changes, as "NAME=value" strings.
 std::vector<std::string> changed_environment(const EnvironmentChanges& changes);
 
-/// The strings as exec(3) takes them: pointers, then a null pointer. They point into `strings`,
-/// which must stay alive and unchanged.
+/// The strings as exec(3) takes them: pointers into `strings`, then a null pointer.
 std::vector<char*> exec_array(std::vector<std::string>& strings);
 
 /// What a command has left behind.
@@ -49,11 +44,9 @@ struct CommandResult {
 };
 
 /// Runs a command to its end, found by PATH, with nothing on its standard input, default signal
-/// actions, and a process group of its own. A daemon that it leaves behind is not waited for, even
-/// if that keeps the output open.
-///
-/// A command that cannot be started throws std::system_error. One that does not end within
-/// patience() is killed with its group, and the test ends as failed.
+/// actions, and a process group of its own. A daemon that it leaves behind is not waited for. A
+/// command that cannot be started throws std::system_error. One that does not end within patience()
+/// is killed with its group, and the test ends as failed.
 CommandResult run_command(std::vector<std::string> arguments,
                           const EnvironmentChanges& environment = {},
                           const Caller& caller = Caller::here());

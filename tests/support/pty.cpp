@@ -12,12 +12,6 @@
 #include <ostream>
 #include <system_error>
 
-TerminalModes read_terminal_modes(int descriptor) {
-    TerminalModes modes{};
-    checked(tcgetattr(descriptor, &modes.settings), "tcgetattr");
-    return modes;
-}
-
 bool operator==(const TerminalModes& left, const TerminalModes& right) {
     const termios& a = left.settings;
     const termios& b = right.settings;
@@ -29,16 +23,10 @@ bool operator!=(const TerminalModes& left, const TerminalModes& right) { return 
 
 std::ostream& operator<<(std::ostream& out, const TerminalModes& modes) {
     const termios& settings = modes.settings;
-    const auto flag = [&out](bool set, const char* name) { out << (set ? " " : " -") << name; };
     out << std::oct << "input " << settings.c_iflag << ", output " << settings.c_oflag
         << ", control " << settings.c_cflag << ", local " << settings.c_lflag << std::dec << ":";
-    flag(modes.echo(), "echo");
-    flag(modes.canonical(), "icanon");
-    flag((settings.c_lflag & ISIG) != 0, "isig");
-    flag((settings.c_iflag & ICRNL) != 0, "icrnl");
-    flag((settings.c_oflag & OPOST) != 0, "opost");
-    flag((settings.c_oflag & ONLCR) != 0, "onlcr");
-    return out;
+    return out << (modes.echo() ? " echo" : " -echo")
+               << (modes.canonical() ? " icanon" : " -icanon");
 }
 
 Pty::Pty(int rows, int cols)
@@ -102,6 +90,10 @@ int Pty::foregroundGroup() const {
     return std::max(0, checked(tcgetpgrp(screenSide.get()), "tcgetpgrp"));
 }
 
-TerminalModes Pty::modes() const { return read_terminal_modes(screenSide.get()); }
+TerminalModes Pty::modes() const {
+    TerminalModes modes{};
+    checked(tcgetattr(screenSide.get(), &modes.settings), "tcgetattr");
+    return modes;
+}
 
 void Pty::hangUp() { screenSide.close(); }

@@ -37,11 +37,9 @@ struct Cursor {
     bool visible = true;
 };
 
-/// What a terminal shows, copied at one moment. Lines are box characters (─ │ ┌ ┐ └ ┘ ├ ┤),
-/// whatever way the program drew them.
-///
-/// The cells hold everything that is known of them. Two images that differ only in what nobody can
-/// see, as the foreground of a blank, look the same: compare them with EXPECT_SAME_LOOK.
+/// What a terminal shows, copied at one moment. Lines are box characters, whatever way the program
+/// drew them. Images that differ only in what nobody can see, as the foreground of a space, look
+/// the same: compare them with EXPECT_SAME_LOOK.
 class ScreenImage {
   public:
     /// A blank screen with a visible cursor in the upper left corner.

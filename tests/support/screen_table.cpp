@@ -28,7 +28,3 @@ std::vector<Stop> every_stop() {
     for (int place = 0; place < stop_count; ++place) all.push_back(stop_at(place));
     return all;
 }
-
-std::vector<Stop> listener_stops() {
-    return {Stop::webadmin, Stop::smtp, Stop::pop3, Stop::imap, Stop::webmail};
-}

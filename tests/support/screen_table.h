@@ -46,6 +46,3 @@ const StopFacts& facts_of(Stop stop);
 inline const char* title_of(Stop stop) { return facts_of(stop).title; }
 
 std::vector<Stop> every_stop();
-
-/// The screens of the listeners, in the order of the walk.
-std::vector<Stop> listener_stops();

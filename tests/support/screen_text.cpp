@@ -7,10 +7,9 @@
 
 namespace {
 
-/// Foreground, background, bold, blank.
+/// Foreground, background, bold, blank: of a blank only the background can be seen.
 using Look = std::tuple<int, int, bool, bool>;
 
-/// Of a blank only the background can be seen.
 Look look_of(const Cell& cell) {
     if (cell.text == " ") return {default_colour, cell.background, false, true};
     return {cell.foreground, cell.background, cell.bold, false};
@@ -57,29 +56,30 @@ class ColourLetters {
 
     std::string legend() const {
         std::string lines;
-        for (const auto& [letter, meaning] : meanings)
-            lines += std::string(1, letter) + " = " + meaning + "\n";
+        for (const auto& [letter, look] : meanings) {
+            const auto& [foreground, background, bold, blank] = look;
+            lines += std::string(1, letter) + (bold ? " = bold " : " = ") +
+                     (blank ? "blank" : colour_name(foreground)) + " on " +
+                     colour_name(background) + "\n";
+        }
         return lines;
     }
 
   private:
     char note(char letter, const Look& look) {
-        const auto& [foreground, background, bold, blank] = look;
-        meanings[letter] = (bold ? "bold " : "") + (blank ? "blank" : colour_name(foreground)) +
-                           " on " + colour_name(background);
+        meanings.emplace(letter, look);
         return letter;
     }
 
     std::map<Look, char> unusual;
-    std::map<char, std::string> meanings;
+    std::map<char, Look> meanings;
 };
 
-std::vector<std::string> colour_rows(const ScreenImage& image, ColourLetters& letters) {
-    std::vector<std::string> rows;
+std::string colour_rows(const ScreenImage& image, ColourLetters& letters, const char* row_end) {
+    std::string rows;
     for (int row = 0; row < image.rows(); ++row) {
-        rows.emplace_back();
-        for (int col = 0; col < image.cols(); ++col)
-            rows.back() += letters.letter(image.cell(row, col));
+        for (int col = 0; col < image.cols(); ++col) rows += letters.letter(image.cell(row, col));
+        rows += row_end;
     }
     return rows;
 }
@@ -93,12 +93,6 @@ std::string padded(const std::string& line, size_t columns) {
     return line + std::string(columns - std::min(columns, columns_of(line)), ' ');
 }
 
-std::string closed_rows(const std::vector<std::string>& rows) {
-    std::string text;
-    for (const std::string& row : rows) text += row + "|\n";
-    return text;
-}
-
 std::string cursor_line(const Cursor& cursor) {
     if (!cursor.visible) return "cursor hidden\n";
     return "cursor " + std::to_string(cursor.position.row) + "," +
@@ -107,23 +101,17 @@ std::string cursor_line(const Cursor& cursor) {
 
 }  // namespace
 
-std::vector<std::string> picture_rows(const ScreenImage& image) {
-    std::vector<std::string> rows;
-    rows.reserve(static_cast<size_t>(image.rows()));
-    for (int row = 0; row < image.rows(); ++row) rows.push_back(image.rowText(row));
-    return rows;
-}
-
-std::vector<std::string> colour_rows(const ScreenImage& image) {
+std::string colour_letters(const ScreenImage& image) {
     ColourLetters letters;
-    return colour_rows(image, letters);
+    return colour_rows(image, letters, "\n");
 }
 
 std::string to_text(const ScreenImage& image) {
+    std::string text;
+    for (int row = 0; row < image.rows(); ++row) text += image.rowText(row) + "|\n";
     ColourLetters letters;
-    const std::string colours = closed_rows(colour_rows(image, letters));
-    return closed_rows(picture_rows(image)) + "colours\n" + colours + cursor_line(image.cursor()) +
-           letters.legend();
+    text += "colours\n" + colour_rows(image, letters, "|\n") + cursor_line(image.cursor());
+    return text + letters.legend();
 }
 
 std::vector<std::string> split_lines(const std::string& text) {

@@ -5,34 +5,25 @@
 
 #include "tests/support/screen_image.h"
 
-/// Images as text that a person can read.
-///
-/// One letter stands for the look of a cell:
+/// Images as text that a person can read. One letter stands for the look of a cell:
 ///
 ///     .  default colours            :  the same in bold
 ///     b  white on blue              B  the same in bold
 ///     k  white on black             K  the same in bold
 ///     r  black on red               R  the same in bold
 ///
-/// Of a blank only the background can be seen: it has the small letter of that background. Any
-/// other look gets a digit, then a capital, in the order in which it appears (there are letters for
-/// 33 of them).
+/// A space has the small letter of its background. Any other look gets a digit, then a capital, in
+/// the order in which it appears, up to 33 of them.
 
-/// The characters, one string for a row, each as wide as the image.
-std::vector<std::string> picture_rows(const ScreenImage& image);
+/// The looks, one letter for a cell, each row with a newline.
+std::string colour_letters(const ScreenImage& image);
 
-/// The looks, one letter for a cell, as wide as the image.
-std::vector<std::string> colour_rows(const ScreenImage& image);
-
-/// The whole image, in the format of the golden files: the rows of the picture, each closed by a
-/// "|" that keeps the spaces at its end; the line "colours" and the rows of looks likewise; the
-/// line "cursor ROW,COL" or "cursor hidden"; a line for each letter used with its meaning.
-///
-/// Two images that look the same have the same text and the other way round.
+/// The whole image, in the format of the golden files: the rows of the picture, each closed by "|";
+/// the line "colours" and the rows of looks; "cursor ROW,COL" or "cursor hidden"; the letters used
+/// with their meanings. Images look the same if and only if their texts are.
 std::string to_text(const ScreenImage& image);
 
-/// Two texts line by line next to each other under the headings "expected" and "drawn", each line
-/// in which they differ marked with "!" in front.
+/// Two texts next to each other as "expected" and "drawn", lines that differ marked with "!".
 std::string side_by_side(const std::string& expected, const std::string& drawn);
 
 /// Cuts a text into its lines. A newline at the very end starts no further line.

@@ -11,9 +11,8 @@
 /// other user than its superuser.
 uid_t server_user();
 
-/// Runs `piece` in a child process of this user: where that is another one, of the group of the
-/// same number and of no other group. Returns how it ended: with 0 unless the piece ends it
-/// otherwise.
+/// Runs `piece` in a child process of this user and of the group of the same number alone. Returns
+/// how it ended: with 0 unless the piece ends it otherwise.
 ExitStatus as_user(uid_t user, const std::function<void()>& piece);
 
 /// Takes the user "teluma" out of the sandbox's users.

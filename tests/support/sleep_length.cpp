@@ -1,10 +1,6 @@
-// A library to be preloaded into the wizard: gives its sleeps another length.
-//
-//     TELUMA_SLEEP_MS    how many milliseconds each of its sleeps takes; without it they take their
-//                        own time
-//
-// A sleep is a pselect(2) without descriptors; one of no time stays so. What the wizard starts
-// finds no length in its environment.
+// A library to be preloaded into the wizard: each of its sleeps, a pselect(2) without descriptors,
+// takes TELUMA_SLEEP_MS milliseconds where that is set; one of no time stays so. What the wizard
+// starts finds no length in its environment.
 
 #include <dlfcn.h>
 #include <sys/select.h>

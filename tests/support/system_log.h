@@ -10,8 +10,6 @@ class SystemLog {
   public:
     SystemLog();
     ~SystemLog();
-    SystemLog(const SystemLog&) = delete;
-    SystemLog& operator=(const SystemLog&) = delete;
 
     /// The messages so far: "<PRIORITY>" and, without the time, "IDENTITY: TEXT".
     std::vector<std::string> messages();

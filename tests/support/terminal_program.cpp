@@ -8,7 +8,6 @@
 
 #include "tests/support/escape_sequences.h"
 #include "tests/support/screen_text.h"
-#include "tests/support/wait_until.h"
 
 namespace {
 
@@ -77,15 +76,6 @@ Position TerminalProgram::waitForText(const std::string& text, const Caller& cal
 void TerminalProgram::waitGone(const std::string& text, const Caller& caller) {
     waitUntil([&](const ScreenImage& screen) { return !screen.shows(text); },
               quoted(text) + " was gone from the screen", caller);
-}
-
-void TerminalProgram::waitCursorAt(int row, int col, const Caller& caller) {
-    const Position wanted{row, col};
-    waitUntil(
-        [&](const ScreenImage& screen) {
-            return screen.cursor().visible && screen.cursor().position == wanted;
-        },
-        "the cursor was at " + std::to_string(row) + "," + std::to_string(col), caller);
 }
 
 ExitStatus TerminalProgram::waitExit(const Caller& caller) {

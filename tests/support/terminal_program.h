@@ -24,25 +24,17 @@ struct ProgramSetup {
 };
 
 /// A program that runs in a terminal, and the person before it: what the terminal shows, typing,
-/// resizing, waiting.
+/// resizing, waiting. README.md has an example.
 ///
-///     TerminalProgram wizard({{"build/teluma-wizard"}});
-///     wizard.waitForText("Password:");
-///     wizard.type("secret");
-///     wizard.press(Key::tab);
-///
-/// Waiting has no sleeps in it: each wait looks at the screen whenever something new has come, for
-/// at most patience(). A wait that fails, also because the program has ended meanwhile, ends the
-/// test and prints the screen. A program needs several writes for a screen, so wait for what it
-/// draws last, or for the whole screen (EXPECT_SCREEN does).
+/// Each wait looks at the screen whenever something new has come, for at most patience(). One that
+/// fails, also because the program has ended meanwhile, ends the test and prints the screen. A
+/// program needs several writes for a screen, so wait for what it draws last.
 ///
 /// The program is killed when the object goes. One that cannot be started throws std::system_error.
 class TerminalProgram {
   public:
     explicit TerminalProgram(const ProgramSetup& setup);
     ~TerminalProgram();
-    TerminalProgram(const TerminalProgram&) = delete;
-    TerminalProgram& operator=(const TerminalProgram&) = delete;
 
     using Condition = std::function<bool(const ScreenImage&)>;
 
@@ -53,19 +45,15 @@ class TerminalProgram {
     /// The same without ending the test: false if it has not come to that.
     bool comesTo(const Condition& condition);
 
-    /// Waits until `text` stands on the screen and returns where.
+    /// Waits until `text` stands on the screen and returns where; or until it is gone.
     Position waitForText(const std::string& text, const Caller& caller = Caller::here());
-
     void waitGone(const std::string& text, const Caller& caller = Caller::here());
-
-    /// Waits until the cursor is visible at a place.
-    void waitCursorAt(int row, int col, const Caller& caller = Caller::here());
 
     /// Waits until the program has ended and everything that it has written is on the screen.
     ExitStatus waitExit(const Caller& caller = Caller::here());
 
-    /// Waits until nothing has been written for a fifth of a second. That proves nothing: it is
-    /// for looking at a screen of which nothing is known yet, not for tests.
+    /// Waits until nothing has been written for a fifth of a second, which proves nothing: for
+    /// looking at a screen of which nothing is known yet.
     void waitQuiet();
 
     void type(const std::string& bytes);
@@ -83,23 +71,19 @@ class TerminalProgram {
     /// Breaks the connection to the terminal: SIGHUP, then end of file. The screen stays as it was.
     void hangUp();
 
-    /// Sends a signal to the program alone.
+    /// Sends a signal to the program alone, or to it and its children: the terminal's foreground.
     void signal(int number);
-
-    /// Sends a signal to the terminal's foreground process group: the program and its children.
     void signalForeground(int number);
 
-    /// What the terminal shows now, after whatever has arrived.
+    /// What the terminal shows now, and whether it is the alternate screen.
     ScreenImage image();
-
-    /// Whether the alternate screen is shown.
     bool alternateScreen();
 
     /// Every byte that the program has written and that has arrived.
     std::string output();
 
-    /// What the program printed after it left the alternate screen for good, as plain text: without
-    /// escape sequences, lines ended by "\n". All that it printed if it never was there.
+    /// What the program printed after it left the alternate screen for good, or all of it, as plain
+    /// text: without escape sequences, lines ended by "\n".
     std::string printedAfterwards();
 
     /// The terminal's modes now, and as they were before the program was started.

@@ -1,6 +1,5 @@
 #include "tests/support/terminal_session.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
@@ -12,13 +11,10 @@
 #include <system_error>
 #include <utility>
 
-#include "tests/support/process.h"
-
 namespace {
 
-// The two processes below are forked from one that may have threads: until exec they may call
-// nothing but async-signal-safe functions. All memory they need is prepared before.
-
+/// What the two processes need. They are forked from one that may have threads: until exec they may
+/// call nothing but async-signal-safe functions.
 struct Prepared {
     char** arguments;
     char** environment;
@@ -27,23 +23,6 @@ struct Prepared {
     int report;       // gets the program's pid, later its wait status
     int start_error;  // gets errno when the program cannot be run; closed by exec
 };
-
-/// Moves a descriptor above those that the program gets, at least to `lowest`.
-int moved(int descriptor, int lowest) { return fcntl(descriptor, F_DUPFD_CLOEXEC, lowest); }
-
-/// Keeps nothing open but these three, which it moves, in ascending order.
-void close_all_but(Prepared& prepared) {
-    prepared.terminal = moved(prepared.terminal, 10);
-    prepared.report = moved(prepared.report, prepared.terminal + 1);
-    prepared.start_error = moved(prepared.start_error, prepared.report + 1);
-    unsigned first = 0;
-    for (const int kept : {prepared.terminal, prepared.report, prepared.start_error}) {
-        const auto number = static_cast<unsigned>(kept);
-        if (number > first) close_range(first, number - 1, 0);
-        first = number + 1;
-    }
-    close_range(first, ~0U, 0);
-}
 
 void reset_signals() {
     for (int number = 1; number < NSIG; ++number) std::signal(number, SIG_DFL);
@@ -65,6 +44,7 @@ void report_value(int descriptor, int value) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(prepared.terminal, standard);
+    close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     if (chdir(prepared.directory) == 0)
         execvpe(prepared.arguments[0], prepared.arguments, prepared.environment);
     report_value(prepared.start_error, errno);
@@ -79,22 +59,22 @@ void pass_on_hang_up(int) {
     if (program_group > 0) kill(-program_group, SIGHUP);
 }
 
-[[noreturn]] void lead_session(Prepared prepared) {
+[[noreturn]] void lead_session(const Prepared& prepared) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setsid();
     ioctl(prepared.terminal, TIOCSCTTY, 0);
     std::signal(SIGHUP, pass_on_hang_up);
     std::signal(SIGTTOU, SIG_IGN);
-    close_all_but(prepared);
-
     const pid_t program = fork();
     if (program == 0) run_program(prepared);
     program_group = program;
-    report_value(prepared.report, program);
-    close(prepared.start_error);
+    // What the test closes, its side of the terminal above all, must not stay open here.
+    dup2(prepared.report, STDIN_FILENO);
+    close_range(STDIN_FILENO + 1, ~0U, 0);
+    report_value(STDIN_FILENO, program);
     int wait_status = 0;
     while (waitpid(program, &wait_status, 0) < 0 && errno == EINTR) continue;
-    report_value(prepared.report, wait_status);
+    report_value(STDIN_FILENO, wait_status);
     for (;;) pause();
 }
 

@@ -18,22 +18,17 @@ struct SessionCommand {
 
 /// A program in the foreground of a terminal, as a login shell would have started it.
 ///
-/// Between this process and the program stands one that leads the session and does nothing but wait
-/// for the program's end. If the program led the session itself, the kernel would hang the terminal
-/// up and reset its modes when the program ends, and nobody could see in what state it left them.
-///
-/// Everything ends with this process, even if that is killed.
+/// Another process leads the session: at the end of its leader the kernel hangs the terminal up and
+/// resets its modes, and nobody could see how the program left them. Both processes end with this
+/// one, even if that is killed.
 class TerminalSession {
   public:
-    /// Starts the program with default signal actions, no signal blocked, the terminal as its
-    /// controlling terminal and its standard input, output and error, and no other descriptor.
-    /// std::system_error if it cannot be run.
+    /// Starts the program with default signal actions, none blocked, on the terminal and without
+    /// any other descriptor. std::system_error if it cannot be run.
     TerminalSession(const Descriptor& terminal, SessionCommand command);
 
     /// Kills the program, if it has not ended, and the session.
     ~TerminalSession();
-    TerminalSession(const TerminalSession&) = delete;
-    TerminalSession& operator=(const TerminalSession&) = delete;
 
     pid_t program() const { return programPid; }
 

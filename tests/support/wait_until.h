@@ -5,9 +5,8 @@
 #include <string>
 #include <thread>
 
-/// The place in a test's source that called a helper, so that a failure names the test's line and
-/// not the helper's. Taken by the compiler when `Caller caller = Caller::here()` is a default
-/// argument.
+/// The place in a test's source that called a helper, which a failure then names. Taken by the
+/// compiler when `Caller caller = Caller::here()` is a default argument.
 struct Caller {
     const char* file;
     int line;
@@ -17,8 +16,8 @@ struct Caller {
     }
 };
 
-/// Ends the running test as failed, with `message`, at the caller's line. Does not return: it
-/// throws what GoogleTest takes for an already reported failure, so destructors still run.
+/// Ends the running test as failed at the caller's line, by an exception that GoogleTest knows:
+/// destructors still run.
 [[noreturn]] void stop_test(const Caller& caller, const std::string& message);
 
 /// How long a test waits for something before it fails: 30 seconds, times the number in the
@@ -45,8 +44,8 @@ class Deadline {
     std::chrono::steady_clock::time_point end = std::chrono::steady_clock::now() + patience();
 };
 
-/// Waits until `condition()` is true, for what no descriptor tells of (a file that appears, a
-/// process that goes). When patience() is over the test ends as failed with `description`.
+/// Waits until `condition()` is true, for what no descriptor tells of. When patience() is over the
+/// test ends as failed with `description`.
 template <class Condition>
 void wait_until(Condition condition, const std::string& description,
                 const Caller& caller = Caller::here()) {

@@ -4,9 +4,9 @@
 #include <functional>
 #include <vector>
 
-/// Takes over the waits of the code under test: sleeps, which all pass through pselect(2), and
-/// waits for a descriptor, which pass through ppoll(2). There can be only one at a time. What is
-/// called may do what a signal handler would do at that place, or throw.
+/// Takes over the waits of the code under test: sleeps, by pselect(2), and waits for a descriptor,
+/// by ppoll(2). There can be only one at a time. What is called may do what a signal handler would
+/// do at that place, or throw.
 class Waits {
   public:
     Waits();
@@ -28,11 +28,10 @@ class Waits {
     std::function<void()> atSocket;
 };
 
-/// Runs pieces of a test while the code under test waits for a key: the first piece at the first
-/// wait, the next one at the next; after the last one it waits for real. A piece runs where a
-/// signal handler would: it may look at the screen, draw, and type the key that is waited for. One
-/// that types nothing leaves the wait to the next piece. A piece that never got its wait fails the
-/// test.
+/// Runs pieces of a test while the code under test waits for a key, each at a wait of its own;
+/// after the last one it waits for real. A piece may look at the screen, draw, and type the key;
+/// one that types nothing leaves the wait to the next piece. A piece that never got its wait fails
+/// the test.
 class KeyWaits : public Waits {
   public:
     ~KeyWaits();
