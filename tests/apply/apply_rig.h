@@ -37,15 +37,9 @@ class InstalledServerCase : public testing::Test {
     /// The commands that the server has received since the login.
     Lines received() const { return server.commandsAfter(password); }
 
-    /// Goes to an empty directory in which files can take 4096 bytes in all.
-    static void goToSmallDirectory();
-
     InstalledServer server;
     Waits waits;
 };
 
 /// The lines inside the box on a screen, those that are not empty, without the spaces around them.
 Lines boxed_lines(const ScreenImage& image);
-
-/// The words inside the box, with a space between them.
-std::string boxed_text(const ScreenImage& image);

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/apply/set_text.h"
 #include "tests/apply/working_directory.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
@@ -237,8 +237,7 @@ class RelayScriptName : public ScriptedSession {
     // so. It stands beside the server's configuration.
     bool isWritten(const std::string& given, const std::string& file) {
         const WorkingDirectory directory;
-        std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
-                      "./teluma.cfg");
+        set_text(install_profiles[os_kind].config_file, "./teluma.cfg");
         for (const char* bystander : {"a", "b", "victim"}) write_file(bystander, "precious");
         write_file(file, "script");
         answer(accepted + ("smtpFiltersFile = \"" + given + "\"\r\n") + accepted + accepted);

@@ -6,12 +6,12 @@
 #include <sys/stat.h>
 
 #include <csignal>
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "apply/server_session.h"
 #include "tests/apply/child_processes.h"
+#include "tests/apply/set_text.h"
 #include "tests/apply/working_directory.h"
 #include "tests/support/files.h"
 #include "tests/support/waits.h"
@@ -27,20 +27,15 @@ class ScriptedServer : public testing::Test {
     static constexpr const char* pid_file = "teluma.pid";
 
     ScriptedServer() {
-        setPath(profile.config_file, config);
-        setPath(profile.pid_file, pid_file);
-        setPath(profile.server_binary, "./teluma");
+        set_text(profile.config_file, config);
+        set_text(profile.pid_file, pid_file);
+        set_text(profile.server_binary, "./teluma");
         script("");
     }
 
     ~ScriptedServer() override {
         server_session = {};
         profile = {};
-    }
-
-    template <std::size_t size>
-    static void setPath(char (&field)[size], const std::string& path) {
-        std::snprintf(field, size, "%s", path.c_str());
     }
 
     // Replaces the script by one that notes its calls and then runs these commands.
@@ -94,7 +89,7 @@ TEST_F(ServerReadPid, takes_the_number_of_the_first_line) {
 
 TEST_F(ServerReadPid, takes_0_from_a_file_that_can_be_opened_but_not_read) {
     // A process' memory, read from address 0: proc(5).
-    setPath(profile.pid_file, "/proc/self/mem");
+    set_text(profile.pid_file, "/proc/self/mem");
     server_session.pid = 4711;
     EXPECT_EQ(server_read_pid(), 0);
     EXPECT_EQ(server_session.pid, 0);
@@ -148,7 +143,7 @@ TEST_F(ServerCommand, fails_without_a_process_or_when_it_is_too_long_and_is_not_
         EXPECT_EQ(command(), 1);
     }
     EXPECT_EQ(server_set_admin_password(std::string(250, 'p').c_str()), 1);
-    setPath(profile.server_binary, profile.server_binary + std::string(240, ' '));
+    set_text(profile.server_binary, profile.server_binary + std::string(240, ' '));
     EXPECT_EQ(server_start(), 1);
     EXPECT_EQ(calls(), "");
 }
