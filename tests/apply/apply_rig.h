@@ -15,8 +15,6 @@ class CursesScreen {
   public:
     CursesScreen();
     ~CursesScreen();
-    CursesScreen(const CursesScreen&) = delete;
-    CursesScreen& operator=(const CursesScreen&) = delete;
 
     CursesTerminal terminal{24, 80};
 };
@@ -33,9 +31,6 @@ class InstalledServerCase : public testing::Test {
 
     /// Restarts the server with the password and logs in; a failure fails the test.
     void logIn();
-
-    /// The commands that the server has received since the login.
-    Lines received() const { return server.commandsAfter(password); }
 
     InstalledServer server;
     Waits waits;

@@ -83,6 +83,12 @@ class RelayFilter : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
 
+    // The commands that the server has received since the login, which takes three.
+    Lines received() const {
+        const Lines all = server.commands();
+        return {all.begin() + 3, all.end()};
+    }
+
     static void expectUntouched(const std::vector<int>& indices = {0}) {
         const std::string before = read_file(script);
         EXPECT_EQ(write_filter(indices), 1);

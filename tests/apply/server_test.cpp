@@ -6,7 +6,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
 #include <string>
 
@@ -96,12 +95,6 @@ TEST_F(PidFile, that_is_a_link_of_the_servers_user_is_none) {
               exited(0));
     EXPECT_EQ(server_read_pid(), 1);
     EXPECT_EQ(server_session.pid, 0);
-}
-
-TEST_F(PidFile, that_is_no_file_is_none_whatever_has_failed_before) {
-    ASSERT_EQ(mkdir(pid_file, 0700), 0);
-    errno = EMLINK;
-    EXPECT_EQ(server_read_pid(), 1);
 }
 
 TEST_F(PidFile, that_is_no_file_is_not_even_opened) {

@@ -38,9 +38,8 @@ class InstalledServer {
 
     void waitForEnd() const;
 
-    /// The commands that it has received, `-A PASSWORD` included; those after the last `command`.
+    /// The commands that it has received, `-A PASSWORD` included.
     Lines commands() const;
-    Lines commandsAfter(const std::string& command) const;
 
     /// The records that it has saved last and that begin with these words.
     Lines saved(const std::string& words) const;
