@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "tests/support/curses_terminal.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/screen_image.h"

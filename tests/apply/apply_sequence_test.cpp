@@ -91,6 +91,15 @@ class ApplySequence : public InstalledServerCase {
         EXPECT_FALSE(screen.terminal.image().shows("┌"));
     }
 
+    void expectLoginFailure() {
+        EXPECT_EQ(words_in_frame(apply()),
+                  "Error! Could not login to Teluma server! Please make sure that the CLI port is "
+                  "not in use! OK");
+        EXPECT_EQ(end, WizardEnd::without_login);
+        expectNothingOnTheScreen();
+        EXPECT_EQ(server.commands(), Lines{});
+    }
+
     // Expects that only this screen, and those that share its focus, start afresh.
     static void expectFocusReset(int focus_state) {
         for (int state = 0; state < screen_count; ++state)
@@ -250,24 +259,12 @@ TEST_F(ApplyFailure, of_a_domain_that_fits_into_no_command_names_it_whole) {
     EXPECT_EQ(server.commands().size(), 3u);
 }
 
-class ApplyLoginFailure : public ApplySequence {
-  protected:
-    void expectLoginFailure() {
-        EXPECT_EQ(words_in_frame(apply()),
-                  "Error! Could not login to Teluma server! Please make sure that the CLI port is "
-                  "not in use! OK");
-        EXPECT_EQ(end, WizardEnd::without_login);
-        expectNothingOnTheScreen();
-        EXPECT_EQ(server.commands(), Lines{});
-    }
-};
-
-TEST_F(ApplyLoginFailure, is_what_shows_that_the_server_could_not_be_restarted) {
+TEST_F(ApplyFailure, of_the_login_is_what_shows_that_the_server_could_not_be_restarted) {
     write_file(InstalledServer::pid_file, "-1\n");
     expectLoginFailure();
 }
 
-TEST_F(ApplyLoginFailure, is_what_shows_that_too_few_files_can_be_opened) {
+TEST_F(ApplyFailure, of_the_login_is_what_shows_that_too_few_files_can_be_opened) {
     rlimit limit{};
     getrlimit(RLIMIT_NOFILE, &limit);
     limit.rlim_cur = 16;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <string>
 
@@ -9,7 +11,7 @@
 class WorkingDirectory {
   public:
     WorkingDirectory() { std::filesystem::current_path(directory.path()); }
-    ~WorkingDirectory() { std::filesystem::current_path(before); }
+    ~WorkingDirectory() { static_cast<void>(!chdir(before.c_str())); }
 
     /// The path of a name inside.
     std::string operator/(const std::string& name) const { return directory / name; }
