@@ -7,6 +7,7 @@
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
 #include "apply/server_session.h"
+#include "tests/support/screen_text.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
@@ -42,8 +43,7 @@ void InstalledServerCase::logIn() {
 Lines boxed_lines(const ScreenImage& image) {
     const std::string side = "│";
     Lines lines;
-    for (int row = 0; row < image.rows(); ++row) {
-        const std::string text = image.rowText(row);
+    for (const std::string& text : split_lines(image.text())) {
         const size_t left = text.find(side);
         if (left == std::string::npos) continue;
         // A line of progress may be so long that it hides the right side.

@@ -34,5 +34,5 @@ class InstalledServerCase : public testing::Test {
     Waits waits;
 };
 
-/// The lines inside the box on a screen, those that are not empty, without the spaces around them.
+/// The lines inside the box on a screen without the spaces around them; empty ones are left out.
 Lines boxed_lines(const ScreenImage& image);

@@ -148,17 +148,17 @@ class CliReadLineSignals : public testing::Test {
         checked(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), "socketpair");
         client = Descriptor(ends[0]);
         server = Descriptor(ends[1]);
-        hold_signal(SIGUSR1, [](int) { inHandler(); });
+        hold_signal(SIGUSR1, [](int) { in_handler(); });
     }
 
-    static inline std::function<void()> inHandler;
+    static inline std::function<void()> in_handler;
     Descriptor client;
     Descriptor server;
 };
 
 TEST_F(CliReadLineSignals, are_let_in_while_it_waits_and_it_reads_on) {
     fcntl(client.get(), F_SETFL, O_NONBLOCK);
-    inHandler = [&] { send(server.get(), "+OK: done\r\n", 11, 0); };
+    in_handler = [&] { send(server.get(), "+OK: done\r\n", 11, 0); };
     Waits waits;
     int waited = 0;
     waits.atSocket = [&] {
@@ -171,7 +171,7 @@ class CliReadLineSignalsAmong : public CliReadLineSignals,
                                 public testing::WithParamInterface<char> {};
 
 TEST_P(CliReadLineSignalsAmong, bytes_that_are_left_out_are_let_in) {
-    inHandler = [&] { shutdown(client.get(), SHUT_RDWR); };
+    in_handler = [&] { shutdown(client.get(), SHUT_RDWR); };
     std::thread talker([&] {
         // More than the connection holds: some of it has been read.
         constexpr int blocks_before_the_signal = 75;
