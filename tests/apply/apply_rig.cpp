@@ -1,17 +1,13 @@
 #include "tests/apply/apply_rig.h"
 
 #include <curses.h>
-#include <sys/mount.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
-#include <sstream>
 
 #include "apply/cli_session.h"
 #include "apply/server_process.h"
 #include "apply/server_session.h"
-#include "tests/support/descriptor.h"
+#include "tests/support/screen_text.h"
 #include "ui/main_window.h"
 #include "ui/window.h"
 #include "wizard/base/host_facts.h"
@@ -44,18 +40,10 @@ void InstalledServerCase::logIn() {
     ASSERT_EQ(cli_login(), 0);
 }
 
-void InstalledServerCase::goToSmallDirectory() {
-    const char* const path = "/run/scratch/small";
-    checked(mkdir(path, 0700), "mkdir");
-    checked(mount("none", path, "tmpfs", 0, "size=4096"), "mount");
-    checked(chdir(path), "chdir");
-}
-
 Lines boxed_lines(const ScreenImage& image) {
     const std::string side = "│";
     Lines lines;
-    for (int row = 0; row < image.rows(); ++row) {
-        const std::string text = image.rowText(row);
+    for (const std::string& text : split_lines(image.text())) {
         const size_t left = text.find(side);
         if (left == std::string::npos) continue;
         // A line of progress may be so long that it hides the right side.
@@ -66,13 +54,4 @@ Lines boxed_lines(const ScreenImage& image) {
         if (!line.empty()) lines.push_back(line.substr(line.find_first_not_of(' ')));
     }
     return lines;
-}
-
-std::string boxed_text(const ScreenImage& image) {
-    std::string text;
-    for (const std::string& line : boxed_lines(image)) {
-        std::istringstream words(line);
-        for (std::string word; words >> word;) text += (text.empty() ? "" : " ") + word;
-    }
-    return text;
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "tests/support/curses_terminal.h"
 #include "tests/support/installed_server.h"
 #include "tests/support/screen_image.h"
@@ -15,8 +13,6 @@ class CursesScreen {
   public:
     CursesScreen();
     ~CursesScreen();
-    CursesScreen(const CursesScreen&) = delete;
-    CursesScreen& operator=(const CursesScreen&) = delete;
 
     CursesTerminal terminal{24, 80};
 };
@@ -34,18 +30,9 @@ class InstalledServerCase : public testing::Test {
     /// Restarts the server with the password and logs in; a failure fails the test.
     void logIn();
 
-    /// The commands that the server has received since the login.
-    Lines received() const { return server.commandsAfter(password); }
-
-    /// Goes to an empty directory in which files can take 4096 bytes in all.
-    static void goToSmallDirectory();
-
     InstalledServer server;
     Waits waits;
 };
 
-/// The lines inside the box on a screen, those that are not empty, without the spaces around them.
+/// The lines inside the box on a screen without the spaces around them; empty ones are left out.
 Lines boxed_lines(const ScreenImage& image);
-
-/// The words inside the box, with a space between them.
-std::string boxed_text(const ScreenImage& image);

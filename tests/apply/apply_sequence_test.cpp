@@ -8,15 +8,16 @@
 #include <sys/resource.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
+#include "tests/apply/set_text.h"
 #include "tests/support/case_name.h"
 #include "tests/support/expected_wire.h"
 #include "tests/support/files.h"
+#include "tests/support/frame.h"
 #include "tests/support/golden.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/wizard_settings.h"
@@ -33,20 +34,15 @@ WireAnswers least_answers() {
     return answers;
 }
 
-template <size_t size>
-void answer(char (&field)[size], const char* text) {
-    std::snprintf(field, size, "%s", text);
-}
-
 // The last screen has just been left with the answers of a user who keeps every default, except
 // that no network may relay and sendmail stays as it is.
 class ApplySequence : public InstalledServerCase {
   protected:
     ApplySequence() {
-        answer(settings.admin_password, password);
-        answer(settings.primary_domain, "example.com");
-        answer(settings.domain_location, "/var/opt/teluma/domains/example.com/");
-        answer(settings.postmaster_password, "P0stmaster");
+        set_text(settings.admin_password, password);
+        set_text(settings.primary_domain, "example.com");
+        set_text(settings.domain_location, "/var/opt/teluma/domains/example.com/");
+        set_text(settings.postmaster_password, "P0stmaster");
         settings.webadmin_port = 9000;
         std::fill_n(settings.service_enabled, optional_service_count, 1);
         screen_state = state_sendmail;
@@ -92,7 +88,16 @@ class ApplySequence : public InstalledServerCase {
     void expectNothingOnTheScreen() {
         update_panels();
         doupdate();
-        EXPECT_EQ(boxed_text(screen.terminal.image()), "");
+        EXPECT_FALSE(screen.terminal.image().shows("┌"));
+    }
+
+    void expectLoginFailure() {
+        EXPECT_EQ(words_in_frame(apply()),
+                  "Error! Could not login to Teluma server! Please make sure that the CLI port is "
+                  "not in use! OK");
+        EXPECT_EQ(end, WizardEnd::without_login);
+        expectNothingOnTheScreen();
+        EXPECT_EQ(server.commands(), Lines{});
     }
 
     // Expects that only this screen, and those that share its focus, start afresh.
@@ -116,7 +121,7 @@ class ApplySequence : public InstalledServerCase {
     WizardEnd end = WizardEnd::not_yet;
 };
 
-TEST_F(ApplySequence, applies_everything_that_was_chosen) {
+TEST_F(ApplySequence, applies_everything_that_was_chosen_and_forgets_the_passwords) {
     chooseAll();
     EXPECT_SCREEN(apply(), "golden/everything_done");
     std::string transcript;
@@ -124,6 +129,14 @@ TEST_F(ApplySequence, applies_everything_that_was_chosen) {
     EXPECT_EQ(transcript, read_file((GoldenFile{__FILE__, "golden/transcript"}.path())));
     EXPECT_EQ(doneFlags(), "111111111");
     EXPECT_EQ(link_target("/usr/sbin/sendmail"), "/opt/teluma/bin/sendmail");
+    EXPECT_EQ(end, WizardEnd::completed);
+    EXPECT_EQ(screen_state, state_end);
+    server.waitForEnd();
+    EXPECT_FALSE(exists(InstalledServer::pid_file));
+    for (const char* secret : {settings.admin_password, settings.postmaster_password,
+                               install_profiles[os_kind].admin_password})
+        EXPECT_STREQ(secret, "");
+    expectNothingOnTheScreen();
 }
 
 TEST_F(ApplySequence, applies_no_more_than_was_chosen) {
@@ -136,18 +149,6 @@ TEST_F(ApplySequence, applies_no_more_than_was_chosen) {
     EXPECT_EQ(doneFlags(), "111011100");
     EXPECT_EQ(settings.relay_selected_count, 0);
     EXPECT_EQ(file_facts("/usr/sbin/sendmail").size, sendmail.size);
-}
-
-TEST_F(ApplySequence, ends_the_wizard_stops_the_server_and_forgets_the_passwords) {
-    apply();
-    EXPECT_EQ(end, WizardEnd::completed);
-    EXPECT_EQ(screen_state, state_end);
-    server.waitForEnd();
-    EXPECT_FALSE(exists(InstalledServer::pid_file));
-    for (const char* secret : {settings.admin_password, settings.postmaster_password,
-                               install_profiles[os_kind].admin_password})
-        EXPECT_STREQ(secret, "");
-    expectNothingOnTheScreen();
 }
 
 TEST_F(ApplySequence, shows_a_step_that_runs_below_those_that_are_done) {
@@ -213,7 +214,7 @@ TEST_P(ApplyStepFailure, leads_back_to_its_screen_and_is_made_good_by_a_run_that
     ASSERT_EQ(runs.size(), 2u);
     chooseAll();
     refuse({GetParam().refusal});
-    EXPECT_EQ(boxed_text(apply()), "Error! Could not " + GetParam().message + " OK");
+    EXPECT_EQ(words_in_frame(apply()), "Error! Could not " + GetParam().message + " OK");
     EXPECT_EQ(end, WizardEnd::not_yet);
     EXPECT_EQ(screen_state, GetParam().state);
     EXPECT_EQ(server.commands(), runs[0]);
@@ -250,7 +251,7 @@ TEST_F(ApplyFailure, aliases_and_networks_that_failed_and_are_not_wanted_any_mor
 TEST_F(ApplyFailure, of_a_domain_that_fits_into_no_command_names_it_whole) {
     std::fill_n(settings.primary_domain, 750, 'd');
     std::fill_n(settings.domain_location, 750, 'l');
-    std::string shown = boxed_text(apply());
+    std::string shown = words_in_frame(apply());
     shown.erase(std::remove(shown.begin(), shown.end(), ' '), shown.end());
     EXPECT_EQ(shown, "Error!Couldnotcreatethedomain'" + std::string(750, 'd') +
                          "'!Pleasemakesurethisdomaindoesn'talreadyexist!OK");
@@ -258,24 +259,12 @@ TEST_F(ApplyFailure, of_a_domain_that_fits_into_no_command_names_it_whole) {
     EXPECT_EQ(server.commands().size(), 3u);
 }
 
-class ApplyLoginFailure : public ApplySequence {
-  protected:
-    void expectLoginFailure() {
-        EXPECT_EQ(boxed_text(apply()),
-                  "Error! Could not login to Teluma server! Please make sure that the CLI port is "
-                  "not in use! OK");
-        EXPECT_EQ(end, WizardEnd::without_login);
-        expectNothingOnTheScreen();
-        EXPECT_EQ(server.commands(), Lines{});
-    }
-};
-
-TEST_F(ApplyLoginFailure, is_what_shows_that_the_server_could_not_be_restarted) {
+TEST_F(ApplyFailure, of_the_login_is_what_shows_that_the_server_could_not_be_restarted) {
     write_file(InstalledServer::pid_file, "-1\n");
     expectLoginFailure();
 }
 
-TEST_F(ApplyLoginFailure, is_what_shows_that_too_few_files_can_be_opened) {
+TEST_F(ApplyFailure, of_the_login_is_what_shows_that_too_few_files_can_be_opened) {
     rlimit limit{};
     getrlimit(RLIMIT_NOFILE, &limit);
     limit.rlim_cur = 16;
@@ -285,7 +274,7 @@ TEST_F(ApplyLoginFailure, is_what_shows_that_too_few_files_can_be_opened) {
 
 TEST_F(ApplyFailure, for_want_of_memory_leaves_the_wizard_at_once) {
     server_session.out_of_memory = true;
-    EXPECT_EQ(boxed_text(apply()), "");
+    EXPECT_FALSE(apply().shows("┌"));
     EXPECT_EQ(end, WizardEnd::out_of_memory);
     EXPECT_EQ(server.commands(), Lines{"-A Adm1n secret"});
 }

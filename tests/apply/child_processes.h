@@ -7,7 +7,7 @@
 
 #include "tests/support/process.h"
 
-/// While it lives, the process cannot have some child process that the code under test asks for.
+/// While it lives, the code under test cannot start one of its child processes.
 class FailingFork {
   public:
     /// The `number`th fork(2) from now on fails, 1 for the next one; all others work.

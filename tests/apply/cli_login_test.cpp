@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "apply/cli_session.h"
 #include "apply/server_session.h"
 #include "tests/apply/scripted_peer.h"
+#include "tests/apply/set_text.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/local_port.h"
@@ -20,11 +20,6 @@
 #include "wizard/base/host_facts.h"
 
 namespace {
-
-template <size_t size>
-void set_text(char (&field)[size], const std::string& text) {
-    std::snprintf(field, size, "%s", text.c_str());
-}
 
 const std::vector<int> before_connecting = {2};
 const std::string greeting = "TELUMA\r\nlogin> ";

@@ -8,7 +8,6 @@
 
 #include "apply/server_session.h"
 #include "tests/apply/scripted_session.h"
-#include "tests/support/case_name.h"
 #include "wizard/base/heap_text.h"
 
 namespace {
@@ -46,25 +45,6 @@ struct Sequence {
     Call call;
     std::string commands;
 };
-
-class CliSequence : public ScriptedSession, public testing::WithParamInterface<Sequence> {
-  protected:
-    void expectResult(int result, const Call& call, const Conversation& conversation) {
-        expectConversation(conversation, [&] { EXPECT_EQ(call(), result); });
-    }
-};
-
-// The command that is refused, or not answered before the connection ends, is the last one.
-TEST_P(CliSequence, sends_these_commands_up_to_the_first_that_fails) {
-    const Conversation all = conversation_of(GetParam().commands);
-    expectResult(0, GetParam().call, all);
-    for (size_t index = 0; index < all.size(); ++index) {
-        for (const char* answer : {refused, ""}) {
-            expectResult(1, GetParam().call, broken_at(all, index, answer));
-            server_session.webadmin_failures = 0;
-        }
-    }
-}
 
 std::string replacement(const std::string& service, const std::string& certificate = "") {
     return "config server; config " + service +
@@ -127,16 +107,34 @@ const Sequence sequences[] = {
     aliases("all_aliases", 1, 1, 1, update + add_root + add_localdomain + update + add_localhost),
 };
 
-INSTANTIATE_TEST_SUITE_P(For, CliSequence, testing::ValuesIn(sequences), CaseName());
+class CliSequence : public ScriptedSession {
+  protected:
+    void expectResult(int result, const Call& call, const Conversation& conversation) {
+        expectConversation(conversation, [&] { EXPECT_EQ(call(), result); });
+    }
+};
 
-using CliSequenceCase = CliSequence;
+// The command that is refused, or not answered before the connection ends, is the last one.
+TEST_F(CliSequence, sends_these_commands_up_to_the_first_that_fails) {
+    for (const auto& [name, call, commands] : sequences) {
+        SCOPED_TRACE(name);
+        const Conversation all = conversation_of(commands);
+        expectResult(0, call, all);
+        for (size_t index = 0; index < all.size(); ++index) {
+            for (const char* answer : {refused, ""}) {
+                expectResult(1, call, broken_at(all, index, answer));
+                server_session.webadmin_failures = 0;
+            }
+        }
+    }
+}
 
-TEST_F(CliSequenceCase, a_domain_that_does_not_fit_into_a_command_is_not_sent) {
+TEST_F(CliSequence, a_domain_that_does_not_fit_into_a_command_is_not_sent) {
     const std::string name(750, 'd');
     expectResult(1, [&] { return cli_create_domain(name.c_str(), name.c_str(), "s3cret"); }, {});
 }
 
-TEST_F(CliSequenceCase, webadmin_is_repaired_by_two_steps_back_until_it_has_succeeded) {
+TEST_F(CliSequence, webadmin_is_repaired_by_two_steps_back_until_it_has_succeeded) {
     const Conversation first = conversation_of(replacement("webadmin"));
     const Conversation next = conversation_of("back; back; " + replacement("webadmin"));
     for (int call = 0; call < 2; ++call) expectResult(0, configure_webadmin, first);
@@ -149,7 +147,7 @@ TEST_F(CliSequenceCase, webadmin_is_repaired_by_two_steps_back_until_it_has_succ
     }
 }
 
-TEST_F(CliSequenceCase, the_filters_file_is_asked_for_in_the_servers_context) {
+TEST_F(CliSequence, the_filters_file_is_asked_for_in_the_servers_context) {
     const auto expect_path = [&](const char* path, const Conversation& conversation) {
         expectConversation(conversation,
                            [&] { EXPECT_STREQ(HeapText(cli_get_filters_file()).get(), path); });
@@ -182,21 +180,6 @@ struct ListenerTable {
     const char* last_answer = accepted;  // to the commit, or to the last removal; null: not sent
 };
 
-class CliResetListeners : public ScriptedSession,
-                          public testing::WithParamInterface<ListenerTable> {};
-
-TEST_P(CliResetListeners, of_this_table) {
-    Conversation conversation = {{"list listeners", GetParam().list}};
-    for (const std::string& address : GetParam().removed)
-        conversation.push_back({"remove listener address " + address});
-    if (GetParam().last_answer == refused)
-        conversation.back().answer = refused;
-    else if (GetParam().last_answer != nullptr)
-        conversation.push_back({"commit"});
-    expectConversation(conversation,
-                       [] { EXPECT_EQ(cli_reset_listeners("list listeners"), GetParam().result); });
-}
-
 const ListenerTable listener_tables[] = {
     {"two_rows_in_order",
      table_of("1.1.1.1:9000 | yes\r\n2.2.2.2:80 | no\r\n"),
@@ -226,7 +209,22 @@ const ListenerTable listener_tables[] = {
     {"an_end_after_the_rows", "+OK: list\r\n-----\r\n1.1.1.1:1 | x\r\nmore\r\n", {}, 1, nullptr},
 };
 
-INSTANTIATE_TEST_SUITE_P(Tables, CliResetListeners, testing::ValuesIn(listener_tables), CaseName());
+using CliResetListeners = ScriptedSession;
+
+TEST_F(CliResetListeners, removes_those_in_a_table) {
+    for (const ListenerTable& table : listener_tables) {
+        SCOPED_TRACE(table.name);
+        Conversation conversation = {{"list listeners", table.list}};
+        for (const std::string& address : table.removed)
+            conversation.push_back({"remove listener address " + address});
+        if (table.last_answer == refused)
+            conversation.back().answer = refused;
+        else if (table.last_answer != nullptr)
+            conversation.push_back({"commit"});
+        expectConversation(conversation,
+                           [&] { EXPECT_EQ(cli_reset_listeners("list listeners"), table.result); });
+    }
+}
 
 // A reply to a question, and what the reader makes of it; nothing for null.
 struct ReadReply {

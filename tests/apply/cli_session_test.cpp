@@ -17,7 +17,6 @@
 
 #include "apply/server_session.h"
 #include "tests/apply/scripted_session.h"
-#include "tests/support/case_name.h"
 #include "tests/support/waits.h"
 #include "wizard/base/heap_text.h"
 #include "wizard/system/signal_gate.h"
@@ -98,14 +97,6 @@ struct CompleteLine {
     std::string rest = {};
 };
 
-class CliReadLine : public testing::TestWithParam<CompleteLine> {};
-
-TEST_P(CliReadLine, returns_the_line_and_reads_no_further) {
-    const ScriptedPeer peer(GetParam().bytes);
-    EXPECT_EQ(read_line(peer.clientEnd()), GetParam().line);
-    EXPECT_EQ(peer.unread(), GetParam().rest);
-}
-
 const CompleteLine complete_lines[] = {
     {"a_line_without_its_cr_and_lf", "+OK: done\r\nmore", "+OK: done", "more"},
     {"an_empty_line", "\r\nmore", "", "more"},
@@ -124,7 +115,13 @@ const CompleteLine complete_lines[] = {
     {"a_prompt_that_fills_256_characters", many(254) + "> ", many(254) + "> "},
 };
 
-INSTANTIATE_TEST_SUITE_P(Complete, CliReadLine, testing::ValuesIn(complete_lines), CaseName());
+TEST(CliReadLine, returns_the_line_and_reads_no_further) {
+    for (const auto& [name, bytes, line, rest] : complete_lines) {
+        const ScriptedPeer peer(bytes);
+        EXPECT_EQ(read_line(peer.clientEnd()), line) << name;
+        EXPECT_EQ(peer.unread(), rest) << name;
+    }
+}
 
 TEST(CliReadLineInVain, returns_null) {
     for (const std::string& bytes :
@@ -151,17 +148,17 @@ class CliReadLineSignals : public testing::Test {
         checked(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), "socketpair");
         client = Descriptor(ends[0]);
         server = Descriptor(ends[1]);
-        hold_signal(SIGUSR1, [](int) { inHandler(); });
+        hold_signal(SIGUSR1, [](int) { in_handler(); });
     }
 
-    static inline std::function<void()> inHandler;
+    static inline std::function<void()> in_handler;
     Descriptor client;
     Descriptor server;
 };
 
 TEST_F(CliReadLineSignals, are_let_in_while_it_waits_and_it_reads_on) {
     fcntl(client.get(), F_SETFL, O_NONBLOCK);
-    inHandler = [&] { send(server.get(), "+OK: done\r\n", 11, 0); };
+    in_handler = [&] { send(server.get(), "+OK: done\r\n", 11, 0); };
     Waits waits;
     int waited = 0;
     waits.atSocket = [&] {
@@ -174,7 +171,7 @@ class CliReadLineSignalsAmong : public CliReadLineSignals,
                                 public testing::WithParamInterface<char> {};
 
 TEST_P(CliReadLineSignalsAmong, bytes_that_are_left_out_are_let_in) {
-    inHandler = [&] { shutdown(client.get(), SHUT_RDWR); };
+    in_handler = [&] { shutdown(client.get(), SHUT_RDWR); };
     std::thread talker([&] {
         // More than the connection holds: some of it has been read.
         constexpr int blocks_before_the_signal = 75;
@@ -223,12 +220,7 @@ struct JudgedReply {
     int result;
 };
 
-class CliCommandReply : public ScriptedSession, public testing::WithParamInterface<JudgedReply> {};
-
-TEST_P(CliCommandReply, is_judged) {
-    answer(GetParam().reply);
-    EXPECT_EQ(cli_command("commit"), GetParam().result);
-}
+using CliCommandReply = ScriptedSession;
 
 const JudgedReply judged_replies[] = {
     {"ok_in_the_middle_of_a_line", "reply +OK: done\r\nserver> ", 0},
@@ -247,6 +239,11 @@ const JudgedReply judged_replies[] = {
     {"a_line_of_255_bytes_before_ok", many(255) + "\r\n" + accepted, 0},
 };
 
-INSTANTIATE_TEST_SUITE_P(Replies, CliCommandReply, testing::ValuesIn(judged_replies), CaseName());
+TEST_F(CliCommandReply, is_judged) {
+    for (const auto& [name, reply, result] : judged_replies) {
+        answer(reply);
+        EXPECT_EQ(cli_command("commit"), result) << name;
+    }
+}
 
 }  // namespace

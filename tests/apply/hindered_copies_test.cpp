@@ -129,7 +129,12 @@ TEST_F(LongCopy, of_a_file_with_somebody_elses_lease_fails_after_five_seconds) {
 
 class FullDisk : public InstalledServerCase {
   protected:
-    FullDisk() { goToSmallDirectory(); }
+    // Goes to an empty directory in which files can take 4096 bytes in all.
+    FullDisk() {
+        std::filesystem::create_directory("small");
+        checked(mount("none", "small", "tmpfs", 0, "size=4096"), "mount");
+        std::filesystem::current_path("small");
+    }
 };
 
 TEST_F(FullDisk, only_a_configuration_that_fits_is_prepared) {

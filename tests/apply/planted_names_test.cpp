@@ -27,14 +27,7 @@ using std::filesystem::path;
 
 constexpr const char* content = "root:secret\nservices = ( a )\n";
 
-int prepare_config() { return config_prepare(InstalledServer::config); }
-
-int write_filter() {
-    const int first = 0;
-    return relay_write_filter(&first, 1);
-}
-
-int install_sendmail() { return sendmail_install(1); }
+constexpr int first_network = 0;
 
 // A change of names that comes just before something of this name is opened.
 struct Exchange {
@@ -50,9 +43,12 @@ struct ServersFile {
     int failure;  // what the step returns
 };
 
-constexpr ServersFile configuration = {"configuration", InstalledServer::config, prepare_config, 1};
-constexpr ServersFile filters = {"filters_script", InstalledServer::filters, write_filter, 1};
-constexpr ServersFile wrapper = {"wrapper", "/opt/teluma/bin/sendmail", install_sendmail, -1};
+constexpr ServersFile configuration = {"configuration", InstalledServer::config,
+                                       [] { return config_prepare(InstalledServer::config); }, 1};
+constexpr ServersFile filters = {"filters_script", InstalledServer::filters,
+                                 [] { return relay_write_filter(&first_network, 1); }, 1};
+constexpr ServersFile wrapper = {"wrapper", "/opt/teluma/bin/sendmail",
+                                 [] { return sendmail_install(1); }, -1};
 
 class Planted : public InstalledServerCase, public testing::WithParamInterface<ServersFile> {
   protected:

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -12,6 +11,7 @@
 #include "apply/server_session.h"
 #include "tests/apply/apply_rig.h"
 #include "tests/apply/scripted_session.h"
+#include "tests/apply/set_text.h"
 #include "tests/apply/working_directory.h"
 #include "tests/support/case_name.h"
 #include "tests/support/files.h"
@@ -82,6 +82,12 @@ TEST(RelayRewrite, keeps_any_bytes_and_looks_at_pieces_of_255) {
 class RelayFilter : public InstalledServerCase {
   protected:
     void SetUp() override { logIn(); }
+
+    // The commands that the server has received since the login, which takes three.
+    Lines received() const {
+        const Lines all = server.commands();
+        return {all.begin() + 3, all.end()};
+    }
 
     static void expectUntouched(const std::vector<int>& indices = {0}) {
         const std::string before = read_file(script);
@@ -237,8 +243,7 @@ class RelayScriptName : public ScriptedSession {
     // so. It stands beside the server's configuration.
     bool isWritten(const std::string& given, const std::string& file) {
         const WorkingDirectory directory;
-        std::snprintf(install_profiles[os_kind].config_file, sizeof(InstallProfile::config_file),
-                      "./teluma.cfg");
+        set_text(install_profiles[os_kind].config_file, "./teluma.cfg");
         for (const char* bystander : {"a", "b", "victim"}) write_file(bystander, "precious");
         write_file(file, "script");
         answer(accepted + ("smtpFiltersFile = \"" + given + "\"\r\n") + accepted + accepted);

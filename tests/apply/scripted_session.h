@@ -37,8 +37,8 @@ class ScriptedSession : public testing::Test {
         server_session.socket = Descriptor(dup(peer->clientEnd()));
     }
 
-    /// The same with the answers of a conversation, of which all commands are to be sent and all
-    /// answers read while `call` runs.
+    /// Starts over with the answers of a conversation, and expects `call` to send all of its
+    /// commands and to read all of its answers.
     void expectConversation(const Conversation& conversation, const std::function<void()>& call) {
         std::string answers;
         std::string commands;

@@ -8,14 +8,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <string>
 #include <vector>
 
 #include "apply/server_session.h"
+#include "tests/apply/set_text.h"
 #include "tests/apply/working_directory.h"
-#include "tests/support/case_name.h"
 #include "tests/support/files.h"
 #include "wizard/base/heap_text.h"
 
@@ -124,7 +123,7 @@ TEST(ReadCliAddress, finds_host_and_port) {
         {"address=" + std::string(256, 'h') + ":1\n", std::string(255, 'h'), 1},
     };
     for (const auto& [line, host, port] : addresses) {
-        std::snprintf(server_session.cli_host, sizeof(server_session.cli_host), "left over");
+        set_text(server_session.cli_host, "left over");
         server_session.cli_port = 1;
         EXPECT_STREQ(HeapText(config_key_of(line.c_str())).get(), "address");
         config_read_cli_address(line.c_str());
@@ -166,19 +165,13 @@ ConfigFile kept(const char* name, const std::string& content, const std::string&
     return {name, content, content, cli};
 }
 
-class ConfigPrepareOf : public ConfigPrepare, public testing::WithParamInterface<ConfigFile> {};
-
-TEST_P(ConfigPrepareOf, writes_exactly_this) {
-    EXPECT_EQ(prepared(GetParam().before), GetParam().after);
-    EXPECT_EQ(address(), GetParam().address);
-}
-
 const std::string list = "services = ( a cli )\n";
 const std::string section = "cli = {\n\tlisteners = (\n\t\taddress = 1.2.3.4:5\n\t)\n}\n";
 // The rest of another one.
 const std::string other = "listeners = (\naddress = 9.9.9.9:9\n)\n}\n";
 
-const ConfigFile whole_files[] = {
+const ConfigFile config_files[] = {
+    // The list of services.
     {"the_list_gets_cli_and_the_address_is_learned", "services = ( a )\n" + section,
      "services = ( a  cli )\n" + section, "1.2.3.4:5"},
     kept("a_commented_list_is_passed_over",
@@ -187,11 +180,7 @@ const ConfigFile whole_files[] = {
      "services = ( a  cli )\nservices = ( b )\n"},
     kept("a_section_before_the_list_is_not_looked_at", section + list + "x\n"),
     kept("other_keys_and_lines_stay", "a = b\n\n c\n" + list + "services2 = ( a )\n}\n"),
-};
-
-INSTANTIATE_TEST_SUITE_P(Services, ConfigPrepareOf, testing::ValuesIn(whole_files), CaseName());
-
-const ConfigFile sections[] = {
+    // The section.
     kept("an_address_counts_without_a_comment_before_and_with_one_after_it",
          list + "cli = {\nlisteners = (\n#address = 9.9.9.9:9\naddress = 1.2.3.4:5 # yes\n" + other,
          "1.2.3.4:5"),
@@ -219,11 +208,7 @@ const ConfigFile sections[] = {
     kept("listeners_without_an_address_end_with_the_file", list + "cli = {\nlisteners = (\n)\n}\n"),
     kept("a_section_without_listeners_takes_those_of_the_next",
          list + "cli = {\n}\nx = {\nlisteners = (\naddress = 1.2.3.4:5\n)\n}\n", "1.2.3.4:5"),
-};
-
-INSTANTIATE_TEST_SUITE_P(Section, ConfigPrepareOf, testing::ValuesIn(sections), CaseName());
-
-const ConfigFile file_ends[] = {
+    // The last line.
     kept("an_empty_file_stays_empty", ""),
     {"a_comment_is_written_twice", list + "x\n# end\n", list + "x\n# end\n# end\n"},
     {"a_comment_before_the_list_is_written_twice", "# end\n", "# end\n# end\n"},
@@ -246,7 +231,14 @@ const ConfigFile file_ends[] = {
     kept("a_search_for_listeners_ends_without_a_line_feed", list + "cli = {\nx = y"),
 };
 
-INSTANTIATE_TEST_SUITE_P(LastLine, ConfigPrepareOf, testing::ValuesIn(file_ends), CaseName());
+TEST_F(ConfigPrepare, writes_exactly_this_and_knows_the_address) {
+    for (const ConfigFile& file : config_files) {
+        SCOPED_TRACE(file.name);
+        server_session = {};
+        EXPECT_EQ(prepared(file.before), file.after);
+        EXPECT_EQ(address(), file.address);
+    }
+}
 
 TEST_F(ConfigPrepare, keeps_any_bytes) {
     // With a zero byte for each "~".

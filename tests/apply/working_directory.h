@@ -2,28 +2,21 @@
 
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
-#include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 
 /// While it lives, this process is in an empty directory, which then goes away.
 class WorkingDirectory {
   public:
-    WorkingDirectory() {
-        char* const here = getcwd(nullptr, 0);
-        before = here;
-        free(here);
-        checked(chdir(directory.path().c_str()), "chdir");
-    }
+    WorkingDirectory() { std::filesystem::current_path(directory.path()); }
     ~WorkingDirectory() { static_cast<void>(!chdir(before.c_str())); }
-    WorkingDirectory(const WorkingDirectory&) = delete;
-    WorkingDirectory& operator=(const WorkingDirectory&) = delete;
 
     /// The path of a name inside.
     std::string operator/(const std::string& name) const { return directory / name; }
 
   private:
     TempDir directory;
-    std::string before;
+    std::filesystem::path before = std::filesystem::current_path();
 };

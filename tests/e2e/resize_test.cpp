@@ -8,10 +8,10 @@
 
 #include "tests/e2e/apply_test.h"
 #include "tests/e2e/endings.h"
-#include "tests/e2e/frame.h"
 #include "tests/e2e/places.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/frame.h"
 #include "tests/support/golden.h"
 
 namespace {

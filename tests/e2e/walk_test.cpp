@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/frame.h"
 #include "tests/e2e/wizard_run.h"
 #include "tests/support/expect_screen.h"
+#include "tests/support/frame.h"
 #include "tests/support/golden.h"
 #include "tests/support/local_port.h"
 

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "tests/e2e/frame.h"
 #include "tests/e2e/key_wait.h"
+#include "tests/support/frame.h"
 #include "tests/support/screen_text.h"
 #include "tests/support/wait_until.h"
 

@@ -9,6 +9,7 @@
 #include "apply/apply_sequence.h"
 #include "screens/screen.h"
 #include "screens/screen_table.h"
+#include "tests/support/frame.h"
 #include "ui/main_window.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/wizard_settings.h"
@@ -102,20 +103,7 @@ void WizardRig::resize(const Size& size) {
     on_resize(SIGWINCH);
 }
 
-std::string WizardRig::words() {
-    const ScreenImage shown = image();
-    std::string words;
-    for (int row = 2; row < shown.rows() - 2; ++row) {
-        for (int col = 0; col < shown.cols(); ++col) {
-            const std::string& text = shown.cell(row, col).text;
-            if (text.size() == 1 && text != " ")
-                words += text;
-            else if (!words.empty() && words.back() != ' ')
-                words += ' ';
-        }
-    }
-    return words;
-}
+std::string WizardRig::words() { return words_in_frame(image()) + " "; }
 
 void WizardRig::takeStep() {
     if (script.empty()) throw ScriptOver{};

@@ -73,7 +73,7 @@ class WizardRig {
     /// What the terminal shows.
     ScreenImage image() { return terminal.image(); }
 
-    /// The words between the lines of the background, with a space after each, without frames.
+    /// The words in the frame on the screen, with a space after each.
     std::string words();
 
     /// Gives the terminal a new size and has the wizard notice: for a step.

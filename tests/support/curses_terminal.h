@@ -28,12 +28,12 @@ class CursesTerminal {
                             const std::string& locale = "C.UTF-8");
     ~CursesTerminal();
 
-    /// Types ahead, from any thread: at most 4095 bytes that nobody has read, or it throws in the
-    /// end. The terminal driver keeps the characters by which it acts itself (^C, ^S, ^V ...).
+    /// Types ahead, from any thread. Throws when more than 4095 bytes stay unread for patience().
+    /// The terminal driver keeps the characters that are meant for it (^C, ^S, ^V ...).
     void type(const std::string& bytes);
     void press(Key key);
 
-    /// What the terminal shows after all that curses has written, and that itself.
+    /// What the terminal shows after all that curses has written, and those bytes.
     ScreenImage image();
     std::string outputBytes();
 

@@ -42,13 +42,4 @@ TEST(CursesTerminal, more_output_than_a_terminal_buffers_does_not_block) {
     EXPECT_TRUE(terminal.image().shows("jqxelszgnubip"));
 }
 
-TEST(CursesTerminal, that_is_not_known_throws_and_leaves_room_for_another) {
-    EXPECT_THROW(CursesTerminal(24, 80, "no-such-terminal"), std::runtime_error);
-    EXPECT_THROW(CursesTerminal(24, 80, "xterm", "xx_XX.none"), std::runtime_error);
-    for (const int cols : {72, 80}) {
-        const CursesTerminal terminal(24, cols);
-        EXPECT_EQ(COLS, cols);
-    }
-}
-
 }  // namespace

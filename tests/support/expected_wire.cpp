@@ -44,24 +44,15 @@ class Conversation {
 
     Lines listenerStep(const std::string& service, const std::string& address) const {
         if (address.empty()) return {};
-        Lines lines = {"config server",
-                       "config " + service,
-                       "list listeners",
-                       "remove listener address " + listening.at(service),
-                       "commit",
-                       "config " + service,
-                       "add listener address " + address,
-                       "set enable yes"};
+        Lines lines;
+        if (service == "webadmin" && webadmin_failed) lines = {"back", "back"};
+        append(lines, {"config server", "config " + service, "list listeners",
+                       "remove listener address " + listening.at(service), "commit",
+                       "config " + service, "add listener address " + address, "set enable yes"});
         if (service != "webadmin" && service != "webmail")
             append(lines,
                    {"config sslcontrol", "set certfile /var/opt/teluma/teluma_cert.pem", "done"});
         append(lines, {"commit", "commit", "save config", "back"});
-        return lines;
-    }
-
-    Lines webadminStep(const std::string& address) const {
-        Lines lines = webadmin_failed ? Lines{"back", "back"} : Lines();
-        append(lines, listenerStep("webadmin", address));
         return lines;
     }
 
@@ -133,7 +124,7 @@ std::vector<Lines> expected_wire(const WireAnswers& answers, const std::vector<R
         },
         [&] { return domain_step(answers); },
         [&] { return alias_step(answers); },
-        [&] { return talk.webadminStep(answers.webadmin); },
+        [&] { return talk.listenerStep("webadmin", answers.webadmin); },
         [&] { return talk.listenerStep("smtp-incoming", answers.smtp); },
         [&] { return talk.servicesStep(answers); },
         [&] {

@@ -5,11 +5,8 @@
 
 #include "tests/support/installed_server.h"
 
-/// What the wizard has to say to the server, for the listeners of the server's sample
-/// configuration.
-
-/// The answers as far as the server is told of them. As it stands: those of a user who keeps every
-/// default. A listener is "ADDRESS:PORT"; those of services that are not enabled are empty.
+/// The answers that the server is told of, at first those of a user who keeps every default. A
+/// listener is "ADDRESS:PORT", and empty where its service is not enabled.
 struct WireAnswers {
     std::string password = "Adm1n secret";
     std::string domain = "example.com";
@@ -32,8 +29,9 @@ struct Refusal {
     int count = 1;
 };
 
-/// The commands of a wizard that applies the answers, then goes back and tries again as often as it
-/// takes: those of each run, "-A PASSWORD" first. A command that is refused ends its run.
+/// The commands that a server with the sample configuration has to get from a wizard that applies
+/// the answers and tries again until it succeeds: those of each run, "-A PASSWORD" first. A command
+/// that is refused ends its run.
 std::vector<Lines> expected_wire(const WireAnswers& answers, const std::vector<Refusal>& plan = {});
 
 /// All of them one after another.

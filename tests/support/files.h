@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// Short cuts to files for tests. What cannot be done throws std::system_error with the path.
+/// Shortcuts for files. What cannot be done throws std::system_error with the path.
 
 /// The whole content of a file.
 std::string read_file(const std::string& path);

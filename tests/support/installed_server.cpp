@@ -85,12 +85,6 @@ void InstalledServer::waitForEnd() const {
 
 Lines InstalledServer::commands() const { return chosen(log(), "# ", false); }
 
-Lines InstalledServer::commandsAfter(const std::string& command) const {
-    const Lines all = commands();
-    const auto last = std::find(all.rbegin(), all.rend(), command);
-    return last == all.rend() ? Lines() : Lines(last.base(), all.end());
-}
-
 Lines InstalledServer::saved(const std::string& words) const {
     return chosen(split_lines(read_file(run_files + "state")), words);
 }

@@ -22,7 +22,7 @@ class InstalledServer {
     void faults(const std::string& rules) const;
     void save(const std::string& state) const;
 
-    /// Puts a shell script in the place of its executable, which wrapBy's knows as `$0.real`.
+    /// Puts a shell script in place of its executable, which that of wrapBy() finds as `$0.real`.
     void replaceBy(const std::string& script) const;
     void wrapBy(const std::string& script) const;
 
@@ -32,15 +32,14 @@ class InstalledServer {
     /// The process that the pid file names; 0 without one.
     pid_t pid() const;
 
-    /// The process that was started last, by the log, 0 if none was; and whether it is still there.
+    /// The process that was started last according to the log, 0 without one; whether it runs.
     pid_t lastStarted() const;
     bool isRunning() const;
 
     void waitForEnd() const;
 
-    /// The commands that it has received, `-A PASSWORD` included; those after the last `command`.
+    /// The commands that it has received, `-A PASSWORD` included.
     Lines commands() const;
-    Lines commandsAfter(const std::string& command) const;
 
     /// The records that it has saved last and that begin with these words.
     Lines saved(const std::string& words) const;

@@ -8,7 +8,7 @@
 /// it are refused, unless it is open. What cannot be had throws std::system_error.
 class LocalPort {
   public:
-    /// A port that nobody else has; or that of a number, which should be nobody else's.
+    /// A free port, or the one of this number, which nobody else should have.
     explicit LocalPort(int number = 0);
 
     int number() const { return port; }

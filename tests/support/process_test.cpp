@@ -1,17 +1,14 @@
-// The helpers for processes, files and waiting.
+// The helpers for processes and waiting.
 
 #include "tests/support/process.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
 #include <system_error>
 
 #include "tests/support/failure_of.h"
-#include "tests/support/files.h"
 
 namespace {
 
@@ -51,25 +48,6 @@ TEST(WaitUntil, fails_the_test_with_the_description_when_patience_is_over) {
     const Impatience impatience;
     EXPECT_EQ(failure_of([] { wait_until([] { return false; }, "the file was there"); }),
               "Failed\nwaited in vain until the file was there");
-}
-
-TEST(Files, are_written_whole_with_exactly_the_mode_and_go_with_their_directory) {
-    std::string path;
-    {
-        const TempDir dir;
-        path = dir.path();
-        write_file(dir / "file", "a long text", 0600);
-        const mode_t mask = umask(077);
-        write_file(dir / "file", "short", 04755);
-        umask(mask);
-        EXPECT_EQ(read_file(dir / "file"), "short");
-        EXPECT_EQ(file_facts(dir / "file").mode, 04755U);
-        ASSERT_EQ(symlink("/nowhere", (dir / "link").c_str()), 0);
-        EXPECT_TRUE(exists(dir / "link"));
-        EXPECT_TRUE(file_facts(dir / "link").is_link);
-        EXPECT_THROW(read_file(dir / "link"), std::system_error);
-    }
-    EXPECT_FALSE(exists(path));
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ class Pty {
     /// Whether something has been typed that nobody has read yet.
     bool hasUnreadInput() const;
 
-    /// Writes to the screen until it takes no more, as a dead line does, up to the next read().
+    /// Writes to the screen until it takes no more, like a dead line, up to the next read().
     void fill() const;
 
     /// Sets the window size; the kernel tells the foreground process group by SIGWINCH.

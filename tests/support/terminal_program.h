@@ -12,7 +12,7 @@
 #include "tests/support/wait_until.h"
 
 /// What a program is run with. TERM and LC_ALL are set from `term` and `locale`, LINES and COLUMNS
-/// are taken out; `environment` comes last.
+/// are taken out; `environment` has the last word.
 struct ProgramSetup {
     std::vector<std::string> arguments;  // the program first, found by PATH unless it has a slash
     int rows = 24;
@@ -65,7 +65,7 @@ class TerminalProgram {
     /// Gives the terminal a new size, of which the program learns by SIGWINCH.
     void resize(int rows, int cols);
 
-    /// Fills the line to the screen up (Pty::fill). Whatever looks at the screen frees it again.
+    /// Fills the line to the screen (Pty::fill), until something looks at the screen.
     void fillLine() const { pty.fill(); }
 
     /// Breaks the connection to the terminal: SIGHUP, then end of file. The screen stays as it was.

@@ -5,8 +5,8 @@
 #include <string>
 #include <thread>
 
-/// The place in a test's source that called a helper, which a failure then names. Taken by the
-/// compiler when `Caller caller = Caller::here()` is a default argument.
+/// The place in a test's source that called a helper, which a failure then names. The compiler
+/// fills it in where `Caller caller = Caller::here()` is a default argument.
 struct Caller {
     const char* file;
     int line;

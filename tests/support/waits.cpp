@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cmath>
-#include <csignal>
 #include <utility>
 
 namespace {

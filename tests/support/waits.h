@@ -17,7 +17,7 @@ class Waits {
     /// The sleeps so far, each in seconds. A sleep lasts a thousandth of its time only.
     std::vector<int> sleeps;
 
-    /// Called in every sleep, once it is noted.
+    /// Called in every sleep, after it has been noted.
     std::function<void()> inSleep;
 
     /// Called when a key is waited for on standard input. If it types none the wait is interrupted,

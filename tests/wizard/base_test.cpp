@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sched.h>
-#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <cstring>

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -15,6 +14,7 @@
 
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
+#include "tests/support/server_account.h"
 
 namespace {
 
@@ -37,14 +37,11 @@ class PrivateDirectory : public testing::Test {
     // In a process of its own: enters the directory, does something there and ends through exit().
     // Returns what `action` returns.
     static bool inside(const std::function<bool()>& action) {
-        const pid_t child = fork();
-        if (child == 0) {
+        const auto enter_and_act = [&] {
             enter_private_directory();
             std::exit(action() ? 0 : 1);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return status == 0;
+        };
+        return as_user(geteuid(), enter_and_act) == exited(0);
     }
 
     // Where it was made; written down by the process that was there, which has left a working copy.

@@ -12,7 +12,6 @@
 #include <chrono>
 #include <csignal>
 #include <functional>
-#include <initializer_list>
 #include <string>
 #include <thread>
 

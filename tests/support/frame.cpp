@@ -1,4 +1,4 @@
-#include "tests/e2e/frame.h"
+#include "tests/support/frame.h"
 
 #include <sstream>
 #include <stdexcept>
