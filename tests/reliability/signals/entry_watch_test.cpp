@@ -22,9 +22,9 @@ constexpr const char* report_file = "/run/scratch/entries";
 class WatchedWizard : public WizardRun {
   public:
     explicit WatchedWizard(const std::string& crash = "")
-        : WizardRun(
-              {{"env", "LD_PRELOAD=" ENTRY_WATCH, std::string("TELUMA_ENTRY_WATCH=") + report_file,
-                "TELUMA_ENTRY_CRASH=" + crash, WIZARD_PROGRAM}}) {}
+        : WizardRun({{"env", std::string("LD_PRELOAD=") + ENTRY_WATCH,
+                      std::string("TELUMA_ENTRY_WATCH=") + report_file,
+                      "TELUMA_ENTRY_CRASH=" + crash, WIZARD_PROGRAM}}) {}
 };
 
 // The last line of the report is how many calls the watch has looked at.
