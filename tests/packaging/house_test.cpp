@@ -184,6 +184,26 @@ TEST(Documents, name_modules_that_there_are) {
     EXPECT_GT(modules, 30U);
 }
 
+// What the tables of promises are shown by: suites with their instances, and cases by how their
+// names begin.
+TEST(Documents, name_tests_that_there_are) {
+    static const std::regex cell("\n[|] [^|]+ [|] (`[^|]+`) [|]");
+    static const std::regex word("(\\w+)");
+    std::string tests;
+    for (const auto& entry : fs::recursive_directory_iterator(sources / "tests")) {
+        if (entry.path().extension() == ".cpp") tests += read_file(entry.path());
+    }
+    const std::vector<std::string> cells = all_in(read_file(sources / "docs/reliability.md"), cell);
+    EXPECT_GT(cells.size(), 50U);
+    for (const std::string& names : cells) {
+        for (const std::string& name : all_in(names, word)) {
+            EXPECT_TRUE(tests.find("(" + name + ", ") != tests.npos ||
+                        tests.find("{\"" + name) != tests.npos)
+                << name;
+        }
+    }
+}
+
 // The texts in quotes of a source file, as they are shown; those that follow one another are one.
 std::vector<std::string> texts_in(const fs::path& file) {
     static const std::regex between("\"\\s+\"");

@@ -26,13 +26,6 @@ void on_crash(int signal_number) {
 
 void guard_against_crashes() {
     Terminal& terminal = wizard_terminal;
-    // The keypad as it was, the original colours, plain text, a visible cursor, the normal screen.
-    // Asked for them by name, tigetstr(3), curses would make an index of all names and keep it.
-    std::string farewell;
-    for (const char* capability :
-         {keypad_local, orig_pair, exit_attribute_mode, cursor_normal, exit_ca_mode})
-        farewell += description(capability);
-    terminal.farewell_length = farewell.copy(terminal.farewell, sizeof(terminal.farewell));
     terminal.guarded_process = getpid();
     // A stack that has overflown has no room for a handler.
     stack_t stack{};
@@ -50,4 +43,15 @@ void guard_against_crashes() {
         // Ignored, it would leave a wizard that goes on without its screen.
         if (!is_ignored(deadly)) sigaction(deadly, &action, &terminal.actions_before[deadly]);
     }
+}
+
+void prepare_farewell() {
+    // The keypad as it was, the original colours, plain text, a visible cursor, the normal screen.
+    // Asked for them by name, tigetstr(3), curses would make an index of all names and keep it.
+    std::string farewell;
+    for (const char* capability :
+         {keypad_local, orig_pair, exit_attribute_mode, cursor_normal, exit_ca_mode})
+        farewell += description(capability);
+    Terminal& terminal = wizard_terminal;
+    terminal.farewell_length = farewell.copy(terminal.farewell, sizeof(terminal.farewell));
 }

@@ -180,10 +180,12 @@ void learn_key_sequences() {
 
 bool open_terminal() {
     remember_terminals();
+    // Curses sets modes at once, but says nothing before it draws.
+    guard_against_crashes();
     if (!start_curses()) return false;
     std::atexit(close_terminal);
     def_prog_mode();
-    guard_against_crashes();
+    prepare_farewell();
     wizard_terminal.thins = isatty(STDOUT_FILENO) != 0 && speaks_ecma_48();
     wizard_terminal.thinner = OutputThinner(repeats_as_in_ecma_48());
     set_modes();

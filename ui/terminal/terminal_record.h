@@ -82,5 +82,9 @@ void learn_key_sequences();
 /// on every system, as SIGQUIT, first leaves the terminal as it was; at least its modes, where it
 /// takes no output. Then the signal takes its course; process 1, which the kernel would have go on,
 /// ends with status 128 + n. Ignored signals stay so; a child process only ends. The handler is
-/// async-signal-safe.
+/// async-signal-safe. To be called once the terminals are remembered.
 void guard_against_crashes();
+
+/// Teaches the guard what to say to leave the screen. To be called when curses has started, before
+/// anything is drawn.
+void prepare_farewell();

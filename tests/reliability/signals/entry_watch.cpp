@@ -2,7 +2,7 @@
 // a signal whose handler draws or ends the program could come in now. Such a signal has a handler
 // and is not blocked. When the program ends, it writes what it found into the file
 // TELUMA_ENTRY_WATCH: a line for each such call (the first hundred), then the number of calls that
-// it looked at.
+// it looked at. At the call that TELUMA_ENTRY_CRASH names, it has the program crash.
 //
 // A handler may do anything that is safe where signals are let in, and all are blocked again while
 // it runs; so this holds inside of handlers too.
@@ -18,6 +18,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <initializer_list>
 
 namespace {
@@ -25,6 +26,7 @@ namespace {
 // Those of a crash are let in everywhere; their handler is safe everywhere.
 constexpr int watched_signals[] = {SIGHUP, SIGINT, SIGTERM, SIGTSTP, SIGCONT, SIGCHLD, SIGWINCH};
 
+const char* crash_at = nullptr;
 int report = -1;
 unsigned long calls = 0;
 int violations = 0;
@@ -50,6 +52,7 @@ bool can_come_in(int signal_number, const sigset_t& blocked) {
 
 void look(const char* function) {
     ++calls;
+    if (crash_at != nullptr && std::strcmp(crash_at, function) == 0) raise(SIGQUIT);
     sigset_t blocked;
     sigprocmask(SIG_BLOCK, nullptr, &blocked);
     for (const int signal_number : watched_signals) {
@@ -60,6 +63,7 @@ void look(const char* function) {
 __attribute__((constructor)) void start_watch() {
     const char* path = std::getenv("TELUMA_ENTRY_WATCH");
     if (path != nullptr) report = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    crash_at = std::getenv("TELUMA_ENTRY_CRASH");
     // The wizard's children are no concern of this.
     unsetenv("LD_PRELOAD");
     unsetenv("TELUMA_ENTRY_WATCH");

@@ -21,9 +21,10 @@ constexpr const char* report_file = "/run/scratch/entries";
 
 class WatchedWizard : public WizardRun {
   public:
-    WatchedWizard()
-        : WizardRun({{"env", "LD_PRELOAD=" ENTRY_WATCH,
-                      std::string("TELUMA_ENTRY_WATCH=") + report_file, WIZARD_PROGRAM}}) {}
+    explicit WatchedWizard(const std::string& crash = "")
+        : WizardRun({{"env", std::string("LD_PRELOAD=") + ENTRY_WATCH,
+                      std::string("TELUMA_ENTRY_WATCH=") + report_file,
+                      "TELUMA_ENTRY_CRASH=" + crash, WIZARD_PROGRAM}}) {}
 };
 
 // The last line of the report is how many calls the watch has looked at.
@@ -70,6 +71,13 @@ TEST_P(WatchedDialog, is_interrupted_where_no_signal_can_hurt) {
     wizard.press(Key::ctrl_c);
     EXPECT_TRUE(is_aborted(wizard));
     expect_nothing_found();
+}
+
+// Curses has set modes of its own then, and nothing has been drawn.
+TEST(CrashAtStart, leaves_the_terminal_as_it_was) {
+    WatchedWizard wizard("def_prog_mode");
+    EXPECT_EQ(wizard.waitExit(), killed_by(SIGQUIT));
+    EXPECT_TRUE(leaves_terminal_usable(wizard));
 }
 
 // The names in a file's table of symbols, each with its version if it has one.
