@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "tests/support/descriptor.h"
@@ -82,6 +83,17 @@ TEST(Ending, of_any_other_kind_has_its_own_words_and_status) {
               "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
     EXPECT_EXIT((dup2(STDERR_FILENO, STDOUT_FILENO), abort_wizard(SIGINT)),
                 testing::ExitedWithCode(1), "\nTELUMA Configuration Wizard Aborted!\n");
+}
+
+TEST(Superuser, is_the_user_0_in_the_group_0_and_another_user_is_not_asked_for_a_group) {
+    for (const auto& [user, group, asked] : {std::tuple{0U, 0U, 1}, {0U, 5U, 1}, {5U, 0U, 0}}) {
+        fake_host = {};
+        fake_host.user = user;
+        fake_host.group = group;
+        EXPECT_EQ(is_superuser(), user + group == 0);
+        EXPECT_EQ(fake_host.asked_for_group, asked);
+    }
+    fake_host = {};
 }
 
 // What a descriptor of this process is open on; empty where it is closed.
