@@ -26,8 +26,8 @@ void place_dialog();
 /// The boxes that stay on the screen while slow work runs. Only one can be open at a time; while it
 /// is, `screen_state` is that of a pending box.
 
-/// Shows a box as wide as its message; one that leaves less than four columns of the terminal is
-/// broken into lines under the title "Error!" instead of `title`.
+/// Shows a box four columns wider than its message, but at least 8 wide. A message that leaves less
+/// than four columns of the terminal is broken into lines under the title "Error!", not `title`.
 void showPending(const char* message, const char* title);
 
 /// Shows the box in which the progress of the apply sequence is listed, 18 lines by 60 columns.

@@ -181,6 +181,13 @@ TEST_P(OnResize, leaves_only_a_message_or_question_in_no_delay_mode_and_the_keyp
 
 INSTANTIATE_TEST_SUITE_P(Scenes, OnResize, testing::ValuesIn(screens_and_dialogs()), CaseName());
 
+TEST(OnResizeOfAnyScreen, leaves_the_cursor_to_it_when_a_hidden_one_is_placed) {
+    WizardRig wizard(state_services);
+    wizard.play({"\t\t", Key::enter, Key::tab, [&] { wizard.resize(large); }});
+    EXPECT_EQ(screen_state, state_smtp);
+    EXPECT_TRUE(wizard.image().cursor().visible);
+}
+
 TEST(OnResizeOfAnyScreen, stores_the_size_draws_the_frame_and_keeps_the_error_number) {
     WizardRig wizard(state_password);
     wizard.terminal.resize(33, 101);

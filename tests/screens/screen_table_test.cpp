@@ -28,9 +28,11 @@ std::vector<int> states_built() {
 TEST(ScreenTable, keeps_all_screens_but_the_aliases_after_a_visit) {
     WizardRig wizard(state_domain);
     wizard.play({"\t\tpw\t", Key::enter, [] { EXPECT_EQ(states_built().at(2), 2); }, "\t",
-                 Key::enter, "\t\t\t", Key::enter, "\t\t", Key::enter});
+                 Key::enter, "\t\t\t", Key::enter, "\t\t", Key::enter,
+                 [] {
+                     EXPECT_EQ(states_built(), (std::vector<int>{0, 1, 3}));
+                 }});
     EXPECT_EQ(screen_state, state_domain);
-    EXPECT_EQ(states_built(), (std::vector<int>{0, 1, 3}));
 }
 
 TEST(ReleaseScreens, leaves_nothing_of_screens_and_boxes_wherever_the_wizard_is_and_twice) {
@@ -47,6 +49,11 @@ TEST(ReleaseScreens, leaves_nothing_of_screens_and_boxes_wherever_the_wizard_is_
             EXPECT_EQ(panel_above(nullptr), nullptr);
         }
     }
+}
+
+TEST(ScreenFocus, is_one_for_SMTP_POP3_IMAP_and_WebMail) {
+    for (const int state : {state_pop3, state_imap, state_webmail})
+        EXPECT_EQ(&screen_focus(state), &screen_focus(state_smtp));
 }
 
 TEST(Walk, leads_through_all_screens_but_the_listeners_of_services_that_are_off) {

@@ -66,7 +66,7 @@ const Broken broken_texts[] = {
     {"abcdefghijklmnopqrst uu vv wwwwwwww", 10, "abcdefghij\nklmnopqrst\nuu      vv\nwwwwwwww"},
 
     // Words after it are stretched from where it ends, but the last ones are printed over its end.
-    {"cdefghijklmno p qq rrrr", 10, "cdefghijkl\nmno p   qq\nrrrr"},
+    {"cdefghijklmno p qq rrrr sss ttt", 10, "cdefghijkl\nmno p   qq\nrrrr   sss\nttt"},
     {"cdefghijklmno pp qqq rr", 10, "cdefghijkl\nmno pp qqq\nrr"},
     {"cdefghijklmno p", 10, "cdefghijkl\npno"},
 

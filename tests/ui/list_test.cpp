@@ -64,6 +64,8 @@ TEST_F(ListTest, marks_the_entry_under_the_bar_by_a_dollar_and_bold_white_on_bla
     EXPECT_EQ(list.getSelected(), 0);
     EXPECT_PICTURE(drawn(list), "$ all\n  eth0 : 10.0.0.1\n  lo");
     EXPECT_COLOURS(look(list), "KkKKKkkkkkkkkkkkk\nbbbbbbbbbbbbbbbbb\nbbbbbbbbbbbbbbbbb");
+    mvwaddch(list.getCursesWindow(), 0, 0, '!');
+    EXPECT_COLOURS(look(list).region(0, 0, 1, 1), "b") << "the others' pair stays on";
     press(list, {KEY_DOWN, KEY_DOWN});
     EXPECT_EQ(list.getSelected(), 2);
     EXPECT_PICTURE(look(list), "  all\n  eth0 : 10.0.0.1\n$ lo");

@@ -74,6 +74,13 @@ int getdomainname(char* name, size_t size) noexcept {
     return fake_host.has_no_domain ? -1 : 0;
 }
 
+uid_t getuid() noexcept { return fake_host.user; }
+
+gid_t getgid() noexcept {
+    ++fake_host.asked_for_group;
+    return fake_host.group;
+}
+
 int ioctl(int descriptor, unsigned long request, ...) noexcept {
     va_list arguments;
     va_start(arguments, request);

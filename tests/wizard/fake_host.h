@@ -3,6 +3,7 @@
 #include <net/if.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ struct FakeHost {
     bool uname_fails = false;    // having told the system
     std::string domain;          // of getdomainname(2), which does not end it
     bool has_no_domain = false;  // having told it
+    uid_t user = geteuid();      // of getuid(2)
+    gid_t group = getegid();     // of getgid(2)
+    int asked_for_group = 0;     // how often
     std::vector<FakeInterface> interfaces;
     bool interface_list_fails = false;
     std::string before_each_record;  // bytes in the list of interfaces

@@ -8,14 +8,17 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "apply/server_session.h"
 #include "tests/support/descriptor.h"
 #include "tests/wizard/fake_host.h"
 #include "wizard/base/host_facts.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/ending.h"
 #include "wizard/start_up.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 
@@ -80,8 +83,27 @@ TEST(Ending, of_any_other_kind_has_its_own_words_and_status) {
     EXPECT_EQ(printed_by([] { EXPECT_EQ(end_wizard(WizardEnd::without_login), 1); }), "");
     EXPECT_EQ(printed_by([] { EXPECT_EQ(refuse_terminal(), 0); }),
               "Please enlarge your window so it will have at least 72 columns and 20 lines!\n");
-    EXPECT_EXIT((dup2(STDERR_FILENO, STDOUT_FILENO), abort_wizard(SIGINT)),
-                testing::ExitedWithCode(1), "\nTELUMA Configuration Wizard Aborted!\n");
+    // The server, here the wizard itself, is stopped before a word is said.
+    const auto abort_with_server = [] {
+        dup2(STDERR_FILENO, STDOUT_FILENO);
+        restore_signals_in_child();
+        signal(SIGTERM, [](int) { dprintf(STDERR_FILENO, "stopped"); });
+        server_session.pid = getpid();
+        abort_wizard(SIGINT);
+    };
+    EXPECT_EXIT(abort_with_server(), testing::ExitedWithCode(1),
+                "^stopped\nTELUMA Configuration Wizard Aborted!\n");
+}
+
+TEST(Superuser, is_the_user_0_in_the_group_0_and_another_user_is_not_asked_for_a_group) {
+    for (const auto& [user, group, asked] : {std::tuple{0U, 0U, 1}, {0U, 5U, 1}, {5U, 0U, 0}}) {
+        fake_host = {};
+        fake_host.user = user;
+        fake_host.group = group;
+        EXPECT_EQ(is_superuser(), user + group == 0);
+        EXPECT_EQ(fake_host.asked_for_group, asked);
+    }
+    fake_host = {};
 }
 
 // What a descriptor of this process is open on; empty where it is closed.

@@ -51,8 +51,8 @@ inline int& os_kind = host_facts.os_kind;
 inline char (&readme_path)[256] = host_facts.readme_path;
 inline char*& others_doc_path = host_facts.others_doc_path;
 
-/// Finds out all of them. Where the interfaces can't be had, the table holds only the entry for all
-/// of them, so that every listener screen has a row.
+/// Finds out all these facts. Where the interfaces can't be had, the table holds only the entry for
+/// all of them, so that every listener screen has a row.
 void discover_host();
 
 /// Releases the lists of interfaces and networks and leaves null and 0; a second call does nothing.

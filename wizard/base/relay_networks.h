@@ -10,10 +10,10 @@ struct relay_network {
 /// Records of a relay network list: at most 39 networks and the null record.
 constexpr int relay_list_size = 40;
 
-/// The host's distinct IPv4 networks in the order of its interfaces. A network is left out when a
-/// later interface's network is the same one or, judged by whole zero octets, contains it. Stores
-/// their number in *count. Returns a list that ends in a null record, to be released with
-/// free_relay_networks().
+/// The host's distinct IPv4 networks in the order of its interfaces. A network is left out when an
+/// earlier interface's is the same one, or when a later one's contains it, judged by whole zero
+/// octets. Stores their number in *count. Returns a list that ends in a null record, to be released
+/// with free_relay_networks().
 relay_network* relay_networks(int* count);
 
 /// Releases a list of relay_networks() and its texts; null is allowed.
