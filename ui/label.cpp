@@ -33,7 +33,10 @@ void Label::draw() {
 }
 
 FormatLabel::FormatLabel(const char* text, int row, int col, Window* parent, int width, int mode)
-    : Window(parent, row, col, countLines(text, width, mode), width), text(text), mode(mode) {
+    : Window(parent, row, col, countLines(text, width, mode), width),
+      text(text),
+      lineCount(height),
+      mode(mode) {
     create();
 }
 

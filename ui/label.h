@@ -30,12 +30,13 @@ class FormatLabel : public Window {
     /// `mode` is a LineBreakMode.
     FormatLabel(const char* text, int row, int col, Window* parent, int width, int mode);
 
-    int getLineCount() const { return height; }
+    int getLineCount() const { return lineCount; }
 
     /// What does not fit into the lines is cut at the bottom.
     void draw() override;
 
   private:
     std::string text;
+    int lineCount;
     int mode;
 };

@@ -24,8 +24,9 @@ void TextField::setFocused(bool focused) {
 
 void TextField::draw() {
     Window::draw();
-    mvwprintw(cursesWindow, 0, 0, "%*s", visibleWidth + 1, "");
-    mvwaddstr(cursesWindow, 0, 0, buffer.c_str() + firstShown());
+    scroll = firstShown();
+    mvwprintw(cursesWindow, textRow, textCol, "%*s", visibleWidth + 1, "");
+    mvwaddstr(cursesWindow, textRow, textCol, buffer.c_str() + scroll);
 }
 
 int TextField::onKey(int key) {
@@ -48,7 +49,7 @@ bool TextField::edit(int key, char mask) {
         echo(length > visibleWidth ? firstShown() : length - 1, mask);
     } else if ((key == 127 || key == 8 || key == KEY_BACKSPACE) && length > 0) {
         buffer[static_cast<size_t>(--length)] = '\0';
-        if (length < visibleWidth) mvwaddch(cursesWindow, 0, length, ' ');
+        if (length < visibleWidth) mvwaddch(cursesWindow, textRow, textCol + length, ' ');
         echo(length < visibleWidth ? length : firstShown(), mask);
     }
     return appends;
@@ -56,7 +57,7 @@ bool TextField::edit(int key, char mask) {
 
 // Writes the characters from number `from` on where the field shows them.
 void TextField::echo(int from, char mask) {
-    wmove(cursesWindow, 0, from - firstShown());
+    wmove(cursesWindow, textRow, textCol + from - firstShown());
     for (int i = from; i < length; ++i) {
         const char shown = mask != '\0' ? mask : buffer[static_cast<size_t>(i)];
         waddch(cursesWindow, static_cast<unsigned char>(shown));
@@ -68,7 +69,7 @@ PassTextField::~PassTextField() { wipe(buffer.data(), buffer.size()); }
 void PassTextField::draw() {
     Window::draw();
     length = static_cast<int>(std::strlen(buffer.c_str()));
-    wmove(cursesWindow, 0, 0);
+    wmove(cursesWindow, textRow, textCol);
     for (int i = 0; i < std::min(visibleWidth, length); ++i) waddch(cursesWindow, '*');
 }
 

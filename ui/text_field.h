@@ -25,7 +25,9 @@ class TextField : public Window {
     void setFocused(bool focused) override;
 
     /// Puts the cursor after the last character shown.
-    void placeCursor() override { wmove(cursesWindow, 0, std::min(length, visibleWidth)); }
+    void placeCursor() override {
+        wmove(cursesWindow, textRow, textCol + std::min(length, visibleWidth));
+    }
 
     bool showsCursor() const override { return true; }
 
@@ -46,12 +48,15 @@ class TextField : public Window {
     int visibleWidth;
     std::string buffer;  ///< the text, its terminator, and what has stood after it before
     int length = 0;
+    int textRow = 0;  ///< where the text begins
+    int textCol = 0;
+    int maxLength;
+    int scroll = 0;  ///< the first character that draw() has shown
 
   private:
     void echo(int from, char mask);
     int firstShown() const { return std::max(0, length - visibleWidth); }
 
-    int maxLength;
     Label* label = nullptr;
 };
 
