@@ -139,7 +139,9 @@ TEST_F(ApplySequence, applies_no_more_than_was_chosen) {
 }
 
 TEST_F(ApplySequence, ends_the_wizard_stops_the_server_and_forgets_the_passwords) {
+    settings.alias_localhost = settings.alias_localhost_localdomain = 0;
     apply();
+    EXPECT_EQ(settings.done_aliases, 1);
     EXPECT_EQ(end, WizardEnd::completed);
     EXPECT_EQ(screen_state, state_end);
     server.waitForEnd();
@@ -161,18 +163,22 @@ TEST_F(ApplySequence, shows_a_step_that_runs_below_those_that_are_done) {
         EXPECT_EQ(settings.apply_running, 1);
     };
     EXPECT_EQ(settings.apply_running, 0);
-    apply();
+    settings.alias_root_to_postmaster = settings.alias_localhost = 0;
+    EXPECT_EQ(boxed_lines(apply()).at(4), "--> adding aliases ...  ... DONE");
     EXPECT_EQ(waits.sleeps, std::vector<int>{2});
 }
 
 TEST_F(ApplySequence, sets_and_configures_the_services_that_are_enabled_in_order) {
     chooseLeast();
     settings.service_enabled[service_pop3] = settings.service_enabled[service_imap] = 1;
+    settings.alias_localhost = 1;
     WireAnswers answers = least_answers();
+    answers.localhost_alias = true;
     answers.pop3 = "0.0.0.0:110";
     answers.imap = "0.0.0.0:143";
     apply();
     EXPECT_EQ(server.commands(), joined(expected_wire(answers)));
+    EXPECT_EQ(doneFlags(), "111111100");
 }
 
 // A step that fails once because a command is refused.
