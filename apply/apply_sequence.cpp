@@ -157,8 +157,8 @@ WizardEnd fail(const Step& step) {
     close_progress();
     showMessage(with_domain(step.message).c_str(), "Error!");
     if (step.way_back == state_end) return WizardEnd::without_login;
-    // The screen of the aliases has started afresh when it was left. The one before it is made to
-    // as well, for a user who goes on back: the domain exists by then and can't be changed.
+    // The screen of the aliases comes back as it was left, on "Next". The one before it starts
+    // afresh, for a user who goes on back: the domain exists by then and can't be changed.
     screen_focus(step.way_back == state_aliases ? state_domain : step.way_back) = 0;
     screen_state = step.way_back;
     return WizardEnd::not_yet;

@@ -30,12 +30,12 @@ int cli_update_domain_aliases(int root, int localhost, int localdomain, const ch
 
 /// Removes the listeners that `list_command` lists, up to ten, from the context and commits that. A
 /// listener is a row of the table after a line that contains "-----": a line that contains "|" and
-/// begins with the address. Fails also when the list is not accepted, after the commit, or can't be
-/// read, before anything is sent.
+/// begins with the address. Fails at once where the list can't be read, and after the commit where
+/// it was not accepted.
 int cli_reset_listeners(const char* list_command);
 
-/// The list of services to start from, in 512 bytes: of those that `command` shows only whether the
-/// server logs is kept. Null when the reply can't be read, has no "OK:" or shows no services.
+/// The list of services to start from, in 512 bytes: the server's own, with "log" where the list
+/// that `command` shows holds that. Null when the reply can't be read, has no "OK:" or shows none.
 char* cli_read_services(const char* command);
 
 /// The quoted path that `command` shows of the SMTP filters script, without its spaces, in 512

@@ -162,18 +162,29 @@ TEST_F(ApplySequence, shows_a_step_that_runs_below_those_that_are_done) {
         EXPECT_EQ(settings.apply_running, 1);
     };
     EXPECT_EQ(settings.apply_running, 0);
-    apply();
+    settings.alias_root_to_postmaster = settings.alias_localhost = 0;
+    EXPECT_EQ(boxed_lines(apply()).at(4), "--> adding aliases ...  ... DONE");
     EXPECT_EQ(waits.sleeps, std::vector<int>{2});
 }
 
 TEST_F(ApplySequence, sets_and_configures_the_services_that_are_enabled_in_order) {
     chooseLeast();
     settings.service_enabled[service_pop3] = settings.service_enabled[service_imap] = 1;
+    settings.alias_localhost = 1;
     WireAnswers answers = least_answers();
+    answers.localhost_alias = true;
     answers.pop3 = "0.0.0.0:110";
     answers.imap = "0.0.0.0:143";
     apply();
     EXPECT_EQ(server.commands(), joined(expected_wire(answers)));
+    EXPECT_EQ(doneFlags(), "111111100");
+}
+
+TEST_F(ApplySequence, adds_the_alias_of_root_alone) {
+    chooseLeast();
+    settings.alias_root_to_postmaster = 1;
+    apply();
+    EXPECT_EQ(doneFlags(), "111111100");
 }
 
 // A step that fails once because a command is refused.
@@ -233,19 +244,26 @@ INSTANTIATE_TEST_SUITE_P(In, ApplyStepFailure, testing::ValuesIn(step_failures),
 
 using ApplyFailure = ApplySequence;
 
-TEST_F(ApplyFailure, aliases_and_networks_that_failed_and_are_not_wanted_any_more) {
+TEST_F(ApplyFailure, what_failed_or_was_done_and_is_not_wanted_any_more) {
     settings.relay_ticks[0] = 1;
-    refuse({{"update domain name example.com"}, {"config server", 6}});
+    refuse({{"update domain name example.com"}, {"config server", 7}, {"config server", 11}});
     apply();
     EXPECT_EQ(screen_state, state_aliases);
     chooseLeast();
+    settings.service_enabled[service_pop3] = settings.service_enabled[service_imap] = 1;
+    apply();
+    EXPECT_EQ(screen_state, state_services);
+    settings.service_enabled[service_pop3] = 0;
     apply();
     EXPECT_EQ(screen_state, state_relay);
     settings.relay_ticks[0] = 0;
     const Lines lines = boxed_lines(apply());
-    EXPECT_EQ(lines.at(5), "--> adding aliases ...  ... DONE") << "count as done";
-    EXPECT_EQ(lines.at(8), "--> configuring relay ...") << "leave their line";
+    EXPECT_EQ(lines.at(4), "--> adding aliases ...  ... DONE") << "count as done";
+    EXPECT_EQ(lines.at(7), "--> configuring POP3 ...  ... DONE") << "stays in the history";
+    EXPECT_EQ(lines.at(9), "--> configuring relay ...") << "leave their line";
     EXPECT_EQ(end, WizardEnd::completed);
+    EXPECT_EQ(server.saved("services"),
+              Lines{"services smtpIncoming smtpOutgoing processing webadmin cli imap"});
 }
 
 TEST_F(ApplyFailure, of_a_domain_that_fits_into_no_command_names_it_whole) {

@@ -152,12 +152,16 @@ TEST_F(FullDisk, only_a_configuration_that_fits_is_prepared) {
 }
 
 TEST_F(FullDisk, a_file_whose_original_finds_no_room_beside_it_is_not_touched) {
-    const std::string content(3000, 'x');
-    write_file("file", content);
-    EXPECT_EQ(keep_copy_beside(Descriptor(open("file", O_RDONLY)).get(), "file"), 1);
-    EXPECT_EQ(read_file("file"), content);
-    EXPECT_FALSE(exists("file.beforewizard"));
-    EXPECT_FALSE(exists("file.beforewizard.new"));
+    const std::string content(5000, 'x');
+    // Room for nothing of it, and for some.
+    for (const char* room : {"size=8192", "size=12288"}) {
+        checked(mount("none", ".", "tmpfs", MS_REMOUNT, room), "mount");
+        write_file("file", content);
+        EXPECT_EQ(keep_copy_beside(Descriptor(open("file", O_RDONLY)).get(), "file"), 1);
+        EXPECT_EQ(read_file("file"), content);
+        EXPECT_FALSE(exists("file.beforewizard"));
+        EXPECT_FALSE(exists("file.beforewizard.new"));
+    }
 }
 
 using ReadOnlyFiles = InstalledServerCase;

@@ -118,6 +118,7 @@ class ProgressOk : public ProgressListTest {
             screen.terminal.type(keys.substr(shown.size() - 1, 1));
         };
         progress_add("pass", "first");
+        curs_set(1);
         progress_wait_for_ok();
         EXPECT_EQ(shown.size(), keys.size());
         return shown;

@@ -52,19 +52,24 @@ TEST_P(EachListener, asks_whether_a_loopback_interface_is_meant) {
                   "Yes ");
 }
 
-TEST_P(EachListener, warns_of_a_port_that_is_taken) {
+TEST_P(EachListener, warns_of_a_port_that_is_taken_and_goes_back_to_it) {
     port.open();
-    wizard.play(answer_listener(row_eth0, number));
-    EXPECT_EQ(wizard.words(),
+    std::string warning;
+    wizard.play(answer_listener(row_eth0, number) +
+                std::vector<Step>{[&] { warning = wizard.words(); }, "\t", Key::enter});
+    EXPECT_EQ(warning,
               "Warning! There is already an application that binds the " + number +
                   " port on the selected interface 127.0.0.2. Please stop that application and "
                   "remove it from the automatic startup daemons at boot. More information about "
                   "stopping common applications can be found in the "
                   "/opt/teluma/share/doc/REMOVE-OTHERS.txt document. Back Retry ");
+    EXPECT_EQ(screen_state, listener.state);
+    EXPECT_EQ(screen_focus(screen_state), 1);
 }
 
-TEST_P(EachListener, probes_again_under_a_pending_box_on_retry) {
+TEST_P(EachListener, probes_again_under_a_pending_box_on_retry_which_keeps_a_services_port) {
     port.open();
+    screen_focus(state_services) = 2;
     int warnings = 0;
     const Step count = [&] { warnings += wizard.image().shows("Warning!"); };
     wizard.play(answer_listener(row_lo, number) +
@@ -73,6 +78,9 @@ TEST_P(EachListener, probes_again_under_a_pending_box_on_retry) {
     EXPECT_EQ(warnings, 3);
     EXPECT_EQ(wizard.waits.sleeps, (std::vector<int>{0, 0, 0, 0}));
     EXPECT_EQ(screen_state, listener.state + 1);
+    EXPECT_EQ(screen_focus(state_services), listener.isWebadmin() ? 2 : 0);
+    EXPECT_EQ(wizard_settings.*listener.port,
+              listener.isWebadmin() ? port.number() : listener.defaultPort());
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, EachListener, testing::ValuesIn(all_listeners()), CaseName());

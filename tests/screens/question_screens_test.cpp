@@ -39,8 +39,10 @@ TEST(PasswordScreen, different_passwords_give_an_error_and_keep_the_texts) {
 
 TEST(PasswordScreen, two_empty_passwords_are_blank_and_not_different) {
     WizardRig wizard(state_password);
+    std::strcpy(wizard_settings.admin_password, "before");
     wizard.play({"\t\t", Key::enter});
     EXPECT_EQ(wizard.words(), "Error! A blank password is not allowed! OK ");
+    EXPECT_STREQ(wizard_settings.admin_password, "");
 }
 
 TEST(PasswordScreen, fifty_characters_are_taken_and_30_shown) {
