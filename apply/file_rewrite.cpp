@@ -55,7 +55,7 @@ UnfinishedCopy unfinished;
 
 bool copy_bytes(int from, int to) {
     char block[65536];
-    ssize_t count = lseek(from, 0, SEEK_SET);
+    ssize_t count = lseek(from, 0, SEEK_SET) == 0 ? 0 : -1;
     while (count != -1 && (count = read(from, block, sizeof(block))) > 0) {
         // Less is written to a file only where there is no more room.
         if (write(to, block, static_cast<size_t>(count)) != count) return false;

@@ -19,7 +19,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 // Of standard output: which of these events there are, within that time; for ever if that is -1.
-short output_events(short events, long within_milliseconds) {
+short output_events(short events, long long within_milliseconds) {
     pollfd output = {STDOUT_FILENO, events, 0};
     poll(&output, 1, static_cast<int>(within_milliseconds));
     return output.revents;
