@@ -91,13 +91,13 @@ class Conversation {
     void take(const std::string& command) {
         const std::string adding = "add listener address ";
         if (command.rfind("config ", 0) == 0 && command != "config sslcontrol")
-            service = command.substr(7);
+            entered = command.substr(7);
         if (command.rfind(adding, 0) == 0) {
             added = command.substr(adding.size());
             commits = 0;
         }
         if (command == "commit" && !added.empty() && ++commits == 2) {
-            listening[service] = added;
+            listening[entered] = added;
             added.clear();
         }
     }
@@ -109,7 +109,7 @@ class Conversation {
                                                     {"pop3", "127.0.0.1:110"},
                                                     {"imap", "127.0.0.1:143"},
                                                     {"webmail", "127.0.0.1:80"}};
-    std::string service;  // the context
+    std::string entered;  // the service whose context it is in
     std::string added;    // a listener that waits for its commits
     int commits = 0;
 };
