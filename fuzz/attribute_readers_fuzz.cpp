@@ -61,7 +61,7 @@ std::optional<std::string> expected_filters_file(ReplyModel& model) {
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzInput input(data, size);
     const bool services = input.takeNumber(0, 1) == 0;
     const std::string bytes = input.takeRest();

@@ -117,7 +117,7 @@ Outcome expected_outcome(const std::vector<std::string>& pieces) {
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string content = FuzzInput(data, size).takeRest();
     server_session = {};
     const std::string actual = rewritten(content, config_rewrite);

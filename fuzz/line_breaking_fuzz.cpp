@@ -94,7 +94,7 @@ void require_drawn(const std::string& text, int width, int mode) {
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     need_curses();
     FuzzInput input(data, size);
     const int width = input.takeNumber(1, 80);

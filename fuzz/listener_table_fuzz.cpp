@@ -65,7 +65,7 @@ Outcome expected_outcome(ReplyModel& model) {
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes = FuzzInput(data, size).takeRest();
     ScriptedPeer peer(bytes);
     ReplyModel model(bytes);

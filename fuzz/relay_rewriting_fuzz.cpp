@@ -56,7 +56,7 @@ std::string expected_content(const std::string& content, const std::vector<Netwo
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzInput input(data, size);
     std::vector<Network> networks = take_networks(input);
     const std::string content = input.takeRest();

@@ -17,7 +17,7 @@
 
 #include "tests/support/files.h"
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* bytes, std::size_t count);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count);
 
 namespace {
 
@@ -78,7 +78,7 @@ std::vector<std::string> read_seeds(const std::string& path) {
 }
 
 void give(const std::string& input) {
-    llvm_fuzzer_test_one_input(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+    LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ void require_same_line(const HeapText& line, const std::optional<std::string>& e
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes = FuzzInput(data, size).takeRest();
     const ScriptedPeer peer(bytes);
     ReplyModel model(bytes);

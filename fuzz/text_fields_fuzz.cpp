@@ -123,7 +123,7 @@ void use(TextField& field, FieldModel& model, FuzzInput& input) {
 
 }  // namespace
 
-extern "C" int llvm_fuzzer_test_one_input(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     need_curses();
     FuzzInput input(data, size);
     const bool hides = input.takeNumber(0, 1) == 1;
