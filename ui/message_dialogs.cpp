@@ -123,7 +123,6 @@ class PendingBox final : public Box {
         const bool fits = givenCols <= screen_cols;
         setSize(fits ? givenRows : length / (room - 4) + 7, fits ? givenCols : room - 4);
         move(centred(screen_rows, height), fits ? centred(room, width) : 3);
-        werase(cursesWindow);
         const int line_length = fits ? length : room - 8;
         for (int at = 0, line = 3; at < length; at += line_length)
             mvwaddnstr(cursesWindow, line++, 2, message.c_str() + at, line_length);
