@@ -30,7 +30,7 @@ size_t layer_of(const fs::path& path) {
     return static_cast<size_t>(layer - layers.begin());
 }
 
-// What follows the pattern's group 1 each time that it is found in a text.
+// What the pattern's group 1 is each time that it is found in a text.
 std::vector<std::string> all_in(const std::string& text, const std::regex& pattern) {
     std::vector<std::string> found;
     for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at)
