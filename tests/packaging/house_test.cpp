@@ -162,6 +162,7 @@ TEST(Documents, agree_on_the_version) {
     const std::string version = PROJECT_VERSION;
     const std::pair<const char*, std::string> places[] = {
         {"CHANGELOG.md", "\n## " + version + "\n"},
+        {"README.md", "/teluma-wizard_" + version + "_"},
         {"wizard/terminal_session.cpp", "(v" + version + ")"},
     };
     for (const auto& [file, text] : places)
