@@ -1,7 +1,6 @@
 // Whatever a server sends is cut into the same lines as by the model, and nothing is read that does
 // not belong to the line.
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 

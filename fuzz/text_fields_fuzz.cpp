@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "fuzz/target.h"
 #include "fuzz/window_text.h"

@@ -47,7 +47,7 @@ class Screen {
 
   protected:
     /// Creates the frame of the screen of `state`, `rows` by `cols`, at the place where a frame of
-    /// `centringRows` would be in the middle of the terminal.
+    /// `centring_rows` would be in the middle of the terminal.
     Screen(int state, int rows, int cols, int centring_rows);
 
     /// Makes a widget of `arguments`, which name the frame as its parent, in the wizard's colours.
@@ -59,7 +59,7 @@ class Screen {
         return static_cast<Widget&>(*widgets.back());
     }
 
-    /// Adds a label and, right after it, a field for at most `maxLength` characters, as a control.
+    /// Adds a label and, right after it, a field for at most `max_length` characters, as a control.
     template <class Field>
     Field& addField(int focus, int row, const char* text, int max_length) {
         constexpr int margin = 2;

@@ -29,7 +29,7 @@ struct ListEntries {
 /// scroll.
 class List : public Window {
   public:
-    /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
+    /// `normal_pair` and `selected_pair` are the colour pairs of an entry and of the one under the
     /// bar.
     List(Window* parent, int count, const char* const* items, int row, int col, int normal_pair,
          int selected_pair);
@@ -58,7 +58,7 @@ constexpr int max_choices = 100;
 class ChoiceList : public Window {
   public:
     /// `checked` holds a flag (0 or 1) for each of the `count` texts; null for all off.
-    /// `normalPair` and `selectedPair` are the colour pairs of an entry and of the one under the
+    /// `normal_pair` and `selected_pair` are the colour pairs of an entry and of the one under the
     /// bar.
     ChoiceList(Window* parent, int count, const char* const* items, const unsigned char* checked,
                int row, int col, int normal_pair, int selected_pair);

@@ -11,7 +11,7 @@ class Label;
 /// field shows its tail.
 class TextField : public Window {
   public:
-    /// A field that accepts at most `maxLength` characters and shows `visibleWidth` of them, with
+    /// A field that accepts at most `max_length` characters and shows `visible_width` of them, with
     /// one column more for the cursor after the last.
     TextField(Window* parent, int row, int col, int max_length, int visible_width, int height);
 

@@ -59,7 +59,7 @@ class Window {
     void setTitle(const char* text, int pair);
     void setBoxed() { boxed = 1; }
 
-    /// `back` and `fore` are colour pairs, of the background and of text; `boldText` is 0 or 1.
+    /// `back` and `fore` are colour pairs, of the background and of text; `bold_text` is 0 or 1.
     void setColors(int back, int fore, int bold_text);
 
     /// Only store, for create() and move().
@@ -95,7 +95,7 @@ class Window {
     /// For widgets that find out their geometry themselves.
     Window() = default;
 
-    /// Prints `text` in the middle of `columns` columns (0 for 80) from `firstCol` on, which it
+    /// Prints `text` in the middle of `columns` columns (0 for 80) from `first_col` on, which it
     /// clears but for the outermost; on the cursor's line if `line` is 0.
     void printCentered(int line, int first_col, int columns, const char* text, attr_t attributes);
 

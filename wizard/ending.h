@@ -7,7 +7,8 @@
 /// Ends a wizard whose screens have come to `end`, and returns the program's exit status: 0 after
 /// the summary of what has been applied, or the words of an abort when the user has left; 1 without
 /// a word when the server did not let the wizard in. The terminal is given back, the widgets are
-/// released, and but for a completed run the server is stopped.
+/// released, and but for a completed run the server is stopped. Without memory it only gives the
+/// terminal back, and returns 0.
 int end_wizard(WizardEnd end);
 
 /// Ends a wizard whose terminal is too small, which it says. Returns the exit status, 0.

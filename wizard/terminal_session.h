@@ -9,8 +9,8 @@ bool check_terminal_size();
 void draw_background();
 
 /// The handler of SIGWINCH: takes the terminal's new size and redraws what is on the screen. Each
-/// built screen concerned, the services, relay and sendmail screens always, swallows one key that
-/// is waiting to be read. A message or question that is open is left in no-delay mode. Ends the
+/// screen concerned, the services, relay and sendmail screens always, swallows one key that is
+/// waiting to be read. A message or question that is open is left in no-delay mode. Ends the
 /// program by refuse_terminal() when the terminal has become too small; sends SIGHUP instead when
 /// it is gone.
 void on_resize(int signal_number);

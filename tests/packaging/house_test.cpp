@@ -30,7 +30,7 @@ size_t layer_of(const fs::path& path) {
     return static_cast<size_t>(layer - layers.begin());
 }
 
-// What follows the pattern's group 1 each time that it is found in a text.
+// What the pattern's group 1 is each time that it is found in a text.
 std::vector<std::string> all_in(const std::string& text, const std::regex& pattern) {
     std::vector<std::string> found;
     for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at)
@@ -162,6 +162,7 @@ TEST(Documents, agree_on_the_version) {
     const std::string version = PROJECT_VERSION;
     const std::pair<const char*, std::string> places[] = {
         {"CHANGELOG.md", "\n## " + version + "\n"},
+        {"README.md", "/teluma-wizard_" + version + "_"},
         {"wizard/terminal_session.cpp", "(v" + version + ")"},
     };
     for (const auto& [file, text] : places)

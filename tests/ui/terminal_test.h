@@ -11,7 +11,6 @@
 #include <initializer_list>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include "tests/support/descriptor.h"
 #include "tests/support/emulator.h"

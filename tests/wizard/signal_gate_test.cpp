@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/resource.h>
-#include <sys/select.h>
 #include <sys/wait.h>
 #include <unistd.h>
 

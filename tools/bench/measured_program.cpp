@@ -1,6 +1,5 @@
 #include "tools/bench/measured_program.h"
 
-#include <fcntl.h>
 #include <linux/close_range.h>
 #include <poll.h>
 #include <sys/ioctl.h>

@@ -1,5 +1,6 @@
 #include "ui/terminal/terminal.h"
 
+#include <curses.h>
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <curses.h>
-
 /// The terminal, which has one owner: it is opened, drawn on, left and taken again here only.
 ///
 /// What curses says for a frame is kept back, thinned and written at once; by itself curses writes

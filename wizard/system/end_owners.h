@@ -12,8 +12,9 @@ enum class EndOwners {
     unlistable  ///< the other end is on another host, or the system lists no owners
 };
 
-/// Finds the users who have both ends of a connected IPv4 TCP socket, by the kernel's tables of
-/// connections, /proc/net/tcp and tcp6 (proc(5)), which only Linux has.
+/// Stores in `own` and `peer` the users who have the ends of a connected IPv4 TCP socket, by the
+/// kernel's tables of connections, /proc/net/tcp and tcp6 (proc(5)), which only Linux has. They
+/// mean something only where the result is `known`.
 EndOwners find_end_owners(int descriptor, uid_t& own, uid_t& peer);
 
 /// Stores in `owner` who took the end of a TCP connection, with accept(2) or socket(2), that has

@@ -2,11 +2,19 @@
 
 #include <cerrno>
 #include <cstring>
+#include <set>
 
 #include "wizard/base/descriptor.h"
 #include "wizard/base/wizard_settings.h"
 #include "wizard/system/signal_gate.h"
 #include "wizard/system/tcp_client.h"
+
+namespace {
+
+// On whatever address.
+std::set<int> ports_found_free;
+
+}  // namespace
 
 int probe_port(const char* address, int port) {
     if (wizard_settings.apply_running && ports_found_free.count(port) != 0) return 1;

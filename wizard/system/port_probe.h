@@ -1,10 +1,5 @@
 #pragma once
 
-#include <set>
-
-/// The ports where probes have found nobody, on whatever address.
-inline std::set<int> ports_found_free;
-
 /// Checks whether some program accepts TCP connections on `port` (its low 16 bits) of `address`, a
 /// dotted IPv4 address or a host name. Returns 0 when a connection succeeded, so the port is taken;
 /// the connection is left open. Otherwise returns the errno of what failed, non-zero in general,

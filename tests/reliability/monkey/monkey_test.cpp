@@ -2,7 +2,7 @@
 // screen.
 //
 // Each case plays 1,000 events. For a longer run: TELUMA_MONKEY_EVENTS=100000, events a case, and
-// TELUMA_MONKEY_SEED=7 for other ones than usual; with a TIMEOUT of its own, as in
+// TELUMA_MONKEY_SEED=7 for other ones than usual; with more time for it, as in
 //
 //     TELUMA_MONKEY_EVENTS=50000 ctest --preset asan -j4 --timeout 7200 -R Monkey
 //
