@@ -61,14 +61,15 @@ TEST_F(FileLines, longer_than_255_bytes_come_in_pieces) {
     EXPECT_EQ(linesOf(piece + piece + "rest\n"), (Lines{piece, piece, "rest\n"}));
 }
 
-class OpenOriginal : public testing::Test {
+struct OpenOriginal : testing::Test {
     WorkingDirectory directory;
 };
 
 TEST_F(OpenOriginal, opens_a_file_or_a_link_to_it_for_reading_and_writing_for_this_process_alone) {
     write_file("f", "content");
     ASSERT_EQ(symlink("f", "link"), 0);
-    for (const char* name : {"f", "link"}) {
+    ASSERT_EQ(symlink((directory / "f").c_str(), "absolute"), 0);
+    for (const char* name : {"f", "link", "absolute"}) {
         const File original = open_original(name);
         ASSERT_NE(original, nullptr);
         EXPECT_EQ(std::getc(original.get()), 'c');
