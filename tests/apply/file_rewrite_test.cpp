@@ -4,9 +4,11 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -59,14 +61,15 @@ TEST_F(FileLines, longer_than_255_bytes_come_in_pieces) {
     EXPECT_EQ(linesOf(piece + piece + "rest\n"), (Lines{piece, piece, "rest\n"}));
 }
 
-class OpenOriginal : public testing::Test {
+struct OpenOriginal : testing::Test {
     WorkingDirectory directory;
 };
 
 TEST_F(OpenOriginal, opens_a_file_or_a_link_to_it_for_reading_and_writing_for_this_process_alone) {
     write_file("f", "content");
     ASSERT_EQ(symlink("f", "link"), 0);
-    for (const char* name : {"f", "link"}) {
+    ASSERT_EQ(symlink((directory / "f").c_str(), "absolute"), 0);
+    for (const char* name : {"f", "link", "absolute"}) {
         const File original = open_original(name);
         ASSERT_NE(original, nullptr);
         EXPECT_EQ(std::getc(original.get()), 'c');
@@ -145,10 +148,11 @@ TEST_F(WorkingCopy, is_copied_over_the_file_which_keeps_its_owner_group_and_mode
 }
 
 TEST_F(WorkingCopy, of_a_file_that_could_not_be_read_whole_is_only_removed) {
+    // Were it not kept yet, that would fail as well.
+    write_file("teluma.cfg.beforewizard", "old\n");
     FileRewrite rewrite(file);
     std::string line;
-    // A process's memory can't be read at address 0, proc(5).
-    const Descriptor unreadable(open("/proc/self/mem", O_RDONLY));
+    const Descriptor unreadable(open(file, O_WRONLY));
     ASSERT_NE(dup2(unreadable.get(), rewrite.file()), -1);
     EXPECT_FALSE(rewrite.read(line));
     EXPECT_FALSE(rewrite.goesOn());
@@ -156,7 +160,20 @@ TEST_F(WorkingCopy, of_a_file_that_could_not_be_read_whole_is_only_removed) {
     EXPECT_EQ(rewrite.install(), not_touched);
     EXPECT_EQ(read_file(file), "old\n");
     EXPECT_FALSE(exists("temp.cfg"));
-    EXPECT_FALSE(exists("teluma.cfg.beforewizard"));
+}
+
+TEST_F(WorkingCopy, that_lacks_a_piece_is_only_removed_though_the_rest_could_be_written) {
+    FileRewrite rewrite(file);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit none = {0, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    rewrite.write(std::string(100000, 'x'));
+    setrlimit(RLIMIT_FSIZE, &limit);
+    rewrite.write("rest\n");
+    EXPECT_EQ(rewrite.install(), not_touched);
+    EXPECT_EQ(read_file(file), "old\n");
 }
 
 TEST_F(WorkingCopy, is_not_installed_under_a_name_that_fits_into_no_command) {

@@ -188,7 +188,7 @@ const ConfigFile config_files[] = {
          list + "cli = {\nlisteners = ( # here\naddress = 1.2.3.4:5\n)\n}\nx = {\n" + other,
          "1.2.3.4:5"),
     kept("a_section_with_a_comment_after_it_is_skipped",
-         list + "cli = { # not here\n" + other + section, "1.2.3.4:5"),
+         list + section + "cli = { # not here\n" + other, "1.2.3.4:5"),
     kept("a_commented_section_or_list_of_listeners_is_skipped",
          list + "#cli = {\naddress = 9.9.9.9:9\ncli = {\n# listeners = (\naddress = 8.8.8.8:8\n" +
              "listeners = (\naddress = 1.2.3.4:5\n",

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -34,6 +35,13 @@ TEST_F(ServerOwner, root_is_known_from_the_servers_own_user) {
     server.waitForEnd();
     if (chown("/run/scratch", 12, 12) != 0) GTEST_SKIP() << "a user namespace without other ids";
     server.runAsItsUser();
+    logIn();
+    EXPECT_FALSE(server_session.peer_is_root);
+}
+
+// As with every server where there is no such table.
+TEST_F(ServerOwner, is_trusted_where_the_system_lists_none_but_not_taken_for_root) {
+    checked(mount("none", "/proc/self/net", "tmpfs", 0, nullptr), "mount");
     logIn();
     EXPECT_FALSE(server_session.peer_is_root);
 }

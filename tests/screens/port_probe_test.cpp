@@ -33,6 +33,7 @@ TEST_F(PortProbe, finds_a_port_taken_where_a_program_accepts_connections) {
 TEST_F(PortProbe, finds_a_port_free_where_connections_are_refused_and_leaves_nothing_open) {
     const long before = open_descriptors();
     EXPECT_EQ(probe_port("127.0.0.1", port.number()), ECONNREFUSED);
+    EXPECT_NE(probe_port("255.255.255.255", port.number()), 0) << "refused by this host, at once";
     EXPECT_EQ(open_descriptors(), before);
 }
 

@@ -188,6 +188,7 @@ TEST(AliasScreen, takes_its_keys_with_the_longest_domain_of_which_not_all_is_see
     AliasRig wizard(std::string(750, 'd'));
     wizard.play({Key::space, "\t", Key::enter});
     EXPECT_EQ(screen_state, state_webadmin);
+    EXPECT_EQ(screen_focus(state_aliases), 1) << "where a step that fails leads back to";
     EXPECT_EQ(wizard_settings.alias_root_to_postmaster, 0);
     EXPECT_EQ(wizard_settings.alias_localhost, 1);
 }

@@ -12,6 +12,7 @@
 #include <functional>
 #include <string>
 
+#include "apply/shell_command.h"
 #include "tests/support/descriptor.h"
 #include "tests/support/files.h"
 #include "tests/support/server_account.h"
@@ -90,13 +91,12 @@ TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_e
     EXPECT_EQ(read_file("/run/scratch/temp.cfg"), "the user's");
 }
 
-TEST_F(PrivateDirectory, remembers_where_the_program_was_started) {
+TEST_F(PrivateDirectory, remembers_where_the_program_was_started_for_commands_of_the_servers) {
     EXPECT_TRUE(inside([] {
         enter_private_directory();
         const bool named = name_from_start("a/b") == "/run/scratch/a/b" &&
                            name_from_start("/a") == "/a" && name_from_start("").empty();
-        leave_private_directory_in_child();
-        return named && current_directory() == "/run/scratch";
+        return named && run_server_command("[ $(pwd -P) = /run/scratch ]") == 0;
     }));
 }
 
