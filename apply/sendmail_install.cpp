@@ -13,6 +13,7 @@
 #include "apply/server_process.h"
 #include "wizard/base/tel_help.h"
 #include "wizard/system/child_process.h"
+#include "wizard/system/signal_gate.h"
 
 namespace {
 
@@ -21,7 +22,13 @@ constexpr char wrapper[] = "/opt/teluma/bin/sendmail";
 
 constexpr int last_backup = 99;
 
-// A system log that takes no more may block.
+// A system log that takes no more connections may block.
+void open_log() {
+    const ChangedMask here = let_all_in();
+    openlog("WIZARD", LOG_NDELAY, LOG_USER);
+}
+
+// One that takes no more messages may.
 int fail(int result, const std::string& message) {
     run_in_child([&] { syslog(LOG_ERR, "%s", message.c_str()); });
     closelog();
@@ -74,7 +81,7 @@ int prepare_wrapper() {
 
 int sendmail_install(int yes) {
     if (yes == 0) return 0;
-    openlog("WIZARD", LOG_NDELAY, LOG_USER);
+    open_log();
     if (const int failure = prepare_wrapper(); failure != 0) return failure;
     const std::string target = link_target(sendmail);
     if (target == wrapper) return 0;

@@ -181,12 +181,20 @@ class Swapped : public Planted {
         Planted::SetUp();
     }
 
-    // The command changes names as the server's user would at this moment, and then copies.
-    static void swapBefore(const std::string& swap, const std::string& swap_back = "") {
+    static void putCommand(const std::string& script) {
         std::filesystem::create_directory("bin");
-        write_file("bin/cp", "#!/bin/sh\n" + swap + "\n/bin/cp \"$@\"\n" + swap_back, 0755);
+        write_file("bin/cp", "#!/bin/sh\n" + script, 0755);
         const std::string found_first = std::filesystem::current_path() / "bin:";
         setenv("PATH", (found_first + getenv("PATH")).c_str(), 1);
+    }
+
+    // Names are changed as by the server's user while the command waits, before it copies and after
+    // it: each pipe is opened by both at the same time.
+    static void swapBefore(const std::string& swap, const std::string& swap_back = ":") {
+        putCommand("cat now done\n/bin/cp \"$@\"\ncat now done\n");
+        const std::string both =
+            ": >now; " + swap + "; : >done; : >now; " + swap_back + "; : >done";
+        ASSERT_EQ(std::system(("mkfifo now done; (" + both + ") &").c_str()), 0);
     }
 };
 
@@ -212,6 +220,14 @@ TEST_P(Swapped, and_back_again_nothing_else_is_written_to) {
 TEST_P(Swapped, for_a_pipe_the_command_waits_for_nobody) {
     swapBefore("rm " + file.string() + " && mkfifo " + file.string());
     EXPECT_EQ(GetParam().step(), GetParam().failure);
+}
+
+// As a BusyBox does that is built for it.
+TEST_P(Swapped, by_a_command_that_removes_it_first_it_stays) {
+    const std::string before = read_file(file);
+    putCommand("rm -f \"$2\" && cat \"$1\" >\"$2\"\n");
+    EXPECT_EQ(GetParam().step(), 0);
+    EXPECT_EQ(read_file(file), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(BeforeTheCopy, Swapped, testing::Values(configuration, filters),

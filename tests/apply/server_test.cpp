@@ -23,8 +23,8 @@ namespace {
 
 constexpr const char* pid_file = InstalledServer::pid_file;
 
-// Whether a process is stopped as soon as it has another user.
-bool is_stopped_at_once = false;
+// What a process is sent as soon as it has another user, if anything.
+int sent_at_once = 0;
 
 using ServerOwner = InstalledServerCase;
 
@@ -55,11 +55,12 @@ class PidFile : public InstalledServerCase {
     }
 
     // What comes of a pid file of one user's that names a process of another's.
-    static void expectStop(int result, uid_t owner, uid_t user) {
+    static void expectStop(int result, uid_t owner, uid_t user, int sent = 0) {
         OtherProcess process(user);
         write_file(pid_file, std::to_string(process.pid()) + "\n");
         chown(pid_file, owner, owner);
         EXPECT_NE(server_read_pid(), 1);
+        sent_at_once = sent;
         EXPECT_EQ(server_stop(), result) << owner << " names a process of " << user;
         if (result == 0)
             EXPECT_EQ(process.waitForEnd(), killed_by(SIGTERM));
@@ -82,9 +83,12 @@ TEST_F(PidFile, of_roots_ends_any_process_of_the_servers_user_only_that_users_of
 }
 
 TEST_F(PidFile, of_the_servers_user_who_stops_the_wizards_child_keeps_nobody_waiting) {
-    is_stopped_at_once = true;
-    expectStop(1, server_user(), server_user());
-    is_stopped_at_once = false;
+    expectStop(1, server_user(), server_user(), SIGSTOP);
+}
+
+// It would hold the passwords.
+TEST_F(PidFile, of_the_servers_user_who_sends_the_wizards_child_a_crash_gets_no_core_dump) {
+    expectStop(0, server_user(), server_user(), SIGQUIT);
 }
 
 TEST_F(PidFile, that_is_a_second_name_of_a_file_of_roots_ends_no_process) {
@@ -119,6 +123,6 @@ TEST_F(PidFile, that_is_no_file_is_not_even_opened) {
 // In the place of the C library's.
 extern "C" int setuid(uid_t user) noexcept {
     const int result = static_cast<int>(syscall(SYS_setuid, user));
-    if (is_stopped_at_once) raise(SIGSTOP);
+    raise(sent_at_once);
     return result;
 }

@@ -47,6 +47,7 @@ const PlaceFacts place_facts[] = {
     {"step_error", "Error!", "\"create domain\" 1 refuse\n"},
     {"login_error", "Error!", "password * refuse\n"},
     {"final_ok", " OK "},
+    {"log_connection", "configuring TELUMA sendmail"},
     {"new_pid_file", connecting, "start * missing\n"},
     {"before_connecting", connecting},
 };
@@ -104,6 +105,7 @@ Stage::Stage(Place where) : place(where) {
         unlink("/etc/passwd");
         checked(mkfifo("/etc/passwd", 0644), "mkfifo");
     }
+    if (place == Place::log_connection) stuckLog = stuck_system_log();
     if (place == Place::system_log) {
         systemLog.emplace().fill();
         unlink("/opt/teluma/bin/sendmail");

@@ -12,7 +12,7 @@
 #include "tests/support/system_log.h"
 
 /// Where the wizard can wait: on a screen, in a dialog on top of one, while it applies the answers.
-/// There each wait is for ever, but that a signal can cut the last two short.
+/// There each wait is for ever, but that a signal can cut the last three short.
 enum class Place {
     screen,             // that of the domain, for all: they share their wait for a key
     message,            // a dialog with "OK", on the first screen
@@ -29,6 +29,7 @@ enum class Place {
     step_error,         // "OK" in the dialog that tells of a failed step
     login_error,        // the same of a failed login
     final_ok,           // "OK" when all is done
+    log_connection,     // a system log that takes no more connections
     new_pid_file,       // the pid file of a server that runs, in a sleep
     before_connecting,  // a server that comes up, in a sleep
 };
@@ -77,6 +78,7 @@ class Stage {
     std::optional<LocalPort> takenPort;
     std::optional<SilentPort> silentPort;
     std::optional<SystemLog> systemLog;
+    Descriptor stuckLog;
 };
 
 /// A wizard at a place.

@@ -18,16 +18,19 @@ std::string without_time(std::string message) {
     return message.erase(message.find('>') + 1, std::strlen("Nov 21 00:00:00 "));
 }
 
-int new_socket() {
-    return checked(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "socket");
+using Call = int(int, const sockaddr*, socklen_t);
+
+int at_log(Call call, const Descriptor& socket) {
+    return call(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
+}
+
+int new_socket(int type = SOCK_DGRAM) {
+    return checked(socket(AF_UNIX, type | SOCK_CLOEXEC | SOCK_NONBLOCK, 0), "socket");
 }
 
 }  // namespace
 
-SystemLog::SystemLog() : socket(new_socket()) {
-    checked(bind(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address),
-            "bind");
-}
+SystemLog::SystemLog() : socket(new_socket()) { checked(at_log(bind, socket), "bind"); }
 
 SystemLog::~SystemLog() { unlink(path); }
 
@@ -46,4 +49,14 @@ void SystemLog::fill() {
                   reinterpret_cast<const sockaddr*>(&address), sizeof address) != -1) {
     }
     EXPECT_EQ(errno, EAGAIN);
+}
+
+Descriptor stuck_system_log() {
+    Descriptor socket(new_socket(SOCK_STREAM));
+    checked(at_log(bind, socket), "bind");
+    checked(listen(socket.get(), 0), "listen");
+    // A connection that is closed before it was accepted still takes its place.
+    while (at_log(connect, Descriptor(new_socket(SOCK_STREAM))) == 0) continue;
+    EXPECT_EQ(errno, EAGAIN);
+    return socket;
 }

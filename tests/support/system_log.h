@@ -21,3 +21,6 @@ class SystemLog {
     Descriptor socket;
     std::vector<std::string> received;
 };
+
+/// One that takes connections, but no more of them: who opens it waits while the result lives.
+Descriptor stuck_system_log();

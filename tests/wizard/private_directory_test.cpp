@@ -100,6 +100,20 @@ TEST_F(PrivateDirectory, remembers_where_the_program_was_started_for_commands_of
     }));
 }
 
+// As a home on another host, where root counts as nobody.
+TEST_F(PrivateDirectory, is_entered_also_from_a_directory_that_cannot_be_opened) {
+    if (server_user() == 0) GTEST_SKIP() << "a user namespace without other ids";
+    chmod(".", 0);
+    const auto enter_and_leave = [] {
+        enter_private_directory();
+        const bool entered = parent_of(current_directory()) == "/tmp";
+        leave_private_directory_in_child();
+        std::exit(entered && current_directory() == "/" ? 0 : 1);
+    };
+    EXPECT_EQ(as_user(server_user(), enter_and_leave), exited(0));
+    EXPECT_EQ(entries_of("/tmp"), 0);
+}
+
 TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
     mkdir("gone", 0755);
     checked(chdir("gone"), "chdir");

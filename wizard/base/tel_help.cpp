@@ -87,7 +87,8 @@ bool has_one_user() {
 #ifdef SYS_landlock_create_ruleset
 void confine_writing_in_child(int descriptor) {
     landlock_ruleset_attr handled{};
-    handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG;
+    handled.handled_access_fs = LANDLOCK_ACCESS_FS_WRITE_FILE | LANDLOCK_ACCESS_FS_MAKE_REG |
+                                LANDLOCK_ACCESS_FS_REMOVE_FILE;
     const auto rules =
         static_cast<int>(syscall(SYS_landlock_create_ruleset, &handled, sizeof(handled), 0));
     for (const int writable : {descriptor, open("/dev/null", O_RDONLY | O_CLOEXEC)}) {

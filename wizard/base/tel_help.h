@@ -33,9 +33,9 @@ int nameless_file();
 /// namespace of Linux, user_namespaces(7), as an ordinary user can make it.
 bool has_one_user();
 
-/// In a child process: from now on it, and the programs that it runs, can make no file, and open
-/// none for writing but the one that `descriptor` has open and /dev/null. By landlock(7), on Linux
-/// from 5.13 on; where the kernel has none, it can do what it could before.
+/// In a child process: from now on it, and the programs that it runs, can make and remove no file,
+/// and open none for writing but the one that `descriptor` has open and /dev/null. By landlock(7),
+/// on Linux from 5.13 on; where the kernel has none, it can do what it could before.
 void confine_writing_in_child(int descriptor);
 
 /// Makes all that is open now but the standard streams close-on-exec, by close_range(2) where the

@@ -27,6 +27,10 @@ void remove_private_directory() {
     if (fchdir(directory.started_in.get()) == 0) rmdir(directory.path.c_str());
 }
 
+Descriptor open_directory(const char* path) {
+    return Descriptor(open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
 bool make_directory_below(const char* parent) {
     std::string name = std::string(parent) + "/teluma-wizard.XXXXXX";
     if (mkdtemp(name.data()) == nullptr) return false;
@@ -46,8 +50,10 @@ void enter_private_directory() {
     if (!directory.started_in.isOpen()) {
         char path[256];
         if (getcwd(path, sizeof(path)) != nullptr) directory.started_path = path;
-        directory.started_in = Descriptor(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        directory.started_in = open_directory(".");
     }
+    // What can't be opened, as a home on another host, can't be come back to either.
+    if (!directory.started_in.isOpen()) directory.started_in = open_directory("/");
     if (!directory.started_in.isOpen()) return;
     if (std::any_of(std::begin(parents), std::end(parents), make_directory_below) && first)
         std::atexit(remove_private_directory);

@@ -11,7 +11,8 @@
 /// program ends through exit(3). Where none can be made the current directory stays what it is.
 void enter_private_directory();
 
-/// In a child process: goes back to the directory that the wizard was started in.
+/// In a child process: goes back to the directory that the wizard was started in; to the root
+/// directory where that can't be opened.
 void leave_private_directory_in_child();
 
 /// The absolute path of the file `name` of the directory that the wizard was started in. `name`

@@ -72,6 +72,8 @@ void ignore_signal(int signal_number) { set_action(signal_number, SIG_IGN); }
 
 ChangedMask let_endings_in() { return {SIG_UNBLOCK, set_of({SIGINT, SIGTERM, SIGHUP})}; }
 
+ChangedMask let_all_in() { return {SIG_SETMASK, gate().waiting}; }
+
 int call_stoppable(int stop, const std::function<int()>& call) {
     struct sigaction by_default {};
     by_default.sa_handler = SIG_DFL;
@@ -120,7 +122,7 @@ int wait_for_child(pid_t child) {
     pid_t ended = 0;
     // The handlers do all of a signal's work themselves, so one that runs just before waitpid()
     // begins to wait leaves nothing to be noticed here.
-    const ChangedMask here(SIG_SETMASK, gate().waiting);
+    const ChangedMask here = let_all_in();
     do {
         ended = waitpid(child, &status, 0);
     } while (ended == -1 && errno == EINTR);

@@ -40,6 +40,10 @@ class ChangedMask {
 /// handler may draw. Theirs never returns, so that it may come at any moment.
 [[nodiscard]] ChangedMask let_endings_in();
 
+/// Lets all signals in, likewise, for one call that may wait and neither draws nor takes memory. A
+/// handler that returns may cut its wait short.
+[[nodiscard]] ChangedMask let_all_in();
+
 /// Does `call`, again while it returns -1 with EINTR, and returns its result. Meanwhile the signal
 /// `stop` (SIGTSTP, SIGTTOU) stops the process as if the wizard had no handler, unless it is
 /// ignored: nobody could make it go on then. Nor has the SIGCONT by which it goes on a handler. It
