@@ -105,7 +105,6 @@ TEST_F(ButtonTest, is_black_on_red_but_for_its_caption_which_has_the_look_that_w
 }
 
 TEST_F(ButtonTest, takes_no_key_and_has_the_cursor_right_after_its_caption_without_showing_it) {
-    button.draw();
     EXPECT_EQ(button.onKey(' '), ' ');
     button.placeCursor();
     EXPECT_EQ(cursor_in(button), (Position{1, 4}));
