@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <cstdlib>
-#include <filesystem>
 
 #include "tests/e2e/key_wait.h"
 #include "tests/support/frame.h"
@@ -25,21 +23,6 @@ WizardRun::WizardRun(int rows, int cols, const std::string& term, const std::str
     : WizardRun(ProgramSetup{{WIZARD_PROGRAM}, rows, cols, term, locale}) {}
 
 WizardRun::WizardRun(ProgramSetup setup) : TerminalProgram(with_sleeps(std::move(setup))) {}
-
-WizardRun::~WizardRun() {
-    if (rememberDirectory()) signal(SIGKILL);
-    std::error_code ignored;
-    if (!directory.empty()) std::filesystem::remove_all(directory, ignored);
-}
-
-bool WizardRun::rememberDirectory() {
-    std::error_code ignored;
-    const std::filesystem::path current =
-        std::filesystem::read_symlink("/proc/" + std::to_string(pid()) + "/cwd", ignored);
-    const bool is_private = current.stem() == "teluma-wizard";
-    if (is_private) directory = current;
-    return is_private;
-}
 
 bool WizardRun::comesToRest(const Caller& caller) {
     const auto rests = [this] {

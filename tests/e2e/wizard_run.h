@@ -27,11 +27,6 @@ class WizardRun : public TerminalProgram {
     /// Runs another one, or a command that becomes the wizard.
     explicit WizardRun(ProgramSetup setup);
 
-    /// Removes the private directory of a wizard that has to be killed: it stands on the host.
-    ~WizardRun();
-    WizardRun(const WizardRun&) = delete;
-    WizardRun& operator=(const WizardRun&) = delete;
-
     /// Waits until the wizard has taken every key and signal and waits for the next; what it has
     /// drawn until then is on the screen. A wait for the network or a child counts as well.
     void waitForKey(const Caller& caller = Caller::here());
@@ -80,13 +75,6 @@ class WizardRun : public TerminalProgram {
     void retype(const std::string& text);
 
     void pressTimes(Key key, int times);
-
-  protected:
-    /// Has the destructor remove the private directory also when the wizard ends before; false if
-    /// there is none.
-    bool rememberDirectory();
-
-    std::string directory;  // the one that is remembered
 
   private:
     void answerFields(Stop stop, const std::vector<std::string>& texts);  // empty: as it stands

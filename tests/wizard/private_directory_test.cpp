@@ -1,4 +1,4 @@
-// In a sandbox whose /tmp is its own and empty.
+// In a sandbox whose /tmp and /var/tmp are its own and empty, as its /run is.
 
 #include "wizard/system/private_directory.h"
 
@@ -23,17 +23,27 @@ std::string current_directory() { return std::filesystem::current_path(); }
 
 std::string parent_of(const std::string& path) { return std::filesystem::path(path).parent_path(); }
 
-int entries_of(const std::string& path) {
-    const std::filesystem::directory_iterator begin(path);
-    return static_cast<int>(std::distance(begin, std::filesystem::directory_iterator()));
+// How many stand.
+int private_directories() {
+    int count = 0;
+    for (const char* parent : {"/run", "/tmp", "/var/tmp"}) {
+        for (const auto& entry : std::filesystem::directory_iterator(parent))
+            count += entry.path().stem() == "teluma-wizard" ? 1 : 0;
+    }
+    return count;
 }
 
-// Covers a directory by an empty one that nothing can be made in.
-void bar(const char* path) { checked(mount("none", path, "tmpfs", MS_RDONLY, nullptr), "mount"); }
+// A file system in memory.
+void cover(const char* path, unsigned long flags = 0) {
+    checked(mount("none", path, "tmpfs", flags, "mode=1777"), "mount");
+}
 
 class PrivateDirectory : public testing::Test {
   protected:
-    PrivateDirectory() { checked(mount("none", "/tmp", "tmpfs", 0, "mode=1777"), "mount"); }
+    PrivateDirectory() {
+        cover("/tmp");
+        cover("/var/tmp");
+    }
 
     // In a process of its own: enters the directory, does something there and ends through exit().
     // Returns what `action` returns.
@@ -48,11 +58,13 @@ class PrivateDirectory : public testing::Test {
     // Where it was made; written down by the process that was there, which has left a working copy.
     static std::string place() {
         EXPECT_TRUE(inside([] {
-            write_file("/run/scratch/place", current_directory());
             write_file("temp.cfg", "half");
-            return true;
+            const std::string here = current_directory();
+            leave_private_directory_in_child();
+            write_file("place", here);
+            return chdir(here.c_str()) == 0;
         }));
-        return read_file("/run/scratch/place");
+        return read_file("place");
     }
 };
 
@@ -60,8 +72,8 @@ TEST_F(PrivateDirectory, is_the_current_one_and_closed_to_everybody_else_whateve
     umask(0);
     EXPECT_TRUE(inside([] {
         const FileFacts facts = file_facts(current_directory());
-        return parent_of(current_directory()) == "/tmp" && facts.mode == 0700 &&
-               facts.owner == getuid() && entries_of(".") == 0;
+        return parent_of(current_directory()) == "/run" && facts.mode == 0700 &&
+               facts.owner == getuid() && std::filesystem::is_empty(".");
     }));
 }
 
@@ -76,7 +88,7 @@ TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
 
 TEST_F(PrivateDirectory, has_another_name_every_time_and_is_gone_at_the_end) {
     EXPECT_NE(place(), place());
-    EXPECT_EQ(entries_of("/tmp"), 0);
+    EXPECT_EQ(private_directories(), 0);
 }
 
 TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_end) {
@@ -85,9 +97,9 @@ TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_e
         const std::string removed = current_directory();
         rmdir(removed.c_str());
         enter_private_directory();
-        return current_directory() != removed && entries_of("/tmp") == 1;
+        return current_directory() != removed && private_directories() == 1;
     }));
-    EXPECT_EQ(entries_of("/tmp"), 0);
+    EXPECT_EQ(private_directories(), 0);
     EXPECT_EQ(read_file("/run/scratch/temp.cfg"), "the user's");
 }
 
@@ -111,7 +123,7 @@ TEST_F(PrivateDirectory, is_entered_also_from_a_directory_that_cannot_be_opened)
         std::exit(entered && current_directory() == "/" ? 0 : 1);
     };
     EXPECT_EQ(as_user(server_user(), enter_and_leave), exited(0));
-    EXPECT_EQ(entries_of("/tmp"), 0);
+    EXPECT_EQ(private_directories(), 0);
 }
 
 TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
@@ -122,19 +134,16 @@ TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
         inside([] { return name_from_start("a").empty() && name_from_start("/a") == "/a"; }));
 }
 
-TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_tmp) {
-    bar("/tmp");
-    checked(mount("none", "/var/tmp", "tmpfs", 0, "mode=1777"), "mount");
+TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_run) {
+    cover("/run", MS_RDONLY);
+    EXPECT_EQ(parent_of(place()), "/tmp");
+    cover("/tmp", MS_RDONLY);
     EXPECT_EQ(parent_of(place()), "/var/tmp");
-    EXPECT_EQ(entries_of("/var/tmp"), 0);
-    bar("/var/tmp");
-    EXPECT_EQ(parent_of(place()), "/run");
+    EXPECT_EQ(private_directories(), 0);
 }
 
 TEST_F(PrivateDirectory, that_can_be_made_nowhere_leaves_the_program_where_it_was) {
-    bar("/tmp");
-    bar("/var/tmp");
-    checked(mount(nullptr, "/run", nullptr, MS_REMOUNT | MS_RDONLY, nullptr), "mount");
+    for (const char* parent : {"/run", "/tmp", "/var/tmp"}) cover(parent, MS_RDONLY);
     EXPECT_TRUE(inside(
         [] { return current_directory() == "/run/scratch" && name_from_start("a") == "a"; }));
 }

@@ -45,7 +45,7 @@ bool make_directory_below(const char* parent) {
 }  // namespace
 
 void enter_private_directory() {
-    static const char* const parents[] = {"/tmp", "/var/tmp", "/run"};
+    static const char* const parents[] = {"/run", "/tmp", "/var/tmp"};
     const bool first = directory.path.empty();
     if (!directory.started_in.isOpen()) {
         char path[256];

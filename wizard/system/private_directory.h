@@ -6,9 +6,10 @@
 /// so that working copies of the server's files can neither be read, nor exchanged, nor be a link
 /// that somebody has prepared.
 
-/// Makes the directory (mode 700) below /tmp, /var/tmp or /run, or another one when it has been
-/// removed, and makes it the current one. It goes, with a working copy that may be in it, when the
-/// program ends through exit(3). Where none can be made the current directory stays what it is.
+/// Makes the directory (mode 700) below /run, where only root can write, or else /tmp or /var/tmp;
+/// or another one when it has been removed; and makes it the current one. It goes, with a working
+/// copy that may be in it, when the program ends through exit(3). Where none can be made the
+/// current directory stays what it is.
 void enter_private_directory();
 
 /// In a child process: goes back to the directory that the wizard was started in; to the root

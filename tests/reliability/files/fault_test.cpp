@@ -194,7 +194,7 @@ TEST_F(CallsOfARun, are_all_among_the_faults) {
     }
 }
 
-// As one does who tidies /tmp up while the questions are answered.
+// As one does who tidies up while the questions are answered.
 TEST(RemovedDirectory, is_made_anew_for_the_next_file_and_gone_at_the_end) {
     WizardRun wizard;
     wizard.walk(Stop::password, Stop::sendmail);

@@ -61,8 +61,8 @@ void strike(const std::string& victim, bool half_way) {
 
 // The private directory has another name every time.
 std::string lasting_name(const std::string& path) {
-    constexpr size_t length = sizeof("/tmp/teluma-wizard.XXXXXX") - 1;
-    if (path.compare(0, 19, "/tmp/teluma-wizard.") != 0) return path;
+    constexpr size_t length = sizeof("/run/teluma-wizard.XXXXXX") - 1;
+    if (path.compare(0, 19, "/run/teluma-wizard.") != 0) return path;
     return path.size() > length ? path.substr(length + 1) : "private directory";
 }
 
@@ -110,7 +110,7 @@ bool is_watched_process() {
 bool is_watched(const std::string& path) {
     if (!is_watched_process()) return false;
     for (const char* start : {"/var/opt/teluma/", "/opt/teluma/bin/sendmail", "/usr/sbin/sendmail",
-                              "/tmp/teluma-wizard.", "temp.cfg"}) {
+                              "/run/teluma-wizard.", "temp.cfg"}) {
         if (path.compare(0, std::string(start).size(), start) == 0) return true;
     }
     return false;

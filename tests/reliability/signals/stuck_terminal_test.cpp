@@ -32,7 +32,6 @@ bool writes_in_vain(pid_t wizard) {
 }
 
 void expect_end(DyingWizard& wizard, int signal) {
-    wizard.rememberDirectory();
     wizard.signal(signal);
     wait_until([&] { return !process_running(wizard.pid()); }, "the wizard had ended");
     EXPECT_EQ(wizard.modes(), wizard.modesBefore());

@@ -5,7 +5,7 @@
 /// Whether the wizard dies of a signal instead of ending by itself, as by Ctrl-C.
 bool is_crash(int signal);
 
-/// A wizard that is about to end. Takes away the private directory that a crash has left.
+/// A wizard that is about to end.
 class DyingWizard : public WizardRun {
   public:
     DyingWizard();
@@ -16,8 +16,6 @@ class DyingWizard : public WizardRun {
 
     /// Hangs the terminal up and waits for the end. Expects the status and no private directory.
     void dieOfHangUp();
-
-    using WizardRun::rememberDirectory;
 };
 
 /// Whether a process is stopped.
