@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -59,6 +60,12 @@ FileFacts file_facts(const std::string& path) {
     checked_for(lstat(path.c_str(), &facts), path);
     return {S_ISLNK(facts.st_mode), S_ISDIR(facts.st_mode), facts.st_mode & 07777,
             facts.st_uid,           facts.st_gid,           facts.st_size};
+}
+
+long private_directories(const std::string& parent) {
+    const std::filesystem::directory_iterator begin(parent);
+    return std::count_if(begin, {},
+                         [](const auto& entry) { return entry.path().stem() == "teluma-wizard"; });
 }
 
 TempDir::TempDir() : directory(std::filesystem::temp_directory_path() / "teluma-test-XXXXXX") {

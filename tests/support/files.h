@@ -30,6 +30,9 @@ struct FileFacts {
 
 FileFacts file_facts(const std::string& path);
 
+/// How many private directories of wizards stand below a directory.
+long private_directories(const std::string& parent);
+
 /// A new directory of mode 700 below $TMPDIR or /tmp, which goes with the object.
 class TempDir {
   public:

@@ -23,26 +23,14 @@ std::string current_directory() { return std::filesystem::current_path(); }
 
 std::string parent_of(const std::string& path) { return std::filesystem::path(path).parent_path(); }
 
-// How many stand.
-int private_directories() {
-    int count = 0;
-    for (const char* parent : {"/run", "/tmp", "/var/tmp"}) {
-        for (const auto& entry : std::filesystem::directory_iterator(parent))
-            count += entry.path().stem() == "teluma-wizard" ? 1 : 0;
-    }
-    return count;
-}
-
-// A file system in memory.
-void cover(const char* path, unsigned long flags = 0) {
+void mount_memory(const char* path, unsigned long flags = 0) {
     checked(mount("none", path, "tmpfs", flags, "mode=1777"), "mount");
 }
 
 class PrivateDirectory : public testing::Test {
   protected:
     PrivateDirectory() {
-        cover("/tmp");
-        cover("/var/tmp");
+        for (const char* parent : {"/tmp", "/var/tmp"}) mount_memory(parent);
     }
 
     // In a process of its own: enters the directory, does something there and ends through exit().
@@ -88,7 +76,7 @@ TEST_F(PrivateDirectory, lets_no_other_user_read_a_file_in_it) {
 
 TEST_F(PrivateDirectory, has_another_name_every_time_and_is_gone_at_the_end) {
     EXPECT_NE(place(), place());
-    EXPECT_EQ(private_directories(), 0);
+    EXPECT_EQ(private_directories("/run"), 0);
 }
 
 TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_end) {
@@ -97,9 +85,9 @@ TEST_F(PrivateDirectory, that_has_been_removed_is_made_anew_and_is_gone_at_the_e
         const std::string removed = current_directory();
         rmdir(removed.c_str());
         enter_private_directory();
-        return current_directory() != removed && private_directories() == 1;
+        return current_directory() != removed && private_directories("/run") == 1;
     }));
-    EXPECT_EQ(private_directories(), 0);
+    EXPECT_EQ(private_directories("/run"), 0);
     EXPECT_EQ(read_file("/run/scratch/temp.cfg"), "the user's");
 }
 
@@ -123,7 +111,7 @@ TEST_F(PrivateDirectory, is_entered_also_from_a_directory_that_cannot_be_opened)
         std::exit(entered && current_directory() == "/" ? 0 : 1);
     };
     EXPECT_EQ(as_user(server_user(), enter_and_leave), exited(0));
-    EXPECT_EQ(private_directories(), 0);
+    EXPECT_EQ(private_directories("/tmp"), 0);
 }
 
 TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
@@ -135,15 +123,16 @@ TEST_F(PrivateDirectory, has_no_name_for_a_file_in_a_directory_that_is_gone) {
 }
 
 TEST_F(PrivateDirectory, is_made_elsewhere_when_there_is_no_room_in_run) {
-    cover("/run", MS_RDONLY);
+    mount_memory("/run", MS_RDONLY);
     EXPECT_EQ(parent_of(place()), "/tmp");
-    cover("/tmp", MS_RDONLY);
+    EXPECT_EQ(private_directories("/tmp"), 0);
+    mount_memory("/tmp", MS_RDONLY);
     EXPECT_EQ(parent_of(place()), "/var/tmp");
-    EXPECT_EQ(private_directories(), 0);
+    EXPECT_EQ(private_directories("/var/tmp"), 0);
 }
 
 TEST_F(PrivateDirectory, that_can_be_made_nowhere_leaves_the_program_where_it_was) {
-    for (const char* parent : {"/run", "/tmp", "/var/tmp"}) cover(parent, MS_RDONLY);
+    for (const char* parent : {"/run", "/tmp", "/var/tmp"}) mount_memory(parent, MS_RDONLY);
     EXPECT_TRUE(inside(
         [] { return current_directory() == "/run/scratch" && name_from_start("a") == "a"; }));
 }

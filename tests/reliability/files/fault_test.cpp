@@ -200,7 +200,6 @@ TEST(RemovedDirectory, is_made_anew_for_the_next_file_and_gone_at_the_end) {
     wizard.walk(Stop::password, Stop::sendmail);
     const std::string directory = "/proc/" + std::to_string(wizard.pid()) + "/cwd";
     const std::string removed = link_target(directory);
-    ASSERT_NE(removed.find("/teluma-wizard."), std::string::npos);
     std::filesystem::remove(removed);
     wizard.pressNext(Stop::sendmail);
     wizard.waitForText("creating domain");
