@@ -4,7 +4,9 @@
 include(CheckCXXSourceCompiles)
 include(CheckIPOSupported)
 
-add_compile_options("$<$<CONFIG:Release>:-fPIE;-fstack-protector-strong>")
+set(is_shared "$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>")  # what tests preload
+add_compile_options("$<$<AND:$<CONFIG:Release>,$<NOT:${is_shared}>>:-fPIE>")
+add_compile_options("$<$<CONFIG:Release>:-fstack-protector-strong>")
 add_compile_options("$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 add_compile_options("$<$<CONFIG:Release>:-Os;-ffunction-sections;-fdata-sections>")
 
